@@ -1,0 +1,50 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace pavoline {
+
+class Form;
+
+// Message flags, as the platform has them.
+inline constexpr int kErrorMessage = 16;
+inline constexpr int kQuestionError = 17;  // OK and Cancel
+inline constexpr int kWarningMessage = 48;
+inline constexpr int kQuestionWarning = 49;  // OK and Cancel
+inline constexpr int kInformationMessage = 64;
+inline constexpr int kAnswerOk = 1;
+
+struct FileFilter {
+  std::string description;  // as shown
+  std::string patterns;     // "*.iso;*.wim"
+};
+
+struct FileRequest {
+  std::string title;  // empty: the system's own
+  std::vector<FileFilter> filters;
+  std::string initialFolder;  // empty: the system's choice
+  std::string initialName;    // file name offered
+};
+
+// Questions to the person at the screen. Each returns when it has been answered; the program's
+// timers go on meanwhile.
+class Dialogs {
+ public:
+  virtual ~Dialogs() = default;
+
+  virtual int message(const std::string& text, int flags, const std::string& title) = 0;
+
+  // The chosen path, empty when cancelled.
+  virtual std::string openFile(const FileRequest& request) = 0;
+  virtual std::string saveFile(const FileRequest& request) = 0;
+  virtual std::string chooseFolder(const std::string& title, const std::string& initialFolder) = 0;
+
+  // Shows a form over the main window and returns when it has been unloaded.
+  virtual void showModal(Form& form) = 0;
+
+  // Opens a document or an address with the program the system has for it.
+  virtual bool openDocument(const std::string& pathOrAddress) = 0;
+};
+
+}  // namespace pavoline

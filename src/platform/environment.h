@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace pavoline {
+
+struct LocalTime {
+  int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0;
+};
+
+// What the program asks about the machine and the process it runs in.
+class Environment {
+ public:
+  virtual ~Environment() = default;
+
+  virtual std::string variable(const std::string& name) = 0;  // empty when not set
+
+  // The process's arguments after the platform's splitting rules, the program path first.
+  virtual std::vector<std::string> arguments() = 0;
+  virtual std::string programFolder() = 0;  // no trailing backslash
+  virtual bool is64BitProcess() = 0;
+
+  virtual unsigned systemLocale() = 0;  // locale identifiers, for example 1033
+  virtual unsigned threadLocale() = 0;
+  virtual void setThreadLocale(unsigned locale) = 0;
+
+  virtual bool fontExists(const std::string& name) = 0;
+
+  virtual LocalTime now() = 0;
+  virtual void reseedRandom() = 0;
+  virtual double random() = 0;  // uniform in [0, 1)
+};
+
+}  // namespace pavoline
