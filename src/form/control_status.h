@@ -1,0 +1,15 @@
+#pragma once
+
+#include "form/form1.h"
+#include "form/texts.h"
+
+namespace pavoline {
+
+// Switches the main window between idle (true) and busy (false): the Start button's caption, the
+// status line, and every input that must not change while an installation runs.
+void ControlStatus(Form1& form, const Texts& texts, bool enabled);
+
+// The Start button's caption is the one mark of a running installation.
+bool IsBusy(const Form1& form, const Texts& texts);
+
+}  // namespace pavoline

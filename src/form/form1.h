@@ -1,0 +1,61 @@
+#pragma once
+
+#include "form/form.h"
+
+namespace pavoline {
+
+// Places in the main window's control arrays, by role.
+enum TextIndex { kBootPartition = 0, kInstallPartition = 1, kAnswerFile = 2, kDriverFolder = 3 };
+enum CheckIndex {
+  kRepairBoot = 0,
+  kRestart = 1,
+  kDoNotFormat = 2,
+  kUseAnswerFile = 3,
+  kAddDrivers = 4,
+  kRunPlugin = 5,
+};
+enum CommandIndex {
+  kBrowseImage = 0,
+  kChooseBoot = 1,
+  kChooseInstall = 2,
+  kBrowseAnswerFile = 3,
+  kBrowseDrivers = 4,
+  kBrowsePlugin = 5,
+  kStart = 6,
+};
+enum ComboIndex { kEditions = 0, kEditionDetails = 1 };
+enum FrameIndex { kOptionsFrame = 0, kDetailsFrame = 1 };
+
+// Widths of the window in twips: all options shown, and the option frames hidden.
+inline constexpr int kWideWidth = 13680;
+inline constexpr int kNarrowWidth = 7900;
+
+// Design intervals of the timers, milliseconds. Timer2's interval also tells its phase.
+inline constexpr int kApplyMonitorInterval = 1500;   // Timer1
+inline constexpr int kStartupInterval = 10;          // Timer2
+inline constexpr int kGhostWaitInterval = 1000;      // Timer2
+inline constexpr int kGhostFollowInterval = 500;     // Timer2
+inline constexpr int kDriverMonitorInterval = 1000;  // Timer3
+inline constexpr int kAutoStartInterval = 1000;      // Timer4
+
+// The main window.
+class Form1 : public Form {
+ public:
+  Form1();
+
+  Label label[4];         // image, edition, boot partition, install partition
+  ComboBox combo1{true};  // image source path
+  Button search;          // starts and stops the image search
+  ComboBox combo[2];      // editions; their details (never shown, kept in step with the first)
+  TextBox text[4];
+  ComboBox combo2{true};  // plug-in program
+  CheckBox check[6];
+  Button command1[7];
+  Label status;
+  Label details;  // in the details frame: the chosen edition and the apply mode
+  Frame frame[2];
+  ProgressBar progressBar1;
+  Timer timer1, timer2, timer3, timer4;
+};
+
+}  // namespace pavoline

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <array>
+#include <string>
+
+namespace pavoline {
+
+inline constexpr int kStringCount = 115;
+inline constexpr int kCaptionCount = 13;
+
+// The two tables of a language: what the program says, and the main window's fixed captions.
+// An entry that the language file lacks is empty.
+struct Texts {
+  std::array<std::string, kStringCount> strings;
+  std::array<std::string, kCaptionCount> captions;
+};
+
+}  // namespace pavoline
