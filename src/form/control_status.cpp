@@ -7,6 +7,7 @@
 namespace pavoline {
 
 void ControlStatus(Form1& form, const Texts& texts, bool enabled) {
+  form.busy = !enabled;
   form.command1[kStart].setText(texts.strings[enabled ? kTextStart : kTextBusy]);
   const bool wide = form.width() == kWideWidth;
   form.status.setText(texts.strings[wide ? kTextStatusWide : kTextStatusNormal]);
@@ -31,11 +32,6 @@ void ControlStatus(Form1& form, const Texts& texts, bool enabled) {
     row.field.setEnabled(enabled);
     form.command1[row.browse].setEnabled(enabled);
   }
-}
-
-bool IsBusy(const Form1& form, const Texts& texts) {
-  return form.command1[kStart].text() == texts.strings[kTextBusy] &&
-         texts.strings[kTextBusy] != texts.strings[kTextStart];
 }
 
 }  // namespace pavoline

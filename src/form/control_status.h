@@ -9,7 +9,4 @@ namespace pavoline {
 // status line, and every input that must not change while an installation runs.
 void ControlStatus(Form1& form, const Texts& texts, bool enabled);
 
-// The Start button's caption is the one mark of a running installation.
-bool IsBusy(const Form1& form, const Texts& texts);
-
 }  // namespace pavoline

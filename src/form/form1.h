@@ -56,6 +56,10 @@ class Form1 : public Form {
   Frame frame[2];
   ProgressBar progressBar1;
   Timer timer1, timer2, timer3, timer4;
+
+  // An installation runs. Goes with the Start button's caption: also where no language file gave
+  // the button two different captions, the two states must be told apart.
+  bool busy = false;
 };
 
 }  // namespace pavoline
