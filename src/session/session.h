@@ -3,10 +3,10 @@
 #include <string>
 #include <vector>
 
-#include "config/options.h"
 #include "form/form1.h"
 #include "form/texts.h"
 #include "platform/platform.h"
+#include "session/options.h"
 #include "session/records.h"
 
 namespace pavoline {

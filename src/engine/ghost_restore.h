@@ -1,0 +1,13 @@
+#pragma once
+
+#include "session/session.h"
+
+namespace pavoline {
+
+// Starts the Ghost program on the chosen image and partition and lets Timer2 follow its window.
+void GhoSetup(Session& session);
+
+// One tick of Timer2 at the intervals 1000 (waiting for Ghost's window) and 500 (following it).
+void GhostTick(Session& session);
+
+}  // namespace pavoline

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "session/session.h"
+
+// The modal windows beside the main one. Each returns when it has been closed.
+namespace pavoline {
+
+enum class PartitionPurpose { kBoot = 0, kInstall = 1 };
+
+// The list of partitions of one purpose; a choice goes into the main window's partition field.
+void ShowPartitionChooser(Session& session, PartitionPurpose purpose);
+
+// User name, computer name and workgroup for the answer file. Every way of closing stores.
+void ShowComputerNameDialog(Session& session);
+
+// The images found by the search; a choice becomes the source.
+void ShowImageList(Session& session);
+
+// Attach, detach and create virtual disks.
+void ShowVirtualDiskWindow(Session& session);
+
+void ShowAbout(Session& session);
+
+}  // namespace pavoline
