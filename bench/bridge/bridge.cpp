@@ -1,0 +1,79 @@
+// A Windows program that is whatever tool it is named after: it hands its arguments to the bench's
+// script of that name, stays in the process list under the Windows name while the script runs, and
+// returns its exit code. When this process is terminated the script is told and ends as well.
+
+#include <windows.h>
+#include <shellapi.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <sstream>
+
+#include "bridge/unix_side.h"
+
+namespace {
+
+std::wstring ownName() {
+  wchar_t path[MAX_PATH] = {};
+  GetModuleFileNameW(nullptr, path, MAX_PATH);
+  std::wstring name = path;
+  name.erase(0, name.find_last_of(L"\\/") + 1);
+  name.erase(std::min(name.size(), name.find(L'.')));
+  std::transform(name.begin(), name.end(), name.begin(), ::towlower);
+  return name;
+}
+
+// The Unix form of the path inside an argument such as E:\dir, /image:E:\ or /Driver:D:\DRIVERS.
+std::string pathWithin(const std::wstring& argument) {
+  for (size_t at = argument.find(L':'); at != std::wstring::npos; at = argument.find(L':', at + 1)) {
+    if (at == 0 || !iswalpha(argument[at - 1])) continue;
+    if (at > 1 && argument[at - 2] != L':' && argument[at - 2] != L'=') continue;
+    std::wstring path = argument.substr(at - 1);
+    if (path.size() == 2) path += L'\\';
+    return bench::unixPath(path);
+  }
+  if (argument.find(L'\\') != std::wstring::npos) return bench::unixPath(argument);
+  return {};
+}
+
+// Scripts cannot reach the mount manager; they leave lines "define F cdrom /path" or "define F none" here.
+void defineRequestedDrives(const std::string& requestFile) {
+  FILE* file = _wfopen(bench::windowsForm(requestFile).c_str(), L"rb");
+  if (!file) return;
+  char line[4096];
+  while (fgets(line, sizeof(line), file)) {
+    std::istringstream words(line);
+    std::string verb, letter, kind, folder;
+    words >> verb >> letter >> kind >> std::ws;
+    std::getline(words, folder);
+    if (verb == "define" && !letter.empty()) {
+      bench::defineDrive(static_cast<wchar_t>(letter[0]), kind, folder);
+    }
+  }
+  fclose(file);
+  DeleteFileW(bench::windowsForm(requestFile).c_str());
+}
+
+}  // namespace
+
+int main() {
+  const std::string bench = bench::toUtf8(bench::environment(L"PAVOLINE_BENCH"));
+  if (bench.empty()) {
+    fputs("bridge: PAVOLINE_BENCH is not set\n", stderr);
+    return 250;
+  }
+  const std::string request = bench + "/requests/" + std::to_string(GetCurrentProcessId());
+  // The program's name may be quoted in part ("C:\PE"\Bin\x.exe), which the system's splitting takes
+  // for two arguments and a C library, as a tool of that name has it, does not.
+  int count = 0;
+  wchar_t** values = CommandLineToArgvW((L"tool " + bench::rawArguments()).c_str(), &count);
+  // The script is ended by a signal when the thread that started it is gone.
+  std::vector<std::string> call = {"setpriv", "--pdeathsig", "TERM", "bash", bench + "/tools/run-tool",
+                                   bench::toUtf8(ownName()), request,
+                                   bench::toUtf8(bench::rawArguments()), std::to_string(count - 1)};
+  for (int i = 1; i < count; ++i) call.push_back(bench::toUtf8(values[i]));
+  for (int i = 1; i < count; ++i) call.push_back(pathWithin(values[i]));
+  const int result = bench::runUnix(call);
+  defineRequestedDrives(request);
+  return result;
+}

@@ -1,0 +1,60 @@
+# A Wine prefix per run, as links onto one template; only the registry and what Wine writes are copies.
+
+bench_template=$bench_build/template
+
+make_template() {
+  [[ -f $bench_template/complete ]] && return 0
+  rm -rf "$bench_template"
+  mkdir -p "$bench_template"
+  say_line "making the template of the Wine prefix (once)"
+  WINEPREFIX=$bench_template WINEARCH=win64 DISPLAY='' wineboot -i >/dev/null 2>&1
+  WINEPREFIX=$bench_template wineserver -w
+  find "$bench_template/dosdevices" -type l ! -name c: -delete
+  touch "$bench_template/complete"
+}
+
+# place_bridge NAME FOLDER...: the bridge under a tool's name, beside nothing else.
+place_bridge() {
+  local name=$1 folder
+  shift
+  for folder in "$@"; do
+    mkdir -p "$folder"
+    ln -f "$bench/bridge.exe" "$folder/$name"
+  done
+}
+
+make_prefix() {
+  cp -al "$bench_template" "$bench/prefix"
+  local file
+  for file in system.reg user.reg userdef.reg .update-timestamp drive_c/windows/win.ini drive_c/windows/system.ini; do
+    file=$bench/prefix/$file
+    [[ -f $file ]] || continue
+    cp "$file" "$file.copy" && mv "$file.copy" "$file"
+  done
+  rm -f "$bench/prefix/wineserver" "$bench/prefix/complete"
+  mkdir -p "$bench/prefix/drive_c/windows/temp" "$bench/prefix/drive_c/windows/system32/drivers"
+}
+
+place_system_tools() {
+  local system32=$bench/prefix/drive_c/windows/system32 name
+  cp -f "$(bench_bin "$bench_arch")/bridge.exe" "$bench/bridge.exe"
+  for name in format.com dism.exe diskpart.exe takeown.exe cacls.exe shutdown.exe imdisk.exe; do
+    place_bridge "$name" "$system32"
+  done
+  : >"$system32/drivers/imdisk.sys"
+}
+
+# place_application FOLDER: as shipped, with the tools that a release brings or that are put beside it.
+place_application() {
+  local app=$bench/prefix/drive_c/$bench_app bin
+  mkdir -p "$app"
+  [[ -d $1 ]] && cp -r "$1/." "$app/"
+  bin=$app/Bin
+  place_bridge wimlib-imagex.exe "$bin/wimlib-imagex/$bench_arch"
+  place_bridge bcdboot.exe "$bin/Boot/$bench_arch"
+  place_bridge bootsect.exe "$bin/Boot/$bench_arch"
+  if [[ -f $bin/CxDir/$bench_arch/CxDir.exe ]]; then
+    mv "$bin/CxDir/$bench_arch/CxDir.exe" "$bin/CxDir/$bench_arch/CxDir-real.exe"
+  fi
+  place_bridge CxDir.exe "$bin/CxDir/$bench_arch"
+}
