@@ -1,0 +1,64 @@
+// CxDir: prints the partitions of all disks, one tab-separated line each (docs/formats.md).
+// Exit code 0 with a list, however short; 1 when it could not be written; 2 for bad arguments.
+
+#include <windows.h>
+
+#include <cstdint>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "cxdir/disk_query.h"
+#include "cxdir/partition_lines.h"
+#include "cxdir/text.h"
+#include "cxdir/volume_query.h"
+
+namespace pavoline {
+namespace {
+
+bool Write(DWORD stream, const std::string& text) {
+  if (text.empty()) return true;
+  const DWORD size = static_cast<DWORD>(text.size());
+  DWORD written = 0;
+  return WriteFile(GetStdHandle(stream), text.data(), size, &written, nullptr) && written == size;
+}
+
+void Complain(const std::string& text) { Write(STD_ERROR_HANDLE, "CxDir: " + text + "\r\n"); }
+
+bool AreArgumentsGood(int count, char** arguments) {
+  return count == 1 || (count == 2 && std::strcmp(arguments[1], "-vaskor") == 0);
+}
+
+std::vector<Disk> ReadableDisks() {
+  std::vector<Disk> disks;
+  for (std::uint32_t number : DiskNumbers()) {
+    DiskAnswer answer = QueryDisk(number);
+    if (answer.disk) {
+      disks.push_back(std::move(*answer.disk));
+    } else {
+      Complain("\\\\.\\PhysicalDrive" + std::to_string(number) + " cannot be read (error " +
+               std::to_string(answer.error) + ")");
+    }
+  }
+  return disks;
+}
+
+int Run(int count, char** arguments) {
+  if (!AreArgumentsGood(count, arguments)) {
+    Complain("usage: CxDir [-vaskor]");
+    return 2;
+  }
+  // A drive without a medium is an answer here, not a question to the user.
+  SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
+
+  std::string list;
+  for (const std::string& line : PartitionLines(ReadableDisks(), QueryVolumes())) {
+    list += AnsiText(line) + "\r\n";
+  }
+  return Write(STD_OUTPUT_HANDLE, list) ? 0 : 1;
+}
+
+}  // namespace
+}  // namespace pavoline
+
+int main(int count, char** arguments) { return pavoline::Run(count, arguments); }

@@ -1,0 +1,62 @@
+#pragma once
+
+// The lines of the partition list, made from what the disks and volumes reported. Portable: the
+// queries themselves are in disk_query.h. Texts are UTF-8.
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace pavoline {
+
+enum class PartitionStyle { kMbr, kGpt };
+
+// A partition type of a GPT disk, in the order of bytes on the disk.
+using GptType = std::array<std::uint8_t, 16>;
+
+// One entry of a disk's partition table as the drive layout reports it.
+struct TableEntry {
+  std::uint32_t number = 0;  // from 1; 0 on a disk without a table, and for what is no partition
+  std::uint64_t bytes = 0;
+  std::uint8_t mbrType = 0;
+  bool active = false;  // MBR only
+  GptType gptType{};
+};
+
+struct Disk {
+  std::uint32_t number = 0;  // from 0
+  PartitionStyle style = PartitionStyle::kMbr;
+  std::string model;
+  std::vector<TableEntry> entries;  // in table order: on an MBR disk the first four are primary
+};
+
+// A mounted volume and the partition it lies on.
+struct Volume {
+  std::uint32_t disk = 0;       // from 0
+  std::uint32_t partition = 0;  // from 1; 0 on a disk without a table
+  std::string root;             // "D:", empty without a letter
+  std::string fileSystem;
+  std::string label;
+};
+
+// Bytes in the largest fitting unit of MB, GB and TB with two decimals, cut off rather than
+// rounded, so that no text says more than there is or names the full next unit.
+std::string SizeText(std::uint64_t bytes);
+
+// "Primary", "Logical", "EFI", "MSR", "Recovery", "Dynamic", "Spaces", "Linux" or "Other".
+// index is the entry's place in the table.
+std::string_view PartitionKind(PartitionStyle style, const TableEntry& entry, std::size_t index);
+
+// A disk's name from the vendor and product texts of its descriptor, padding removed and the
+// bus names that some drivers put in the vendor's place left out.
+std::string ModelText(std::string_view vendor, std::string_view product);
+
+// One line per partition, disk by disk in table order, without line ends. A partition with several
+// volumes reported (several letters) takes the first.
+std::vector<std::string> PartitionLines(const std::vector<Disk>& disks,
+                                        const std::vector<Volume>& volumes);
+
+}  // namespace pavoline
