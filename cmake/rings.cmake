@@ -13,8 +13,8 @@ foreach(folder platform form session config source disk engine postinstall ui ap
   file(GLOB ${folder}_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${folder}/*.cpp)
 endforeach()
 set(ground_sources ${engine_sources})
-list(FILTER ground_sources INCLUDE REGEX "command_runner|process_tools|mid_between|taskbar_progress")
-list(FILTER engine_sources EXCLUDE REGEX "command_runner|process_tools|mid_between|taskbar_progress")
+list(FILTER ground_sources INCLUDE REGEX "command_runner|process_tools|text_mode_repair|mid_between|taskbar_progress")
+list(FILTER engine_sources EXCLUDE REGEX "command_runner|process_tools|text_mode_repair|mid_between|taskbar_progress")
 
 configure_file(${PROJECT_SOURCE_DIR}/cmake/version.h.in ${PROJECT_BINARY_DIR}/generated/version.h)
 

@@ -19,8 +19,13 @@ void ShellAndWait(Session& session, const std::string& commandLine, ShowMode mod
 void ShellNoWait(Session& session, const std::string& commandLine, ShowMode mode);
 
 // Runs a command text of one or more lines as TempDir\base.bat, hidden, and waits. The output of
-// its last line lands in TempDir\base.log, which stays for the caller.
+// its last line lands in TempDir\base.log, which stays for the caller. A script that cannot be
+// written is not run, and leaves no log.
 void RunBatch(Session& session, const std::string& commandText, const std::string& base);
+
+// Writes one line as TempDir\base.bat and starts it, hidden and without waiting; a redirection is
+// part of the line. False when the file could not be written: then nothing was started.
+bool StartBatch(Session& session, const std::string& line, const std::string& base);
 
 // Runs a diskpart script from TempDir\base.txt, which stays, in a visible window, and waits.
 void RunDiskpart(Session& session, const std::string& scriptText, const std::string& base);
@@ -44,7 +49,8 @@ std::string ReadUnicodeFile(Session& session, const std::string& path);
 std::string ReadUtf8File(Session& session, const std::string& path);
 
 // Writes text as UTF-8, with the byte-order mark in front if asked for. Empty text writes nothing.
-void WriteUtf8File(Session& session, const std::string& text, const std::string& path,
+// False when the file could not be written whole.
+bool WriteUtf8File(Session& session, const std::string& text, const std::string& path,
                    bool withBom);
 
 // Deletes a file or a folder tree through the shell; true on success.

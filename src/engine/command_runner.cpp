@@ -1,0 +1,82 @@
+#include "engine/command_runner.h"
+
+#include <memory>
+
+#include "platform/environment.h"
+#include "platform/files.h"
+#include "platform/text.h"
+#include "platform/text_services.h"
+
+namespace pavoline {
+namespace {
+
+// Newer systems show a 32-bit process another System32 than the tools need to see.
+constexpr float kLastVersionWithoutRedirection = 5.1f;
+
+std::unique_ptr<StartedProgram> Start(Session& session, const std::string& commandLine,
+                                      ShowMode mode) {
+  Journal(session, "run: " + commandLine);
+  Processes& processes = session.platform.processes;
+  const std::uintptr_t oldView =
+      session.osVersion > kLastVersionWithoutRedirection ? processes.disableRedirection() : 0;
+  auto program = processes.start(commandLine, mode);
+  if (oldView != 0) processes.revertRedirection(oldView);
+  if (!program) Journal(session, "could not be started: " + commandLine);
+  return program;
+}
+
+// False when the script could not be written whole; nothing of it is left to be run by mistake.
+bool WriteScript(Session& session, const std::string& path, const std::string& text) {
+  Journal(session, "script " + path + ": " + text);
+  Files& files = session.platform.files;
+  if (files.write(path, session.platform.text.toAnsi(text))) return true;
+  files.remove(path);
+  Journal(session, "could not be written: " + path);
+  return false;
+}
+
+}  // namespace
+
+void ShellAndWait(Session& session, const std::string& commandLine, ShowMode mode) {
+  const auto program = Start(session, commandLine, mode);
+  while (program && program->running() && !session.form.unloaded()) program->waitHandlingEvents();
+}
+
+void ShellNoWait(Session& session, const std::string& commandLine, ShowMode mode) {
+  Start(session, commandLine, mode);
+}
+
+void RunBatch(Session& session, const std::string& commandText, const std::string& base) {
+  const std::string path = TempFile(session, base);
+  Files& files = session.platform.files;
+  // A log of an earlier run must not pass for this one's.
+  files.remove(path + ".log");
+  if (!WriteScript(session, path + ".bat", commandText + " >" + path + ".log\r\n")) return;
+  ShellAndWait(session, path + ".bat", ShowMode::kHidden);
+  files.remove(path + ".bat");
+}
+
+bool StartBatch(Session& session, const std::string& line, const std::string& base) {
+  const std::string path = TempFile(session, base) + ".bat";
+  if (!WriteScript(session, path, line + "\r\n")) return false;
+  ShellNoWait(session, path, ShowMode::kHidden);
+  return true;
+}
+
+void RunDiskpart(Session& session, const std::string& scriptText, const std::string& base) {
+  const std::string path = TempFile(session, base) + ".txt";
+  if (!WriteScript(session, path, scriptText + "\r\n")) return;
+  // The quote opened before diskpart closes behind the script's path.
+  const std::string shell = session.platform.environment.variable("ComSpec");
+  ShellAndWait(session, shell + " /c \"diskpart.exe /S " + path + "\"", ShowMode::kNormal);
+}
+
+std::string ShortPath(Session& session, const std::string& path) {
+  return "\"" + session.platform.files.shortPath(path) + "\"";
+}
+
+std::string BatchPath(Session& session, const std::string& path) {
+  return ReplaceAll(ShortPath(session, path), "%", "%%");
+}
+
+}  // namespace pavoline
