@@ -13,6 +13,7 @@ inline constexpr int kCaptionCount = 13;
 struct Texts {
   std::array<std::string, kStringCount> strings;
   std::array<std::string, kCaptionCount> captions;
+  std::string fonts;  // names by preference, separated by commas
 };
 
 }  // namespace pavoline

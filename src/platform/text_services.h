@@ -17,6 +17,9 @@ class TextServices {
   // becomes U+FFFD.
   virtual std::string fromUtf16(const std::string& bytes) = 0;
 
+  // Bytes of UTF-16LE without a byte-order mark.
+  virtual std::string toUtf16(const std::string& text) = 0;
+
   virtual std::string lower(const std::string& text) = 0;
   virtual std::string upper(const std::string& text) = 0;
 };
