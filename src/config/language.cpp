@@ -1,0 +1,135 @@
+#include "config/language.h"
+
+#include <utility>
+
+#include "form/text_numbers.h"
+#include "platform/environment.h"
+#include "platform/files.h"
+#include "platform/profile.h"
+#include "platform/text.h"
+#include "platform/text_services.h"
+
+namespace pavoline {
+namespace {
+
+constexpr int kTextBuffer = 255;  // bytes with the final NUL: texts hold 254
+constexpr unsigned kEnglish = 1033;
+
+// Locales that read one of the languages the program ships.
+constexpr std::pair<unsigned, unsigned> kRelatedLocales[] = {
+    {4100, 2052}, {3076, 1028}, {5124, 1028}, {2055, 1031},
+    {3079, 1031}, {4103, 1031}, {5127, 1031},
+};
+
+std::string Numbered(const char* word, int n) {
+  return std::string(word) + "(" + std::to_string(n) + ")";
+}
+
+std::string FileOf(const Session& session, unsigned locale) {
+  return session.paths.appDir + "\\Lang\\" + std::to_string(locale) + ".lng";
+}
+
+// The thread's locale follows the language in use: the layout and the boot files read it back.
+void ChooseLanguageFile(Session& session) {
+  Environment& environment = session.platform.environment;
+  Files& files = session.platform.files;
+  if (!files.exists(FileOf(session, environment.threadLocale()))) {
+    for (const auto& [locale, shipped] : kRelatedLocales) {
+      if (environment.threadLocale() != locale) continue;
+      environment.setThreadLocale(shipped);
+      break;
+    }
+    if (!files.exists(FileOf(session, environment.threadLocale()))) {
+      environment.setThreadLocale(kEnglish);
+    }
+  }
+  session.paths.langFile = FileOf(session, environment.threadLocale());
+}
+
+std::string ReadLanguageText(Session& session, const std::string& key, const char* section) {
+  return Trim(session.platform.profile.read(session.paths.langFile, section, key, kTextBuffer));
+}
+
+void ReadTables(Session& session) {
+  for (int n = 0; n < kStringCount; ++n) {
+    session.texts.strings[static_cast<std::size_t>(n)] =
+        ReadLanguageText(session, Numbered("String", n), "Language");
+    if (n < kCaptionCount) {
+      session.texts.captions[static_cast<std::size_t>(n)] =
+          ReadLanguageText(session, Numbered("Caption", n), "Language");
+    }
+  }
+}
+
+void ChooseFont(Session& session) {
+  session.texts.fonts = ReadLanguageText(session, "font", "Option");
+  for (const std::string& name : Split(session.texts.fonts, ",")) {
+    const std::string font = Trim(name);
+    if (font.empty() || !session.platform.environment.fontExists(font)) continue;
+    session.form.setFont(font);
+    return;
+  }
+}
+
+void ApplyCaptions(Session& session) {
+  Form1& form = session.form;
+  const auto caption = [&](CaptionNumber n) -> const std::string& {
+    return session.texts.captions[n];
+  };
+  form.command1[kStart].setText(String(session, kTextStart));
+  form.status.setText(String(session, kTextStatusNormal));
+  form.search.setText(String(session, kTextSearch));
+  form.label[0].setText(caption(kCaptionImage));
+  form.label[1].setText(caption(kCaptionEdition));
+  form.label[2].setText(caption(kCaptionBootPartition));
+  form.label[3].setText(caption(kCaptionInstallPartition));
+  form.check[kRepairBoot].setText(caption(kCaptionRepairBoot));
+  form.check[kRestart].setText(caption(kCaptionRestart));
+  form.command1[kChooseBoot].setText(caption(kCaptionChooseBoot));
+  form.command1[kChooseInstall].setText(caption(kCaptionChooseInstall));
+  form.check[kDoNotFormat].setText(caption(kCaptionDoNotFormat));
+  form.check[kUseAnswerFile].setText(caption(kCaptionAnswerFile));
+  form.check[kAddDrivers].setText(caption(kCaptionDrivers));
+  form.check[kRunPlugin].setText(caption(kCaptionPlugin));
+  form.frame[kOptionsFrame].setText(caption(kCaptionOptions));
+  form.frame[kDetailsFrame].setText(String(session, kTextDetails));
+}
+
+// Profile reads strip blanks and one pair of quotes, so a text that has them at its ends is quoted.
+std::string ProfileLine(const std::string& key, const std::string& value) {
+  const auto special = [](char c) { return c == ' ' || c == '"' || c == '\''; };
+  const bool quote = !value.empty() && (special(value.front()) || special(value.back()));
+  return key + "=" + (quote ? "\"" + value + "\"" : value) + "\r\n";
+}
+
+}  // namespace
+
+void LoadLanguage(Session& session) {
+  if (session.form.name() != "Form1") return;
+  ChooseLanguageFile(session);
+  ChooseFont(session);
+  ReadTables(session);
+  ApplyCaptions(session);
+}
+
+bool WriteLanguageFile(Session& session, const std::string& path) {
+  const Texts& texts = session.texts;
+  std::string file = "[Option]\r\n" + ProfileLine("font", texts.fonts) + "\r\n[Language]\r\n" +
+                     ProfileLine("Font", texts.fonts);
+  for (std::size_t n = 0; n < texts.captions.size(); ++n) {
+    file += ProfileLine(Numbered("Caption", static_cast<int>(n)), texts.captions[n]);
+  }
+  for (std::size_t n = 0; n < texts.strings.size(); ++n) {
+    file += ProfileLine(Numbered("String", static_cast<int>(n)), texts.strings[n]);
+  }
+  // UTF-16 holds every language; the new file takes the name only once it is whole.
+  Files& files = session.platform.files;
+  const std::string draft = path + ".new";
+  const bool written = files.write(draft, "\xFF\xFE" + session.platform.text.toUtf16(file)) &&
+                       files.rename(draft, path);
+  if (!written) files.remove(draft);
+  Journal(session, (written ? "language file written: " : "language file not written: ") + path);
+  return written;
+}
+
+}  // namespace pavoline
