@@ -107,11 +107,6 @@ TEST(PartitionLines, StayWholeWhateverALabelHolds) {
             (Lines{"1:1\tD:\t500.00MB\tNTFS\tPrimary\ta b  \tx y z \xC3\xA9\tMBR\t0"}));
 }
 
-TEST(PartitionLines, AreNoneForDisksWithoutPartitions) {
-  EXPECT_TRUE(PartitionLines({}, {{0, 1, "C:", "NTFS", ""}}).empty());
-  EXPECT_TRUE(PartitionLines({{0, PartitionStyle::kMbr, "empty", {}}}, {}).empty());
-}
-
 TEST(ModelText, JoinsMakerAndProductWithoutPadding) {
   const std::tuple<const char*, const char*, const char*> cases[] = {
       {"Kingston", "DataTraveler 3.0", "Kingston DataTraveler 3.0"},
