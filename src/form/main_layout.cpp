@@ -1,0 +1,159 @@
+#include "form/main_layout.h"
+
+#include <initializer_list>
+
+#include "form/pixels.h"
+
+namespace pavoline {
+namespace {
+
+// Buttons whose widths, in pixels, follow the length of a language's texts. Labels stand above
+// their fields and check boxes in lines of their own, so that they have room in every language.
+struct Widths {
+  int search, choose, start;
+};
+
+constexpr Widths kCommon = {80, 88, 100};
+constexpr Widths kChinese = {76, 80, 92};
+constexpr Widths kGerman = {84, 100, 128};
+constexpr Widths kJapanese = {88, 92, 128};
+
+const Widths& WidthsOf(unsigned locale) {
+  switch (locale) {
+    case 2052:
+    case 1028:
+    case 3076:
+      return kChinese;
+    case 1031:
+      return kGerman;
+    case 1041:
+      return kJapanese;
+    default:
+      return kCommon;
+  }
+}
+
+// The left part, which the narrow window shows alone, and the right part with the option frames.
+constexpr int kLeft = kMargin;
+constexpr int kLeftEnd = kNarrowWidth / kTwipsPerPixel - kFramePixels - kMargin;
+constexpr int kColumnGap = 16;
+constexpr int kRight = kLeftEnd + 12;
+constexpr int kRightEnd = kWideWidth / kTwipsPerPixel - kFramePixels - kMargin;
+constexpr int kFrameInset = 11;
+constexpr int kBottom = 311;
+
+constexpr int kImageTop = 11;
+constexpr int kEditionTop = 63;
+constexpr int kPartitionTop = 115;
+constexpr int kChecksTop = 169;
+constexpr int kStatusTop = 243;
+constexpr int kStartTop = kBottom - kButtonHeight;
+constexpr int kFieldBelowLabel = 18;
+constexpr int kCheckPitch = 23;
+constexpr int kStatusHeight = 2 * kLabelHeight + 2;  // two lines, for the longer languages
+
+void PlaceImageAndEdition(Form1& form, const Widths& widths) {
+  form.label[0].setBounds(Pixels(kLeft, kImageTop, kLeftEnd - kLeft, kLabelHeight));
+  const int row = kImageTop + kFieldBelowLabel;
+  const int search = kLeftEnd - widths.search;
+  const int browse = search - kGap - kBrowseWidth;
+  form.combo1.setBounds(Pixels(kLeft, row, browse - kGap - kLeft, kFieldHeight));
+  form.command1[kBrowseImage].setBounds(Pixels(browse, row, kBrowseWidth, kFieldHeight));
+  form.search.setBounds(Pixels(search, row, widths.search, kFieldHeight));
+
+  form.label[1].setBounds(Pixels(kLeft, kEditionTop, kLeftEnd - kLeft, kLabelHeight));
+  form.combo[kEditions].setBounds(
+      Pixels(kLeft, kEditionTop + kFieldBelowLabel, kLeftEnd - kLeft, kFieldHeight));
+}
+
+// A partition's label above its field and its button.
+void PlacePartition(Label& label, TextBox& field, Button& choose, const Widths& widths, int left,
+                    int end) {
+  const int row = kPartitionTop + kFieldBelowLabel;
+  label.setBounds(Pixels(left, kPartitionTop, end - left, kLabelHeight));
+  field.setBounds(Pixels(left, row, end - left - kGap - widths.choose, kFieldHeight));
+  choose.setBounds(Pixels(end - widths.choose, row, widths.choose, kFieldHeight));
+}
+
+void PlacePartitions(Form1& form, const Widths& widths) {
+  const int middle = (kLeft + kLeftEnd) / 2;
+  PlacePartition(form.label[2], form.text[kBootPartition], form.command1[kChooseBoot], widths,
+                 kLeft, middle - kColumnGap / 2);
+  PlacePartition(form.label[3], form.text[kInstallPartition], form.command1[kChooseInstall], widths,
+                 middle + kColumnGap / 2, kLeftEnd);
+}
+
+void PlaceChecksAndStart(Form1& form, const Widths& widths) {
+  int top = kChecksTop;
+  for (CheckIndex index : {kDoNotFormat, kRepairBoot, kRestart}) {
+    form.check[index].setBounds(Pixels(kLeft, top, kLeftEnd - kLeft, kCheckHeight));
+    top += kCheckPitch;
+  }
+  form.status.setBounds(Pixels(kLeft, kStatusTop, kLeftEnd - kLeft, kStatusHeight));
+  const int start = kLeftEnd - widths.start;
+  form.progressBar1.setBounds(
+      Pixels(kLeft, kStartTop + 3, start - kGap - kLeft, kButtonHeight - 6));
+  form.command1[kStart].setBounds(Pixels(start, kStartTop, widths.start, kButtonHeight));
+}
+
+struct OptionRow {
+  CheckBox& box;
+  Control& field;
+  Button& browse;
+};
+
+void PlaceOptions(Form1& form) {
+  constexpr int kRowPitch = 51;
+  constexpr int kOptionIndent = 18;
+  constexpr int kOptionsTop = 7;
+  constexpr int kOptionsHeight = 176;
+  form.frame[kOptionsFrame].setBounds(
+      Pixels(kRight, kOptionsTop, kRightEnd - kRight, kOptionsHeight));
+  const int left = kRight + kFrameInset;
+  const int end = kRightEnd - kFrameInset;
+  int top = kOptionsTop + 20;
+  for (const OptionRow& row :
+       {OptionRow{form.check[kUseAnswerFile], form.text[kAnswerFile],
+                  form.command1[kBrowseAnswerFile]},
+        OptionRow{form.check[kAddDrivers], form.text[kDriverFolder], form.command1[kBrowseDrivers]},
+        OptionRow{form.check[kRunPlugin], form.combo2, form.command1[kBrowsePlugin]}}) {
+    row.box.setBounds(Pixels(left, top, end - left, kCheckHeight));
+    const int field = left + kOptionIndent;
+    row.field.setBounds(Pixels(field, top + 20, end - kBrowseWidth - kGap - field, kFieldHeight));
+    row.browse.setBounds(Pixels(end - kBrowseWidth, top + 20, kBrowseWidth, kFieldHeight));
+    top += kRowPitch;
+  }
+
+  const int detailsTop = kOptionsTop + kOptionsHeight + kGap;
+  form.frame[kDetailsFrame].setBounds(
+      Pixels(kRight, detailsTop, kRightEnd - kRight, kBottom - detailsTop));
+  form.details.setBounds(
+      Pixels(left, detailsTop + 19, end - left, kBottom - detailsTop - 19 - kFrameInset));
+}
+
+}  // namespace
+
+void LayOutMainWindow(Form1& form, unsigned locale) {
+  const Widths& widths = WidthsOf(locale);
+  PlaceImageAndEdition(form, widths);
+  PlacePartitions(form, widths);
+  PlaceChecksAndStart(form, widths);
+  PlaceOptions(form);
+  form.setSize(form.width(), (kBottom + kMargin) * kTwipsPerPixel);
+}
+
+void ShowOptionFrames(Form1& form, bool shown) {
+  for (Frame& frame : form.frame) frame.setVisible(shown);
+  for (CheckIndex index : {kUseAnswerFile, kAddDrivers, kRunPlugin}) {
+    form.check[index].setVisible(shown);
+  }
+  for (CommandIndex index : {kBrowseAnswerFile, kBrowseDrivers, kBrowsePlugin}) {
+    form.command1[index].setVisible(shown);
+  }
+  for (Control* control : std::initializer_list<Control*>{
+           &form.text[kAnswerFile], &form.text[kDriverFolder], &form.combo2, &form.details}) {
+    control->setVisible(shown);
+  }
+}
+
+}  // namespace pavoline

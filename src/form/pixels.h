@@ -1,0 +1,28 @@
+#pragma once
+
+#include "form/control.h"
+
+namespace pavoline {
+
+// Layouts are drawn in pixels at 96 dpi and stored in twips.
+inline constexpr int kTwipsPerPixel = 15;
+
+constexpr Rect Pixels(int left, int top, int width, int height) {
+  return {left * kTwipsPerPixel, top * kTwipsPerPixel, width * kTwipsPerPixel,
+          height * kTwipsPerPixel};
+}
+
+// What a window's outer width has more than its inner one, on the system with the widest frames.
+inline constexpr int kFramePixels = 16;
+
+// The distances and sizes that the system's own windows keep.
+inline constexpr int kMargin = 11;        // to the window's edge
+inline constexpr int kGap = 7;            // between controls that do not belong together
+inline constexpr int kLabelHeight = 15;   // one line of text
+inline constexpr int kFieldHeight = 23;   // text and combo boxes, and buttons beside them
+inline constexpr int kButtonHeight = 26;  // buttons that end a window
+inline constexpr int kButtonWidth = 88;
+inline constexpr int kCheckHeight = 17;
+inline constexpr int kBrowseWidth = 27;  // "..."
+
+}  // namespace pavoline
