@@ -2,8 +2,8 @@
 // script of that name, stays in the process list under the Windows name while the script runs, and
 // returns its exit code. When this process is terminated the script is told and ends as well.
 
-#include <windows.h>
 #include <shellapi.h>
+#include <windows.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -25,7 +25,8 @@ std::wstring ownName() {
 
 // The Unix form of the path inside an argument such as E:\dir, /image:E:\ or /Driver:D:\DRIVERS.
 std::string pathWithin(const std::wstring& argument) {
-  for (size_t at = argument.find(L':'); at != std::wstring::npos; at = argument.find(L':', at + 1)) {
+  for (size_t at = argument.find(L':'); at != std::wstring::npos;
+       at = argument.find(L':', at + 1)) {
     if (at == 0 || !iswalpha(argument[at - 1])) continue;
     if (at > 1 && argument[at - 2] != L':' && argument[at - 2] != L'=') continue;
     std::wstring path = argument.substr(at - 1);
@@ -36,7 +37,8 @@ std::string pathWithin(const std::wstring& argument) {
   return {};
 }
 
-// Scripts cannot reach the mount manager; they leave lines "define F cdrom /path" or "define F none" here.
+// Scripts cannot reach the mount manager; they leave lines "define F cdrom /path" or "define F
+// none" here.
 void defineRequestedDrives(const std::string& requestFile) {
   FILE* file = _wfopen(bench::windowsForm(requestFile).c_str(), L"rb");
   if (!file) return;
@@ -63,14 +65,20 @@ int main() {
     return 250;
   }
   const std::string request = bench + "/requests/" + std::to_string(GetCurrentProcessId());
-  // The program's name may be quoted in part ("C:\PE"\Bin\x.exe), which the system's splitting takes
-  // for two arguments and a C library, as a tool of that name has it, does not.
+  // The program's name may be quoted in part ("C:\PE"\Bin\x.exe), which the system's splitting
+  // takes for two arguments and a C library, as a tool of that name has it, does not.
   int count = 0;
   wchar_t** values = CommandLineToArgvW((L"tool " + bench::rawArguments()).c_str(), &count);
   // The script is ended by a signal when the thread that started it is gone.
-  std::vector<std::string> call = {"setpriv", "--pdeathsig", "TERM", "bash", bench + "/tools/run-tool",
-                                   bench::toUtf8(ownName()), request,
-                                   bench::toUtf8(bench::rawArguments()), std::to_string(count - 1)};
+  std::vector<std::string> call = {"setpriv",
+                                   "--pdeathsig",
+                                   "TERM",
+                                   "bash",
+                                   bench + "/tools/run-tool",
+                                   bench::toUtf8(ownName()),
+                                   request,
+                                   bench::toUtf8(bench::rawArguments()),
+                                   std::to_string(count - 1)};
   for (int i = 1; i < count; ++i) call.push_back(bench::toUtf8(values[i]));
   for (int i = 1; i < count; ++i) call.push_back(pathWithin(values[i]));
   const int result = bench::runUnix(call);

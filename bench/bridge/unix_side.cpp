@@ -51,10 +51,10 @@ std::string oneLine(std::string text) {
 std::string toUtf8(const std::wstring& text) {
   if (text.empty()) return {};
   const int length = static_cast<int>(text.size());
-  std::string result(WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr),
-                     '\0');
-  WideCharToMultiByte(CP_UTF8, 0, text.data(), length, result.data(), static_cast<int>(result.size()),
-                      nullptr, nullptr);
+  std::string result(
+      WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr), '\0');
+  WideCharToMultiByte(CP_UTF8, 0, text.data(), length, result.data(),
+                      static_cast<int>(result.size()), nullptr, nullptr);
   return result;
 }
 
@@ -62,13 +62,13 @@ std::wstring fromUtf8(const std::string& text) {
   if (text.empty()) return {};
   const int length = static_cast<int>(text.size());
   std::wstring result(MultiByteToWideChar(CP_UTF8, 0, text.data(), length, nullptr, 0), L'\0');
-  MultiByteToWideChar(CP_UTF8, 0, text.data(), length, result.data(), static_cast<int>(result.size()));
+  MultiByteToWideChar(CP_UTF8, 0, text.data(), length, result.data(),
+                      static_cast<int>(result.size()));
   return result;
 }
 
 std::string unixPath(const std::wstring& windowsPath) {
-  const auto function =
-      wineFunction<UnixNameFunction>(L"kernel32.dll", "wine_get_unix_file_name");
+  const auto function = wineFunction<UnixNameFunction>(L"kernel32.dll", "wine_get_unix_file_name");
   if (!function) return {};
   char* found = function(windowsPath.c_str());
   if (!found) return {};
@@ -108,8 +108,8 @@ bool defineDrive(wchar_t letter, const std::string& kind, const std::string& fol
   if (kind != "none") drive.mountPointOffset = sizeof(UnixDrive);
   std::memcpy(buffer.data(), &drive, sizeof(drive));
   std::memcpy(buffer.data() + sizeof(drive), folder.c_str(), folder.size() + 1);
-  const bool done =
-      DeviceIoControl(manager, kDefineUnixDrive, buffer.data(), drive.size, nullptr, 0, nullptr, nullptr);
+  const bool done = DeviceIoControl(manager, kDefineUnixDrive, buffer.data(), drive.size, nullptr,
+                                    0, nullptr, nullptr);
   CloseHandle(manager);
   return done;
 }
@@ -125,11 +125,12 @@ std::wstring environment(const wchar_t* name) {
 void journal(const std::string& tool, const std::string& arguments, const std::string& result,
              const std::string& note) {
   const std::wstring path = windowsForm(toUtf8(environment(L"PAVOLINE_BENCH")) + "/journal");
-  const HANDLE file = CreateFileW(path.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                  nullptr, OPEN_ALWAYS, 0, nullptr);
+  const HANDLE file =
+      CreateFileW(path.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                  OPEN_ALWAYS, 0, nullptr);
   if (file == INVALID_HANDLE_VALUE) return;
-  const std::string line =
-      oneLine(tool) + "\t" + oneLine(arguments) + "\t" + oneLine(result) + "\t" + oneLine(note) + "\n";
+  const std::string line = oneLine(tool) + "\t" + oneLine(arguments) + "\t" + oneLine(result) +
+                           "\t" + oneLine(note) + "\n";
   DWORD written = 0;
   WriteFile(file, line.data(), static_cast<DWORD>(line.size()), &written, nullptr);
   CloseHandle(file);

@@ -10,7 +10,8 @@ namespace bench {
 std::string toUtf8(const std::wstring& text);
 std::wstring fromUtf8(const std::string& text);
 
-// The Unix path behind a Windows path, 8.3 parts included; empty when a folder on the way is missing.
+// The Unix path behind a Windows path, 8.3 parts included; empty when a folder on the way is
+// missing.
 std::string unixPath(const std::wstring& windowsPath);
 
 // A Unix path in the form that Wine's file functions open without any drive letter.

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "driver/window.h"
+
+// The system's own dialogs as a program shows them: message boxes and file choosers.
+namespace bench {
+
+struct Message {
+  std::string title;
+  std::string text;
+  bool cancellable = false;  // has a Cancel button
+  Window window;
+};
+
+// The message box that the program shows now.
+std::optional<Message> shownMessage(const std::string& program);
+std::optional<Message> waitForMessage(const std::string& program, int milliseconds);
+
+// Answers with IDOK or IDCANCEL and waits until the box has gone.
+bool answer(const Message& message, int button);
+
+// Fills in the file or folder chooser that the program shows and accepts it; empty cancels it.
+bool answerFileDialog(const std::string& program, const std::string& path, int milliseconds);
+
+}  // namespace bench
