@@ -1,0 +1,97 @@
+#include "app/browse.h"
+
+#include "form/text_numbers.h"
+#include "platform/dialogs.h"
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+#include "postinstall/answer_file.h"
+#include "source/iso_mount.h"
+
+namespace pavoline {
+namespace {
+
+// A path inside the program's folder is kept relative, so that settings survive on a medium whose
+// drive letter changes.
+std::string RelativeToProgram(const Session& session, const std::string& path) {
+  const std::string folder = session.paths.appDir + "\\";
+  if (LowerAscii(path.substr(0, folder.size())) != LowerAscii(folder)) return path;
+  return ".\\" + path.substr(folder.size());
+}
+
+std::string FromProgram(const Session& session, const std::string& path) {
+  return path.starts_with(".\\") ? session.paths.appDir + path.substr(1) : path;
+}
+
+FileRequest AnswerFileRequest(Session& session) {
+  FileRequest request;
+  request.title = String(session, kTextBrowseTitle);
+  request.filters = {{"XML Files(*.xml)", "*.xml"}};
+  std::string start = FromProgram(session, session.form.text[kAnswerFile].text());
+  if (start.empty() || !session.platform.files.exists(start)) {
+    start = session.paths.binDir + "\\unattend\\unattend.xml";
+  }
+  if (session.platform.files.exists(start)) request.initialFolder = ParentFolder(start);
+  request.initialName = FileName(start);
+  return request;
+}
+
+// Only UTF-8 with its byte-order mark is taken; both UTF-16 orders and ANSI are refused.
+bool IsMarkedUtf8(const std::string& bytes) { return bytes.starts_with("\xEF\xBB"); }
+
+}  // namespace
+
+void BrowseImage(Session& session) {
+  // While an image is being read the box is locked, and a second reading must not start.
+  if (!session.form.combo1.enabled()) return;
+  const std::string patterns = "*.iso;*.wim;*.esd;*.gho";
+  FileRequest request;
+  request.title = String(session, kTextBrowseTitle);
+  request.filters = {{String(session, kTextImageFilter) + "(" + patterns + ")", patterns}};
+  const std::string path = session.platform.dialogs.openFile(request);
+  if (path.empty()) return;
+  if (KindOf(path) == ImageKind::kIso) {
+    MountIso(session, path);
+  } else {
+    session.form.combo1.setText(path);
+  }
+}
+
+void BrowseAnswerFile(Session& session) {
+  Form1& form = session.form;
+  const std::string path = session.platform.dialogs.openFile(AnswerFileRequest(session));
+  if (path.empty()) {
+    if (form.text[kAnswerFile].text().empty()) form.check[kUseAnswerFile].setValue(0);
+    return;
+  }
+  const std::string bytes = session.platform.files.read(path).value_or("");
+  if (!IsMarkedUtf8(bytes)) {
+    Message(session, String(session, kTextWrongEncoding), kErrorMessage,
+            String(session, kTextInformation));
+    if (form.text[kAnswerFile].text().empty()) form.check[kUseAnswerFile].setValue(0);
+    return;
+  }
+  form.text[kAnswerFile].setText(RelativeToProgram(session, path));
+  session.templateMarked = IsTemplate(bytes);
+}
+
+void BrowseDrivers(Session& session) {
+  Form1& form = session.form;
+  const std::string folder = session.platform.dialogs.chooseFolder(
+      String(session, kTextBrowseTitle), FromProgram(session, form.text[kDriverFolder].text()));
+  if (!folder.empty()) {
+    form.text[kDriverFolder].setText(RelativeToProgram(session, folder));
+  } else if (form.text[kDriverFolder].text().empty()) {
+    form.check[kAddDrivers].setValue(0);
+  }
+}
+
+void BrowsePlugin(Session& session) {
+  FileRequest request;
+  request.title = String(session, kTextBrowseTitle);
+  request.filters = {{"(*.exe;*.bat)", "*.exe;*.bat"}};
+  const std::string path = session.platform.dialogs.openFile(request);
+  if (!path.empty()) session.form.combo2.setText(RelativeToProgram(session, path));
+}
+
+}  // namespace pavoline

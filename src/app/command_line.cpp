@@ -1,0 +1,68 @@
+#include "app/command_line.h"
+
+#include <functional>
+
+#include "platform/text.h"
+
+namespace pavoline {
+namespace {
+
+using Setter = std::function<void(CommandLine&, const std::string& value, TextServices&)>;
+
+struct Switch {
+  const char* word;
+  Setter set;  // gets the lower-case argument without the switch word, trimmed
+};
+
+Setter Flag(bool CommandLineOptions::*member) {
+  return [member](CommandLine& line, const std::string&, TextServices&) {
+    line.options.*member = true;
+  };
+}
+
+Setter Drive(std::string CommandLineOptions::*member) {
+  return [member](CommandLine& line, const std::string& value, TextServices& text) {
+    line.options.*member = text.upper(value);
+  };
+}
+
+// A locale counts when its number has more than three digits: 1033 does, 12 is a typing error.
+void SetLocale(CommandLine& line, const std::string& value, TextServices&) {
+  const double number = LeadingNumber(value);
+  if (number >= 1000 && number <= 0xFFFFF) line.locale = static_cast<unsigned>(number);
+}
+
+const std::vector<Switch>& Switches() {
+  static const std::vector<Switch> switches = {
+      {"/lng:", SetLocale},
+      {"/source:", [](CommandLine& line, const std::string& value,
+                      TextServices&) { line.options.sourcePath = value; }},
+      {"/wimindex:", [](CommandLine& line, const std::string& value,
+                        TextServices&) { line.options.wimIndex = LeadingInteger16(value); }},
+      {"/bootrepair", Flag(&CommandLineOptions::bootRepair)},
+      {"/reboot", Flag(&CommandLineOptions::reboot)},
+      {"/install", Flag(&CommandLineOptions::install)},
+      {"/bootpart:", Drive(&CommandLineOptions::bootPartition)},
+      {"/instpart:", Drive(&CommandLineOptions::installPartition)},
+      {"/formatinstpart", Flag(&CommandLineOptions::formatInstallPartition)},
+      // Spelled so on purpose: existing unattended media use it, and "/silent" must do nothing.
+      {"/slient", Flag(&CommandLineOptions::silent)},
+  };
+  return switches;
+}
+
+}  // namespace
+
+CommandLine ParseCommandLine(const std::vector<std::string>& arguments, TextServices& text) {
+  CommandLine line;
+  for (const std::string& argument : arguments) {
+    const std::string lower = text.lower(argument);
+    for (const Switch& known : Switches()) {
+      if (!Contains(lower, known.word)) continue;
+      known.set(line, Trim(ReplaceAll(lower, known.word, "")), text);
+    }
+  }
+  return line;
+}
+
+}  // namespace pavoline

@@ -1,0 +1,73 @@
+#include "app/main_buttons.h"
+
+#include "app/browse.h"
+#include "app/start_checks.h"
+#include "form/text_numbers.h"
+#include "platform/dialogs.h"
+#include "platform/text.h"
+#include "source/image_search.h"
+#include "ui/small_windows.h"
+
+namespace pavoline {
+namespace {
+
+void ChoosePartition(Session& session, PartitionPurpose purpose) {
+  if (LeadingNumber(session.form.tag()) == 0) {
+    Message(session, String(session, kTextListNotReady), kInformationMessage, "Initializing...");
+    return;
+  }
+  ShowPartitionChooser(session, purpose);
+}
+
+void ChooseBoot(Session& session) { ChoosePartition(session, PartitionPurpose::kBoot); }
+void ChooseInstall(Session& session) { ChoosePartition(session, PartitionPurpose::kInstall); }
+
+}  // namespace
+
+void Command1_Click(Session& session, int index) {
+  static constexpr void (*kHandlers[])(Session&) = {
+      BrowseImage,   ChooseBoot,   ChooseInstall,     BrowseAnswerFile,
+      BrowseDrivers, BrowsePlugin, StartInstallation,
+  };
+  kHandlers[index](session);
+}
+
+void Check_Click(Session& session, int index) {
+  Form1& form = session.form;
+  const bool ticked = form.check[index].ticked();
+  Control& field = index == kUseAnswerFile ? static_cast<Control&>(form.text[kAnswerFile])
+                   : index == kAddDrivers  ? static_cast<Control&>(form.text[kDriverFolder])
+                                           : form.combo2;
+  field.setEnabled(ticked);
+  form.command1[index].setEnabled(ticked);  // a row's button has the number of its box
+  if (ticked && index != kRunPlugin && field.text().empty()) Command1_Click(session, index);
+}
+
+void ToggleSearch(Session& session) {
+  SearchState& search = session.search;
+  if (search.running) {
+    search.stop = true;
+    return;
+  }
+  Form1& form = session.form;
+  search = SearchState{};
+  search.running = true;
+  form.search.setText(String(session, kTextStop));
+  SearchImages(session, SearchMode::kDrives, "");
+  search.running = false;
+  if (form.unloaded()) return;
+  form.search.setText(String(session, kTextSearch));
+  if (form.busy) return;
+  form.status.setText(
+      ReplaceAll(String(session, kTextSearchDone), "%n%", std::to_string(search.found.size())));
+  if (!search.found.empty()) ShowImageList(session);
+}
+
+void ShowEditionDetails(Session& session) {
+  Form1& form = session.form;
+  const auto& lines = form.combo[kEditionDetails].items();
+  const auto chosen = static_cast<std::size_t>(form.combo[kEditions].selected());
+  form.details.setText(chosen < lines.size() ? lines[chosen] : std::string());
+}
+
+}  // namespace pavoline
