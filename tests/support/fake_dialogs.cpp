@@ -1,0 +1,57 @@
+#include "support/fake_dialogs.h"
+
+#include "platform/text.h"
+
+namespace pavoline::testing {
+namespace {
+
+template <class T>
+T Take(std::deque<T>& queue, T otherwise) {
+  if (queue.empty()) return otherwise;
+  T next = std::move(queue.front());
+  queue.pop_front();
+  return next;
+}
+
+}  // namespace
+
+int FakeDialogs::message(const std::string& text, int flags, const std::string& title) {
+  const Shown shown{text, flags, title};
+  messages.push_back(shown);
+  if (onMessage) onMessage(shown);
+  time_.advance(messageMs);
+  for (const auto& [part, answer] : standing_) {
+    if (Contains(text, part)) return answer;
+  }
+  return Take(answers, kAnswerOk);
+}
+
+std::string FakeDialogs::openFile(const FileRequest& request) {
+  openRequests.push_back(request);
+  return Take(files, std::string());
+}
+
+std::string FakeDialogs::saveFile(const FileRequest& request) {
+  saveRequests.push_back(request);
+  return Take(savedFiles, std::string());
+}
+
+std::string FakeDialogs::chooseFolder(const std::string& title, const std::string& initialFolder) {
+  folderRequests.emplace_back(title, initialFolder);
+  return Take(folders, std::string());
+}
+
+void FakeDialogs::showModal(Form& form) {
+  shownForms.push_back(form.name());
+  time_.watch(form);
+  if (const auto act = Take(modals, {}); act) act(form);
+  if (!form.unloaded()) form.unload();
+  time_.forget(form);
+}
+
+bool FakeDialogs::openDocument(const std::string& pathOrAddress) {
+  documents.push_back(pathOrAddress);
+  return canOpenDocuments;
+}
+
+}  // namespace pavoline::testing

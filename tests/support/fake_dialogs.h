@@ -1,0 +1,55 @@
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/dialogs.h"
+#include "support/simulated_time.h"
+
+namespace pavoline::testing {
+
+// The person at the screen: answers as told, OK and "cancelled" where nothing was told.
+class FakeDialogs : public Dialogs {
+ public:
+  explicit FakeDialogs(SimulatedTime& time) : time_(time) {}
+
+  struct Shown {
+    std::string text;
+    int flags = 0;
+    std::string title;
+  };
+  std::vector<Shown> messages;
+  std::deque<int> answers;  // to the next messages, whatever they say
+  void answerTo(const std::string& partOfText, int answer) {  // every time
+    standing_.emplace_back(partOfText, answer);
+  }
+  std::function<void(const Shown&)> onMessage;  // while the message is open
+  long messageMs = 0;                           // how long each stays open; timers go on
+
+  std::deque<std::string> files, savedFiles, folders;  // the next choices; empty: cancelled
+  std::vector<FileRequest> openRequests, saveRequests;
+  std::vector<std::pair<std::string, std::string>> folderRequests;  // title, initial folder
+
+  // What the person does in the next windows; one left open is then closed.
+  std::deque<std::function<void(Form&)>> modals;
+  std::vector<std::string> shownForms;  // names
+
+  bool canOpenDocuments = true;
+  std::vector<std::string> documents;
+
+  int message(const std::string& text, int flags, const std::string& title) override;
+  std::string openFile(const FileRequest& request) override;
+  std::string saveFile(const FileRequest& request) override;
+  std::string chooseFolder(const std::string& title, const std::string& initialFolder) override;
+  void showModal(Form& form) override;
+  bool openDocument(const std::string& pathOrAddress) override;
+
+ private:
+  SimulatedTime& time_;
+  std::vector<std::pair<std::string, int>> standing_;
+};
+
+}  // namespace pavoline::testing

@@ -1,0 +1,102 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/environment.h"
+#include "platform/processes.h"
+#include "support/fake_files.h"
+#include "support/simulated_time.h"
+
+namespace pavoline::testing {
+
+// One run of a scripted tool. A behaviour says here what the tool does; all times are milliseconds
+// after its start. What lies behind the tool's end, also by being killed, does not happen.
+class ToolRun {
+ public:
+  std::string line;    // the command, of a batch file with its variables put in
+  std::string output;  // file after ">"; empty: none
+  std::string image;   // name in the process list, taken from the command; may be changed
+
+  void print(long ms, const std::string& text);  // to its output
+  void does(long ms, std::function<void()> action);
+  void endsAt(long ms) { end_ = std::max(end_, ms); }  // else right after its last step
+  void neverEnds() { endless_ = true; }
+
+ private:
+  friend class FakeProcesses;
+  std::multimap<long, std::function<void(FakeFiles&)>> steps_;
+  long end_ = 0;
+  bool endless_ = false;
+};
+
+// Programs that run in simulated time. A batch file's lines run one after the other; a program
+// without a behaviour ends at once, one whose file is missing does not start.
+class FakeProcesses : public Processes {
+ public:
+  FakeProcesses(SimulatedTime& time, FakeFiles& files, Environment& environment)
+      : time_(time), files_(files), environment_(environment) {}
+
+  struct Started {
+    std::string command;
+    ShowMode mode;
+    std::string script;  // content of a started batch file
+    bool redirectionOff;
+    long at;
+  };
+  std::vector<Started> started;
+  std::vector<std::string> ran;     // every single command, batch lines with variables put in
+  std::vector<std::string> killed;  // image names as listed
+  int failNextStarts = 0;
+  bool is64BitWindows = true;  // there is a redirection to switch off
+  int redirectionOffDepth = 0;
+  long eventsMs = 1;  // simulated time that handling the pending events takes
+
+  using Behaviour = std::function<void(ToolRun&)>;
+  // For commands that contain this text, case ignored. Of several the one given last counts.
+  void onStart(const std::string& partOfCommand, Behaviour behaviour);
+  // A program that runs besides, until it is terminated.
+  void alreadyRunning(const std::string& imageName);
+  bool ranLike(const std::string& partOfCommand) const;  // case ignored
+
+  std::unique_ptr<StartedProgram> start(const std::string& commandLine, ShowMode mode) override;
+  std::uintptr_t disableRedirection() override;
+  void revertRedirection(std::uintptr_t oldValue) override;
+  std::vector<RunningProcess> list() override;
+  void terminate(std::uint32_t id) override;
+  void handleEvents() override { time_.advance(time_.mainUnloaded() ? 0 : eventsMs); }
+
+ private:
+  struct Job {
+    std::vector<std::string> lines;  // left to run
+    bool batch = false, running = true;
+  };
+  struct Process {
+    std::string image;
+    std::shared_ptr<Job> job;
+    bool interpreter = false;  // the one that reads the batch file
+  };
+  class Handle;
+
+  void runNextLine(const std::shared_ptr<Job>& job);
+  bool runLine(const std::shared_ptr<Job>& job, const std::string& text);
+  void runTool(const std::shared_ptr<Job>& job, const Behaviour& behaviour, ToolRun run);
+  void waitOnce();
+  std::string expand(const std::string& line) const;
+  bool programMissing(const std::string& line) const;
+  const Behaviour* behaviourFor(const std::string& line) const;
+  std::uint32_t add(Process process);
+
+  SimulatedTime& time_;
+  FakeFiles& files_;
+  Environment& environment_;
+  std::vector<std::pair<std::string, Behaviour>> behaviours_;
+  std::map<std::uint32_t, Process> processes_;
+  std::uint32_t nextId_ = 100;
+  int waitsAfterUnload_ = 0;
+};
+
+}  // namespace pavoline::testing

@@ -1,0 +1,79 @@
+#include "support/fake_text.h"
+
+#include <iconv.h>
+
+#include <optional>
+#include <stdexcept>
+
+#include "support/fold_case.h"
+
+namespace pavoline::testing {
+namespace {
+
+// Nothing when a byte of `bytes` cannot be converted.
+std::optional<std::string> Convert(const std::string& from, const std::string& to,
+                                   std::string bytes) {
+  const iconv_t converter = iconv_open(to.c_str(), from.c_str());
+  if (converter == reinterpret_cast<iconv_t>(-1)) throw std::runtime_error("No code page " + to);
+  std::string result(bytes.size() * 4 + 8, '\0');
+  char* in = bytes.data();
+  char* out = result.data();
+  std::size_t inLeft = bytes.size(), outLeft = result.size();
+  const bool good = iconv(converter, &in, &inLeft, &out, &outLeft) != static_cast<std::size_t>(-1);
+  iconv_close(converter);
+  if (!good) return std::nullopt;
+  result.resize(result.size() - outLeft);
+  return result;
+}
+
+}  // namespace
+
+std::string FakeTextServices::toAnsi(const std::string& text) {
+  std::string result;
+  for (char32_t c : Decode(text)) {
+    result += Convert("UTF-8", codePage, Encode(std::u32string(1, c))).value_or("?");
+  }
+  return result;
+}
+
+std::string FakeTextServices::fromAnsi(const std::string& bytes) {
+  std::string result;
+  for (std::size_t i = 0; i < bytes.size();) {
+    std::optional<std::string> character;
+    std::size_t length = 1;
+    for (; length <= 2 && i + length <= bytes.size() && !character; ++length) {
+      character = Convert(codePage, "UTF-8", bytes.substr(i, length));
+    }
+    result += character.value_or("\uFFFD");
+    i += character ? length - 1 : 1;
+  }
+  return result;
+}
+
+std::string FakeTextServices::fromUtf16(const std::string& bytes) {
+  std::u32string result;
+  const auto unit = [&](std::size_t i) -> char32_t {
+    return static_cast<unsigned char>(bytes[i]) | static_cast<unsigned char>(bytes[i + 1]) << 8;
+  };
+  for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
+    const char32_t c = unit(i);
+    const bool pair = c >= 0xD800 && c < 0xDC00 && i + 3 < bytes.size() && unit(i + 2) >= 0xDC00 &&
+                      unit(i + 2) < 0xE000;
+    if (pair) {
+      result += 0x10000 + ((c - 0xD800) << 10) + (unit(i + 2) - 0xDC00);
+      i += 2;
+    } else {
+      result += c >= 0xD800 && c < 0xE000 ? U'\uFFFD' : c;
+    }
+  }
+  return Encode(result);
+}
+
+std::string FakeTextServices::lower(const std::string& text) { return Lower(text); }
+std::string FakeTextServices::upper(const std::string& text) { return Upper(text); }
+
+std::string FakeTextServices::toUtf16(const std::string& text) {
+  return Convert("UTF-8", "UTF-16LE", text).value_or(std::string());
+}
+
+}  // namespace pavoline::testing

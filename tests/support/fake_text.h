@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+
+#include "platform/text_services.h"
+
+namespace pavoline::testing {
+
+// Conversions by the C library, for any code page it knows ("CP1252", "CP936", "CP932").
+class FakeTextServices : public TextServices {
+ public:
+  std::string codePage = "CP1252";
+
+  std::string toAnsi(const std::string& text) override;
+  std::string fromAnsi(const std::string& bytes) override;
+  std::string fromUtf16(const std::string& bytes) override;
+  std::string toUtf16(const std::string& text) override;
+  std::string lower(const std::string& text) override;
+  std::string upper(const std::string& text) override;
+};
+
+}  // namespace pavoline::testing

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <vector>
+
+#include "form/form.h"
+
+namespace pavoline::testing {
+
+// The clock of a test, in milliseconds, which moves only when told to. Fires the timers of watched
+// forms and queued actions in the order of their times, also from inside a handler (as messages
+// reach a program that waits inside a handler).
+class SimulatedTime {
+ public:
+  using Action = std::function<void()>;
+
+  long now() const { return now_; }
+  void after(long ms, Action action) { queue_.emplace(now_ + ms, std::move(action)); }
+  void watch(Form& form) { forms_.push_back(&form); }
+  void forget(Form& form);
+
+  // The form watched first, the main window, has gone: waits should end.
+  bool mainUnloaded() const { return !forms_.empty() && forms_.front()->unloaded(); }
+
+  void advance(long ms);  // fires all that is due within this span
+  void advanceToNext();   // to the next thing that happens; throws when nothing ever will
+  bool anythingAhead();   // a timer runs or an action is queued
+
+  // Simulated time at which a test is taken to hang; reaching it throws.
+  long limit = 24L * 3600 * 1000;
+
+ private:
+  struct TimerState {
+    unsigned revision = 0;
+    long due = -1;  // -1: does not run
+  };
+  void noticeTimers();
+  long nextDue();
+  void fireOneDueBy(long time);
+
+  long now_ = 0;
+  std::vector<Form*> forms_;
+  std::map<Timer*, TimerState> timers_;
+  std::multimap<long, Action> queue_;
+};
+
+}  // namespace pavoline::testing

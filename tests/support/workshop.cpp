@@ -1,0 +1,91 @@
+#include "support/workshop.h"
+
+#include <map>
+
+#include "platform/text.h"
+
+namespace pavoline::testing {
+namespace {
+
+Texts RecognisableTexts() {
+  // Texts in which the program puts something in place of these words.
+  const std::map<std::size_t, std::string> placeholders = {
+      {14, " %f%"}, {15, " %bp%"}, {16, " %ip%"}, {17, " %ip_id%"}, {19, " %ip_id%"},
+      {26, " %n%"}, {31, " %ip%"}, {55, " %n%"},  {68, " %bp%"},    {69, " %bp%"},
+      {78, " %f%"}, {83, " %F%"},  {87, " %F%"},  {112, " %v%"},
+  };
+  Texts texts;
+  for (std::size_t n = 0; n < texts.strings.size(); ++n) {
+    texts.strings[n] = "S" + std::to_string(n);
+    if (const auto it = placeholders.find(n); it != placeholders.end()) {
+      texts.strings[n] += it->second;
+    }
+  }
+  for (std::size_t n = 0; n < texts.captions.size(); ++n) {
+    texts.captions[n] = "C" + std::to_string(n);
+  }
+  return texts;
+}
+
+void FurnishSystem(FakePlatform& machine) {
+  machine.drives.add("X:");
+  machine.drives.add("C:", kDriveFixed, VolumePosition{1, 1});
+  machine.drives.add("D:", kDriveFixed, VolumePosition{1, 2});
+  machine.drives.add("E:", kDriveFixed, VolumePosition{2, 1});
+  machine.environment.variables = {{"windir", "C:\\Windows"},
+                                   {"systemroot", "C:\\Windows"},
+                                   {"systemdrive", "X:"},
+                                   {"comspec", "C:\\Windows\\System32\\cmd.exe"}};
+  machine.files.folder("C:\\Windows\\temp");
+  machine.files.folder("C:\\Windows\\SysWOW64");
+  for (const char* name : {"cmd.exe", "format.com", "shutdown.exe", "diskpart.exe", "bcdboot.exe",
+                           "bootsect.exe", "dism.exe", "takeown.exe", "cacls.exe", "imdisk.exe"}) {
+    machine.files.put(std::string("C:\\Windows\\System32\\") + name);
+  }
+  machine.files.version("C:\\Windows\\System32\\kernel32.dll", "10.0.19041.1");
+}
+
+void FurnishProgram(Workshop& workshop) {
+  const std::string bin = "X:\\Pavoline\\Bin";
+  workshop.files.put("X:\\Pavoline\\Pavoline.exe");
+  workshop.files.put(bin + "\\wimlib-imagex\\x64\\wimlib-imagex.exe");
+  ProgramPaths& paths = workshop.session.paths;
+  paths.appDir = "X:\\Pavoline";
+  paths.appParentDir = "X:";
+  paths.binDir = bin;
+  paths.settingsPath = "X:\\Pavoline\\Pavoline.ini";
+  paths.langFile = "X:\\Pavoline\\Lang\\1033.lng";
+  paths.imageToolPath = bin + "\\wimlib-imagex\\x64\\wimlib-imagex.exe";
+  paths.imageToolArch = "x64";
+}
+
+}  // namespace
+
+Workshop::Workshop() {
+  FurnishSystem(*this);
+  FurnishProgram(*this);
+  session.texts = RecognisableTexts();
+  session.osVersion = 10.0f;
+  session.titleCaption = "Pavoline";
+  form.setCaption("Pavoline");
+  form.command1[kStart].setText(session.texts.strings[2]);
+  time.watch(form);
+}
+
+bool Workshop::runUntil(const std::function<bool()>& reached, long limitMs) {
+  const long end = time.now() + limitMs;
+  while (!reached()) {
+    if (time.now() >= end || !time.anythingAhead()) return false;
+    time.advanceToNext();
+  }
+  return true;
+}
+
+bool Workshop::said(const std::string& partOfMessage) const {
+  for (const auto& shown : dialogs.messages) {
+    if (Contains(shown.text, partOfMessage)) return true;
+  }
+  return false;
+}
+
+}  // namespace pavoline::testing
