@@ -6,7 +6,7 @@
 #include "platform/files.h"
 #include "platform/text.h"
 #include "resource_ids.h"
-#include "ui/menu_commands.h"
+#include "ui/system_menu.h"
 
 namespace pavoline {
 namespace {
