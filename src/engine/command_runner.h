@@ -36,6 +36,10 @@ std::string ShortPath(Session& session, const std::string& path);
 // The same for a line of a batch file, where the interpreter reads "%" as the start of a variable.
 std::string BatchPath(Session& session, const std::string& path);
 
+// A path as one word of a direct command line: in double quotes where it holds a blank or a
+// character that the command interpreter would read, bare otherwise.
+std::string CommandWord(const std::string& path);
+
 // Ends every process of that image name, given in lower case with its extension.
 void KillProcessByName(Session& session, const std::string& name);
 bool IsProcessRunning(Session& session, const std::string& name);
@@ -52,6 +56,9 @@ std::string ReadUtf8File(Session& session, const std::string& path);
 // False when the file could not be written whole.
 bool WriteUtf8File(Session& session, const std::string& text, const std::string& path,
                    bool withBom);
+
+// Shell flags for a deletion that neither asks nor shows anything.
+inline constexpr unsigned kDeleteQuietly = 0x0414;
 
 // Deletes a file or a folder tree through the shell; true on success.
 bool DeleteTree(Session& session, const std::string& path, unsigned flags);

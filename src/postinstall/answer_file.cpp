@@ -1,0 +1,114 @@
+#include "postinstall/answer_file.h"
+
+#include <cstdio>
+#include <utility>
+
+#include "engine/command_runner.h"
+#include "form/text_numbers.h"
+#include "platform/dialogs.h"
+#include "platform/environment.h"
+#include "platform/files.h"
+#include "platform/text.h"
+#include "postinstall/utf8_check.h"
+#include "session/random_letter.h"
+
+namespace pavoline {
+namespace {
+
+constexpr char kTemplateMark[] = "[Pavoline]";
+
+// The chosen template's path. A path below the program's folder is kept as ".\...".
+std::string TemplatePath(const Session& session) {
+  const std::string path =
+      ReplaceAll(session.form.text[kAnswerFile].text(), "%App.Path%", session.paths.appDir);
+  return path.starts_with(".\\") ? session.paths.appDir + path.substr(1) : path;
+}
+
+// The template's text without its first character, which is the byte-order mark; a template
+// without one loses a real character. Empty for bytes that are not UTF-8: what could be made of
+// them would be no answer file, and setup stops at a broken one where it does without a missing
+// one.
+std::string TemplateText(Session& session, const std::string& path) {
+  const std::string bytes = ReadUtf8File(session, path);
+  if (bytes.empty() || !IsUtf8Text(bytes)) {
+    Journal(session, "answer file skipped, no UTF-8 text: " + path);
+    return {};
+  }
+  return bytes.substr(Utf8Length(bytes.front()));
+}
+
+// "PAVO-" + date + two letters: 15 characters, the longest name a network takes.
+std::string GeneratedName(Environment& environment) {
+  environment.reseedRandom();
+  const LocalTime today = environment.now();
+  char date[32];
+  std::snprintf(date, sizeof date, "%04d%02d%02d", today.year, today.month, today.day);
+  std::string name = std::string("PAVO-") + date;
+  name += RandomLetter(environment);
+  name += RandomLetter(environment);
+  return name;
+}
+
+// A name with one of these characters would break the answer file.
+std::string XmlText(const std::string& value) {
+  std::string text = ReplaceAll(value, "&", "&amp;");
+  text = ReplaceAll(text, "<", "&lt;");
+  text = ReplaceAll(text, ">", "&gt;");
+  return ReplaceAll(text, "\"", "&quot;");
+}
+
+// Puts the names in. Defaults for user and workgroup stay with the options; a generated computer
+// name does not, so that the next installation gets its own.
+std::string FillNames(Session& session, std::string text) {
+  InstallOptions& options = session.options;
+  if (options.pcUser.empty()) options.pcUser = "PAVO";
+  if (options.workGroup.empty()) options.workGroup = "WORKGROUP";
+  const std::string computer = options.computerName.empty()
+                                   ? GeneratedName(session.platform.environment)
+                                   : options.computerName;
+  text = ReplaceAll(std::move(text), "%Pavoline-User%", XmlText(options.pcUser));
+  text = ReplaceAll(std::move(text), "%Pavoline-PC%", XmlText(computer));
+  return ReplaceAll(std::move(text), "%Pavoline-Group%", XmlText(options.workGroup));
+}
+
+void Save(Session& session, const std::string& text, const std::string& folder) {
+  Files& files = session.platform.files;
+  if (!files.exists(folder)) files.createFolder(folder);
+  const std::string path = folder + "\\unattend.xml";
+  if (WriteUtf8File(session, text, path, true)) {
+    Journal(session, "answer file " + path);
+    return;
+  }
+  files.remove(path);
+  Journal(session, "could not be written: " + path);
+  if (session.commandLine.silent) return;
+  Message(session, ReplaceAll(String(session, kTextCannotWrite), "%f%", path), kErrorMessage,
+          String(session, kTextError));
+}
+
+}  // namespace
+
+bool IsTemplate(const std::string& text) {
+  return Contains(text, kTemplateMark) && Contains(text, "process=1");
+}
+
+void WriteAnswerFile(Session& session) {
+  Files& files = session.platform.files;
+  const std::string windows = session.form.text[kInstallPartition].text() + "\\Windows";
+  if (files.exists(windows + "\\Panther\\unattend.xml")) return;
+  session.form.status.setText(String(session, kTextWritingAnswerFile));
+
+  const std::string path = TemplatePath(session);
+  if (!files.exists(path)) return;
+  std::string text = TemplateText(session, path);
+  if (text.empty()) return;
+  // The built-in one logs on as Administrator by itself.
+  if (Contains(text, kTemplateMark) && LowerAscii(session.options.pcUser) == "administrator") {
+    text = BuiltInAnswerFile();
+  }
+  const bool is64Bit = files.exists(windows + "\\SysWOW64");
+  text = ReplaceAll(std::move(text), "%Pavoline-Arch%", is64Bit ? "amd64" : "x86");
+  Save(session, FillNames(session, std::move(text)), windows + "\\Panther");
+}
+
+}  // namespace pavoline

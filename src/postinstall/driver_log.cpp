@@ -1,0 +1,41 @@
+#include "postinstall/driver_log.h"
+
+#include "platform/text.h"
+
+namespace pavoline {
+namespace {
+
+constexpr std::string_view kLineEnd = "\r\n";
+constexpr std::size_t kProgressWords = 8;
+
+// The line before the last line end; what follows it is still being written.
+std::string_view LastWholeLine(std::string_view log) {
+  const auto end = log.rfind(kLineEnd);
+  if (end == std::string_view::npos) return {};
+  const auto before = log.substr(0, end);
+  const auto start = before.rfind(kLineEnd);
+  return start == std::string_view::npos ? before : before.substr(start + kLineEnd.size());
+}
+
+}  // namespace
+
+DriverStep ParseDriverLog(std::string_view log) {
+  DriverStep step;
+  const std::string_view line = LastWholeLine(log);
+  const auto words = Split(line, " ");
+  if (words.size() < kProgressWords) {
+    step.kind = Contains(line, "...") ? DriverStep::kSearching : DriverStep::kOverUnlessRunning;
+    return step;
+  }
+  // "Installing 3 of 12 - oem3.inf: The driver package was successfully installed."
+  if (!IsNumeric(words[1]) || !IsNumeric(words[3])) {
+    step.kind = DriverStep::kUnknown;
+    return step;
+  }
+  step.kind = DriverStep::kInstalling;
+  step.done = LeadingInteger16(words[1]);
+  step.total = LeadingInteger16(words[3]);
+  return step;
+}
+
+}  // namespace pavoline
