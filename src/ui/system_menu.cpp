@@ -130,7 +130,7 @@ void BuildSystemMenu(Session& session) {
   const auto text = [&](int n) { return String(session, n); };
   session.form.setSystemMenu({
       Item(kMenuSaveSettings, text(kTextSaveSettings), PAVOLINE_ICON_SAVE),
-      Item(kMenuComputerName, text(kTextNamesMenu), PAVOLINE_ICON_COMPUTER_NAME),
+      Item(kMenuComputerName, text(kTextNamesMenu) + "\tCtrl+N", PAVOLINE_ICON_COMPUTER_NAME),
       Separator(),
       Submenu(text(kTextTools), PAVOLINE_ICON_TOOLS, ToolItems(session)),
       Submenu(text(kTextApplyMode), PAVOLINE_ICON_APPLY_MODE, ApplyModeItems()),
