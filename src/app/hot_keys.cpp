@@ -4,7 +4,6 @@
 #include "form/main_layout.h"
 #include "form/text_numbers.h"
 #include "ui/companion_tools.h"
-#include "ui/menu_commands.h"
 #include "ui/small_windows.h"
 #include "ui/system_menu.h"
 
