@@ -1,0 +1,123 @@
+// The main window between installations: keys, rows, browse buttons.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "app/hot_keys.h"
+#include "app/installer.h"
+
+namespace pavoline {
+namespace {
+
+using testing::Installer;
+
+TEST(HotKeys, F2TogglesTheWidthAndTheOptions) {
+  Installer shop;
+  shop.start();
+  ASSERT_TRUE(shop.form.onKeyDown(kKeyF2, 0));
+  EXPECT_EQ(shop.form.width(), kNarrowWidth);
+  EXPECT_EQ(shop.form.status.text(), "S0");
+  EXPECT_FALSE(shop.form.frame[kOptionsFrame].visible());
+  shop.form.onKeyDown(kKeyF2, 0);
+  EXPECT_EQ(shop.form.width(), kWideWidth);
+  EXPECT_EQ(shop.form.status.text(), "S1");
+  EXPECT_TRUE(shop.form.frame[kOptionsFrame].visible());
+}
+
+TEST(HotKeys, StartToolsThatAreThereAndOnlyWhileIdle) {
+  struct Case {
+    int key;
+    const char* path;
+    bool closes;
+  };
+  for (const Case& c :
+       {Case{'B', "X:\\Pavoline\\Brantor.exe", true}, Case{'R', "X:\\Quillet\\Quillet.exe", true},
+        Case{'D', "X:\\DiskGenius\\DiskGenius.exe", false},
+        Case{'G', "X:\\Pavoline\\Bin\\Ghost\\x64\\ghost.exe", true}}) {
+    Installer missing;
+    missing.start();
+    missing.form.onKeyDown(c.key, kControlKey);
+    EXPECT_FALSE(missing.form.unloaded()) << c.path;
+
+    Installer shop;
+    shop.files.put(c.path);
+    shop.start();
+    shop.form.onKeyDown(c.key, kShiftNone);
+    shop.form.busy = true;
+    shop.form.onKeyDown(c.key, kControlKey);
+    EXPECT_FALSE(shop.processes.ranLike(c.path)) << c.path;
+    shop.form.busy = false;
+    shop.form.onKeyDown(c.key, kControlKey);
+    EXPECT_TRUE(shop.processes.ranLike(c.path)) << c.path;
+    EXPECT_EQ(shop.form.unloaded(), c.closes) << c.path;
+  }
+}
+
+TEST(Rows, TickingAnEmptyRowAsksForItsPathAtOnce) {
+  Installer shop;
+  shop.files.put("X:\\Pavoline\\Bin\\unattend\\unattend.xml",
+                 "\xEF\xBB\xBF<!-- [Pavoline] process=1 -->");
+  Session& session = shop.start();
+  shop.form.check[kUseAnswerFile].setValue(1);
+  EXPECT_FALSE(shop.form.check[kUseAnswerFile].ticked()) << "cancelled";
+  EXPECT_EQ(shop.dialogs.openRequests.back().initialFolder, "X:\\Pavoline\\Bin\\unattend");
+
+  shop.dialogs.files = {"X:\\Pavoline\\Bin\\unattend\\unattend.xml"};
+  shop.form.check[kUseAnswerFile].setValue(1);
+  EXPECT_EQ(shop.form.text[kAnswerFile].text(), ".\\Bin\\unattend\\unattend.xml");
+  EXPECT_TRUE(shop.form.text[kAnswerFile].enabled() &&
+              shop.form.command1[kBrowseAnswerFile].enabled());
+  EXPECT_TRUE(session.templateMarked);
+
+  shop.dialogs.folders = {"X:\\Pavoline2\\drv"};
+  shop.form.check[kAddDrivers].setValue(1);
+  EXPECT_EQ(shop.form.text[kDriverFolder].text(), "X:\\Pavoline2\\drv");
+  shop.form.check[kRunPlugin].setValue(1);
+  EXPECT_TRUE(shop.form.combo2.enabled()) << "a plug-in row asks nothing";
+}
+
+TEST(Rows, RefuseAnswerFilesInOtherEncodings) {
+  for (const char* content : {"\xFF\xFE<\0", "<unattend/>", "\xFE\xFF", "", "\xEF"}) {
+    Installer shop;
+    shop.files.put("D:\\a.xml", content);
+    shop.start();
+    shop.dialogs.files = {"D:\\a.xml"};
+    shop.form.check[kUseAnswerFile].setValue(1);
+    EXPECT_EQ(shop.count("S7"), 1);
+    EXPECT_EQ(shop.form.text[kAnswerFile].text(), "");
+  }
+}
+
+TEST(Chooser, IsRefusedUntilThePartitionsAreKnown) {
+  Installer shop;
+  shop.start();
+  shop.form.setTag("0");
+  shop.form.command1[kChooseBoot].press();
+  EXPECT_EQ(shop.count("S45"), 1);
+  shop.form.setTag("1");
+  shop.form.command1[kChooseBoot].press();
+  EXPECT_EQ(shop.count("S45"), 1);
+  EXPECT_EQ(shop.dialogs.shownForms.size(), 1u);
+}
+
+TEST(Search, RunsOnTheButtonAndStopsOnTheSecondPress) {
+  Installer shop;
+  shop.start();
+  shop.files.sized("D:\\wim\\big.wim", 5ull << 30);
+  shop.files.sized("E:\\wim\\also.wim", 5ull << 30);
+  shop.form.search.press();
+  EXPECT_EQ(shop.program->session().search.found.size(), 2u);
+  EXPECT_EQ(shop.form.status.text(), "S55 2");
+  EXPECT_EQ(shop.form.search.text(), "S54");
+  EXPECT_EQ(shop.dialogs.shownForms.size(), 1u);
+
+  shop.processes.eventsMs = 10;
+  shop.time.after(5, [&] {
+    EXPECT_EQ(shop.form.search.text(), "S27");
+    shop.form.search.press();
+  });
+  shop.form.search.press();
+  EXPECT_LT(shop.program->session().search.found.size(), 2u);
+}
+
+}  // namespace
+}  // namespace pavoline

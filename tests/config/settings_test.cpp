@@ -1,0 +1,106 @@
+#include <gtest/gtest.h>
+
+#include "config/settings_file.h"
+#include "support/workshop.h"
+
+namespace pavoline {
+namespace {
+
+using testing::Workshop;
+
+void LoadWith(Workshop& shop, const std::string& keys) {
+  shop.files.put("X:\\Pavoline\\Pavoline.ini", "[Option]\r\n" + keys);
+  LoadIni(shop.session);
+}
+
+TEST(Settings, GiveTheDefaultsWithoutAFile) {
+  Workshop shop;
+  LoadIni(shop.session);
+  const Form1& form = shop.form;
+  EXPECT_TRUE(form.check[kRepairBoot].ticked() && form.check[kRestart].ticked());
+  for (int box : {kDoNotFormat, kUseAnswerFile, kAddDrivers, kRunPlugin}) {
+    EXPECT_FALSE(form.check[box].ticked()) << box;
+  }
+  EXPECT_EQ(form.check[kDoNotFormat].tag(), "0");
+  EXPECT_EQ(shop.session.options.searchLevel, 2);
+  EXPECT_EQ(shop.session.options.pluginDir, "Plug-in");
+  EXPECT_TRUE(shop.session.minimizeGhost);
+  EXPECT_FALSE(shop.session.advancedModeHide || shop.session.options.usbPartition);
+}
+
+TEST(Settings, ReadFlagsByTheirExactValues) {
+  struct Case {
+    const char* key;
+    const char* value;
+    CheckIndex box;
+    bool ticked;
+  };
+  for (const Case& c :
+       {Case{"BootRepair", "0", kRepairBoot, false}, Case{"BootRepair", "yes", kRepairBoot, false},
+        Case{"BootRepair", "", kRepairBoot, true}, Case{"AutoRestart", "2", kRestart, false},
+        Case{"NoFormatting", "1", kDoNotFormat, true},
+        Case{"NoFormatting", "yes", kDoNotFormat, false}}) {
+    Workshop shop;
+    LoadWith(shop, std::string(c.key) + "=" + c.value + "\r\n");
+    EXPECT_EQ(shop.form.check[c.box].ticked(), c.ticked) << c.key << "=" << c.value;
+  }
+  for (const auto& [value, on] : {std::pair{"0", false}, {"no", true}, {"1", true}}) {
+    Workshop shop;
+    LoadWith(shop, std::string("MinimizeGhost=") + value + "\r\n");
+    EXPECT_EQ(shop.session.minimizeGhost, on) << value;
+  }
+}
+
+TEST(Settings, TickAStepOnlyWithItsPath) {
+  Workshop shop;
+  LoadWith(shop, "Unattend=1\r\nAddDriver=1\r\nAddDriverFile=D:\\drv\r\nPluginFile=tool\r\n");
+  EXPECT_FALSE(shop.form.check[kUseAnswerFile].ticked());
+  EXPECT_TRUE(shop.form.check[kAddDrivers].ticked());
+  EXPECT_EQ(shop.form.text[kDriverFolder].text(), "D:\\drv");
+  EXPECT_FALSE(shop.form.check[kRunPlugin].ticked());
+  EXPECT_EQ(shop.form.combo2.text(), "tool");
+}
+
+TEST(Settings, CutLongValuesAndKeepGarbageOut) {
+  Workshop shop;
+  LoadWith(shop, "SearchDir=" + std::string(200, 'a') + "\r\nSearchLevel=deep\r\n");
+  EXPECT_EQ(shop.session.options.searchDir, std::string(127, 'a'));
+  EXPECT_EQ(shop.session.options.searchLevel, 0);
+
+  Workshop broken;
+  broken.files.put("X:\\Pavoline\\Pavoline.ini", std::string("\0\xFF\x01[Option\0]==\n\n=\r", 17));
+  LoadIni(broken.session);
+  EXPECT_TRUE(broken.form.check[kRepairBoot].ticked());
+}
+
+TEST(Settings, ComposeTheTitle) {
+  for (const auto& [keys, title] : {std::pair{"", "Pavoline Installer"},
+                                    {"TitleLng=1\r\n", "Pavoline"},
+                                    {"TitleLng=1\r\nSubTitle=Shop 7\r\n", "Shop 7 - Pavoline"}}) {
+    Workshop shop;
+    shop.form.setCaption("Pavoline");
+    LoadWith(shop, keys);
+    EXPECT_EQ(shop.form.caption(), title);
+    EXPECT_EQ(shop.session.titleCaption, title);
+  }
+}
+
+TEST(Settings, SaveWhatTheUserChangedAndNothingElse) {
+  Workshop shop;
+  LoadWith(shop, "SearchLevel=3\r\nUnattendFile=.\\Bin\\unattend\\unattend.xml\r\nUnattend=1\r\n");
+  shop.form.check[kRestart].setValue(0);
+  shop.session.options.computerName = "SHOP-7";
+  shop.session.options.searchLevel = 1;
+  SaveAsIni(shop.session);
+
+  Workshop again;
+  LoadWith(again, shop.files.text("X:\\Pavoline\\Pavoline.ini").substr(10));
+  EXPECT_FALSE(again.form.check[kRestart].ticked());
+  EXPECT_TRUE(again.form.check[kUseAnswerFile].ticked());
+  EXPECT_EQ(again.form.text[kAnswerFile].text(), ".\\Bin\\unattend\\unattend.xml");
+  EXPECT_EQ(again.session.options.computerName, "SHOP-7");
+  EXPECT_EQ(again.session.options.searchLevel, 3) << "an administrator's setting";
+}
+
+}  // namespace
+}  // namespace pavoline
