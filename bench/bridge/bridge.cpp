@@ -2,8 +2,9 @@
 // script of that name, stays in the process list under the Windows name while the script runs, and
 // returns its exit code. When this process is terminated the script is told and ends as well.
 
-#include <shellapi.h>
 #include <windows.h>
+
+#include <shellapi.h>
 
 #include <algorithm>
 #include <cstdio>

@@ -1,6 +1,7 @@
 // List views of another process: their messages carry pointers, which must point into that process.
-#include <commctrl.h>
 #include <windows.h>
+
+#include <commctrl.h>
 
 #include <vector>
 

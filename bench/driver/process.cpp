@@ -1,8 +1,9 @@
 #include "driver/process.h"
 
+#include <windows.h>
+
 #include <psapi.h>
 #include <tlhelp32.h>
-#include <windows.h>
 
 #include <utility>
 

@@ -1,5 +1,7 @@
 #include "driver/window.h"
 
+#include <windows.h>
+
 #include <shellapi.h>
 #include <shlobj.h>
 #include <tlhelp32.h>

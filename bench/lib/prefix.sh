@@ -2,13 +2,22 @@
 
 bench_template=$bench_build/template
 
+set_registry() { wine reg add "$1" /v "$2" /d "$3" /f >/dev/null 2>&1; }
+
 make_template() {
   [[ -f $bench_template/complete ]] && return 0
   rm -rf "$bench_template"
   mkdir -p "$bench_template"
   say_line "making the template of the Wine prefix (once)"
-  WINEPREFIX=$bench_template WINEARCH=win64 DISPLAY='' wineboot -i >/dev/null 2>&1
-  WINEPREFIX=$bench_template wineserver -w
+  local WINEPREFIX=$bench_template DISPLAY=''
+  export WINEPREFIX DISPLAY
+  wineboot -i >/dev/null 2>&1
+  wineserver -w
+  cp /usr/share/wine/fonts/*.ttf "$bench_template/drive_c/windows/Fonts/"
+  # Every program stands in one desktop of this name, which Wine gives a taskbar.
+  set_registry 'HKCU\Software\Wine\Explorer' Desktop shell
+  set_registry 'HKCU\Software\Wine\Explorer\Desktops' shell "${BENCH_SCREEN:-1024x768}"
+  wineserver -w
   find "$bench_template/dosdevices" -type l ! -name c: -delete
   touch "$bench_template/complete"
 }

@@ -8,5 +8,5 @@ bench_programs() {
   [[ -f $dir/build.ninja ]] || cmake -S "$bench_source" -B "$dir" -G Ninja -DCMAKE_BUILD_TYPE=MinSizeRel \
     -DCMAKE_TOOLCHAIN_FILE="$repo/cmake/mingw-$1.cmake" >/dev/null
   local log
-  log=$(ninja -C "$dir" 2>&1) || die "$log"
+  log=$(ninja -C "$dir" 2>&1) || die "$(head -n 60 <<<"$log")"
 }

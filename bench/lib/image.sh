@@ -1,0 +1,77 @@
+# Sources to install from: a two-edition WIM and what can be made of it. Made once per size and kept.
+
+image_store=$bench_build/images
+editions=("Windows 10 Home" "Windows 10 Pro")
+
+image_folder() { echo "$image_store/$1"; }
+
+# make_trees MEGABYTES: edition-1 and edition-2; the second is the first and a little more.
+make_trees() {
+  local folder kernel
+  folder=$(image_folder "$1")
+  [[ -f $folder/trees ]] && return 0
+  rm -rf "$folder"
+  mkdir -p "$folder/edition-1"
+  kernel=$(bench_bin x64)/kernel32.dll
+  perl "$bench_source/image/make-tree.pl" "$folder/edition-1" "$1" Home "$kernel"
+  cp -al "$folder/edition-1" "$folder/edition-2"
+  mv "$folder/edition-2/Windows/Home.xml" "$folder/edition-2/Windows/Professional.xml"
+  mkdir -p "$folder/edition-2/Windows/System32/Professional"
+  head -c 700000 /dev/urandom >"$folder/edition-2/Windows/System32/Professional/gpedit.dll"
+  touch "$folder/trees"
+}
+
+# describe_image FILE INDEX DISPLAY-NAME EDITION-ID LANGUAGE: what a Windows image says of itself.
+describe_image() {
+  wimlib-imagex info "$1" "$2" \
+    --image-property "DISPLAYNAME=$3" --image-property "DISPLAYDESCRIPTION=$3" \
+    --image-property WINDOWS/ARCH=9 --image-property "WINDOWS/EDITIONID=$4" \
+    --image-property "WINDOWS/LANGUAGES/LANGUAGE=$5" --image-property "WINDOWS/LANGUAGES/DEFAULT=$5" \
+    --image-property WINDOWS/VERSION/MAJOR=10 --image-property WINDOWS/VERSION/MINOR=0 \
+    --image-property WINDOWS/VERSION/BUILD=19045 --image-property WINDOWS/VERSION/SPBUILD=3803 \
+    --image-property WINDOWS/SYSTEMROOT=WINDOWS >/dev/null
+}
+
+# capture FILE TREE1 TREE2 OPTIONS...
+capture() {
+  local file=$1 first=$2 second=$3
+  shift 3
+  wimlib-imagex capture "$first" "$file" "Windows 10 Home" --no-acls "$@" >/dev/null
+  wimlib-imagex append "$second" "$file" "Windows 10 Pro" --no-acls "${@/--compress=*/}" >/dev/null
+  describe_image "$file" 1 "${editions[0]}" Core en-US
+  describe_image "$file" 2 "${editions[1]}" Professional de-DE
+}
+
+# image MEGABYTES KIND: prints the file of this kind (wim, esd, iso, gho), made when it is not there.
+image() {
+  local folder file
+  folder=$(image_folder "$1")
+  file=$folder/install.$2
+  make_trees "$1" >&2
+  if [[ ! -f $file ]]; then
+    rm -f "$file.part" "$folder/part.$2"
+    "make_$2" "$folder" "$folder/part.$2" >&2
+    mv "$folder/part.$2" "$file"
+  fi
+  echo "$file"
+}
+
+make_wim() { capture "$2" "$1/edition-1" "$1/edition-2" --compress=fast; }
+make_esd() { capture "$2" "$1/edition-1" "$1/edition-2" --solid --solid-compress=lzms:20; }
+
+# The bench's own Ghost image: a WIM of the second edition alone under the other name.
+make_gho() { wimlib-imagex capture "$1/edition-2" "$2" Partition --no-acls --compress=fast >/dev/null; }
+
+make_iso() {
+  local root
+  root=$(mktemp -d "$bench_build/iso.XXXX")
+  mkdir "$root/sources"
+  ln "$(image "$(basename "$1")" wim)" "$root/sources/install.wim"
+  make_iso_of "$root" "$2"
+  rm -rf "$root"
+}
+
+# make_iso_of FOLDER FILE
+make_iso_of() {
+  xorriso -as mkisofs -quiet -J -R -iso-level 3 -V BENCH -o "$2" "$1" 2>/dev/null
+}
