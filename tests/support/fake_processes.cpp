@@ -37,10 +37,12 @@ std::string ImageOf(const std::string& command) {
   return name.find('.') == std::string::npos ? name + ".exe" : name;
 }
 
+// The file after the last ">" that does not join two streams ("2>&1").
 std::string OutputOf(const std::string& line) {
-  const auto sign = line.rfind(" >");
-  if (sign == std::string::npos) return {};
-  return ProgramOf(line.substr(line.find_first_not_of("> ", sign)));
+  auto sign = line.rfind('>');
+  if (sign != std::string::npos && line.compare(sign, 2, ">&") == 0)
+    sign = line.rfind('>', sign - 1);
+  return sign == std::string::npos ? std::string() : ProgramOf(line.substr(sign + 1));
 }
 
 }  // namespace

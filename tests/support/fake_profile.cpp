@@ -55,16 +55,15 @@ std::vector<std::string> FakeProfile::lines(const std::string& file) {
 }
 
 std::string FakeProfile::cut(const std::string& value, int bytes) {
-  const bool exact = text_.fromAnsi(text_.toAnsi(value)) == value;
   std::string result;
-  int used = 0;
   for (char32_t c : Decode(value)) {
     const std::string character = Encode(std::u32string(1, c));
-    used += static_cast<int>((exact ? text_.toAnsi(character) : character).size());
-    if (used > bytes) break;
+    const std::string ansi = text_.toAnsi(character);
+    bytes -= static_cast<int>((text_.fromAnsi(ansi) == character ? ansi : character).size());
+    if (bytes < 0) break;
     result += character;
   }
-  return result;
+  return Trim(result);
 }
 
 std::string FakeProfile::read(const std::string& file, const std::string& section,

@@ -10,9 +10,9 @@ namespace {
 Texts RecognisableTexts() {
   // Texts in which the program puts something in place of these words.
   const std::map<std::size_t, std::string> placeholders = {
-      {14, " %f%"}, {15, " %bp%"}, {16, " %ip%"}, {17, " %ip_id%"}, {19, " %ip_id%"},
-      {26, " %n%"}, {31, " %ip%"}, {55, " %n%"},  {73, " %ip%"}, {68, " %bp%"},    {69, " %bp%"},
-      {78, " %f%"}, {83, " %F%"},  {87, " %F%"},  {112, " %v%"},
+      {14, " %f%"},  {15, " %bp%"}, {16, " %ip%"}, {17, " %ip_id%"}, {19, " %ip_id%"},
+      {26, " %n%"},  {31, " %ip%"}, {55, " %n%"},  {73, " %ip%"},    {68, " %bp%"},
+      {69, " %bp%"}, {78, " %f%"},  {83, " %F%"},  {87, " %F%"},     {112, " %v%"},
   };
   Texts texts;
   for (std::size_t n = 0; n < texts.strings.size(); ++n) {

@@ -1,0 +1,160 @@
+#include <gmock/gmock.h>
+
+#include <algorithm>
+
+#include "contract/contract_test.h"
+#include "platform/text.h"
+
+namespace pavoline::testing {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::Optional;
+
+class ProcessContract : public Contract {
+ protected:
+  // Null only when the program did not start.
+  std::unique_ptr<StartedProgram> startWriter(int milliseconds) {
+    return platform_.processes.start(machine_->writer(file_, milliseconds), ShowMode::kHidden);
+  }
+  void waitFor(StartedProgram& program) {
+    while (program.running()) program.waitHandlingEvents();
+  }
+  // Other programs than this test's own.
+  std::vector<RunningProcess> writers() {
+    std::vector<RunningProcess> result;
+    for (const RunningProcess& process : platform_.processes.list()) {
+      const bool mine = std::any_of(before_.begin(), before_.end(),
+                                    [&](const auto& old) { return old.id == process.id; });
+      if (!mine && LowerAscii(process.imageName) == kWriterImage) result.push_back(process);
+    }
+    return result;
+  }
+
+  std::string file_ = path("a file.txt");
+  std::vector<RunningProcess> before_ = platform_.processes.list();
+};
+
+TEST_F(ProcessContract, AProgramRunsUntilItHasDoneItsWork) {
+  const auto program = startWriter(600);
+  ASSERT_TRUE(program);
+  EXPECT_TRUE(program->running());
+  EXPECT_EQ(writers().size(), 1u);
+  waitFor(*program);
+  EXPECT_FALSE(program->running());
+  EXPECT_THAT(files_.read(file_), Optional(std::string("beginend")));
+  EXPECT_TRUE(writers().empty());
+  program->waitHandlingEvents();  // returns at once
+}
+
+TEST_F(ProcessContract, AFileIsReadWhileAProgramStillWritesIt) {
+  const auto program = startWriter(1500);
+  ASSERT_TRUE(program);
+  std::string seen;
+  while (program->running() && seen.empty()) {
+    platform_.processes.handleEvents();
+    seen = files_.read(file_).value_or("");
+  }
+  EXPECT_EQ(seen, "begin");
+  waitFor(*program);
+}
+
+TEST_F(ProcessContract, AProgramLetGoRunsOn) {
+  startWriter(300).reset();
+  ASSERT_EQ(writers().size(), 1u);
+  waitFor(*platform_.processes.start(machine_->writer(path("later"), 1500), ShowMode::kHidden));
+  EXPECT_THAT(files_.read(file_), Optional(std::string("beginend")));
+}
+
+TEST_F(ProcessContract, ATerminatedProgramIsGone) {
+  const auto program = startWriter(20000);
+  ASSERT_TRUE(program);
+  ASSERT_EQ(writers().size(), 1u);
+  platform_.processes.terminate(writers()[0].id);
+  waitFor(*program);
+  EXPECT_TRUE(writers().empty());
+  EXPECT_NE(files_.read(file_), "beginend");
+  platform_.processes.terminate(0xFFFFFFF0);  // nobody's: ignored
+}
+
+TEST_F(ProcessContract, ABatchFileIsStartedByItsPath) {
+  files_.write(path("t.bat"), "@echo off\r\necho 100%% of %windir%>" + path("t.log") + "\r\n");
+  const auto program = platform_.processes.start(path("t.bat"), ShowMode::kHidden);
+  ASSERT_TRUE(program);
+  waitFor(*program);
+  EXPECT_THAT(files_.read(path("t.log")),
+              Optional("100% of " + platform_.environment.variable("windir") + "\r\n"));
+}
+
+TEST_F(ProcessContract, WhatCannotBeStartedIsNull) {
+  files_.write(path("plain.txt"), "no program");
+  for (const std::string& command :
+       {path("missing.exe") + " a", "\"" + path("missing file.exe") + "\" a",
+        path("missing.bat")}) {
+    EXPECT_FALSE(platform_.processes.start(command, ShowMode::kHidden)) << command;
+  }
+}
+
+TEST_F(ProcessContract, RedirectionIsSwitchedOffAndBack) {
+  const auto old = platform_.processes.disableRedirection();
+  if (old != 0) platform_.processes.revertRedirection(old);
+  EXPECT_TRUE(files_.isFolder(platform_.environment.variable("windir") + "\\System32"));
+}
+
+using EnvironmentContract = Contract;
+
+TEST_F(EnvironmentContract, VariablesAreFoundByNameInAnyCase) {
+  Environment& environment = platform_.environment;
+  EXPECT_TRUE(files_.isFolder(environment.variable("windir")));
+  EXPECT_EQ(environment.variable("WinDir"), environment.variable("windir"));
+  EXPECT_THAT(LowerAscii(environment.variable("ComSpec")), HasSubstr("cmd.exe"));
+  EXPECT_EQ(environment.variable("NoSuchVariableAtAll"), "");
+}
+
+TEST_F(EnvironmentContract, TheProgramKnowsItselfAndItsLocale) {
+  Environment& environment = platform_.environment;
+  ASSERT_FALSE(environment.arguments().empty());
+  EXPECT_TRUE(files_.isFolder(environment.programFolder()));
+  EXPECT_NE(environment.programFolder().back(), '\\');
+  environment.setThreadLocale(1031);
+  EXPECT_EQ(environment.threadLocale(), 1031u);
+  EXPECT_NE(environment.systemLocale(), 0u);
+  EXPECT_FALSE(environment.fontExists("No Such Font At All"));
+  EXPECT_FALSE(environment.fontExists(""));
+  EXPECT_GE(environment.now().year, 2024);
+}
+
+TEST_F(EnvironmentContract, RandomNumbersStayInTheirRange) {
+  platform_.environment.reseedRandom();
+  for (int i = 0; i < 100; ++i) {
+    const double number = platform_.environment.random();
+    EXPECT_TRUE(number >= 0 && number < 1) << number;
+  }
+}
+
+using DrivesContract = Contract;
+
+TEST_F(DrivesContract, ALetterTellsItsVolume) {
+  Drives& drives = platform_.drives;
+  const std::string system = platform_.environment.variable("windir").substr(0, 2);
+  EXPECT_EQ(drives.type(system), kDriveFixed);
+  EXPECT_EQ(drives.type(LowerAscii(system)), kDriveFixed);
+  EXPECT_GT(drives.freeBytes(system).value_or(0), 0u);
+  EXPECT_EQ(drives.type("Q:"), kDriveNoRoot);
+  EXPECT_EQ(drives.freeBytes("Q:"), std::nullopt);
+  EXPECT_EQ(drives.position("Q:").has_value(), false);
+}
+
+using WindowsContract = Contract;
+
+TEST_F(WindowsContract, AWindowThatIsNotThereIsNone) {
+  ForeignWindows& windows = platform_.windows;
+  EXPECT_EQ(windows.findByClass("NoSuchClassAtAll"), 0u);
+  EXPECT_EQ(windows.findByTitle("No such title at all"), 0u);
+  EXPECT_EQ(windows.title(0), "");
+  windows.hide(0);
+  windows.minimize(0);
+}
+
+}  // namespace
+}  // namespace pavoline::testing
