@@ -1,4 +1,4 @@
-# The disks of a run: D: source, S: boot, E: install, on two disks with both partition styles known.
+# The disks of a run: D: source, S: boot, E: install.
 source "$bench_source/tools/volume.sh"
 
 ntfs_possible() {
@@ -28,13 +28,15 @@ gib=$((1024 * 1024 * 1024))
 
 make_disks() {
   mkdir -p "$bench/disks" "$bench/volumes"
+  ! ntfs_possible || touch "$bench/use-ntfs"
   make_volume d $((64 * gib)) Media folder
   make_volume s $((260 * 1024 * 1024)) System folder
   make_volume e $((40 * gib)) "Old Windows" ntfs
+  # Addresses as Wine's own device queries number these drives, the system drive being the first.
   : >"$bench/disks/partitions"
-  partition_line 1:1 S: $((260 * 1024 * 1024)) FAT32 EFI GPT 0 "Bench Disk 1"
-  partition_line 1:2 E: $((40 * gib)) NTFS Primary GPT 0 "Bench Disk 1"
-  partition_line 2:1 D: $((64 * gib)) NTFS Primary MBR 0 "Bench Stick 2"
+  partition_line 1:4 S: $((260 * 1024 * 1024)) FAT32 EFI GPT 0 "Bench Disk"
+  partition_line 1:3 E: $((40 * gib)) NTFS Primary GPT 0 "Bench Disk"
+  partition_line 1:2 D: $((64 * gib)) NTFS Primary GPT 0 "Bench Disk"
 }
 
 unmount_disks() {

@@ -32,12 +32,13 @@ describe_image() {
     --image-property WINDOWS/SYSTEMROOT=WINDOWS >/dev/null
 }
 
-# capture FILE TREE1 TREE2 OPTIONS...
+# capture FILE TREE1 TREE2 OPTIONS...: a file of two images, stored as the options say.
 capture() {
-  local file=$1 first=$2 second=$3
+  local file=$1 first=$2 second=$3 solid=()
   shift 3
-  wimlib-imagex capture "$first" "$file" "Windows 10 Home" --no-acls "$@" >/dev/null
-  wimlib-imagex append "$second" "$file" "Windows 10 Pro" --no-acls "${@/--compress=*/}" >/dev/null
+  [[ " $* " != *" --solid "* ]] || solid=(--solid)
+  wimlib-imagex capture "$first" "$file" "${editions[0]}" --no-acls "$@" >/dev/null
+  wimlib-imagex append "$second" "$file" "${editions[1]}" --no-acls "${solid[@]}" >/dev/null
   describe_image "$file" 1 "${editions[0]}" Core en-US
   describe_image "$file" 2 "${editions[1]}" Professional de-DE
 }
@@ -74,4 +75,12 @@ make_iso() {
 # make_iso_of FOLDER FILE
 make_iso_of() {
   xorriso -as mkisofs -quiet -J -R -iso-level 3 -V BENCH -o "$2" "$1" 2>/dev/null
+}
+
+# put_source MEGABYTES KIND PATH: a source as a file of the run's drive D:.
+put_source() {
+  local file
+  file=$(image "$1" "$2")
+  mkdir -p "$bench/volumes/d/$(dirname "$3")"
+  ln -f "$file" "$bench/volumes/d/$3" 2>/dev/null || cp "$file" "$bench/volumes/d/$3"
 }

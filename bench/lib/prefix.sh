@@ -67,3 +67,11 @@ place_application() {
   fi
   place_bridge CxDir.exe "$bin/CxDir/$bench_arch"
 }
+
+# place_ghost BUILD: the stand-in whose version carries this build, "none" for no version at all.
+place_ghost() {
+  local folder=$bench/prefix/drive_c/$bench_app/Bin/Ghost/$bench_arch
+  mkdir -p "$folder"
+  rm -f "$folder/ghost.exe"
+  [[ $1 == absent ]] || cp "$(bench_bin "$bench_arch")/ghost-$1.exe" "$folder/ghost.exe"
+}

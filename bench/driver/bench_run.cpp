@@ -1,0 +1,71 @@
+#include "driver/bench_run.h"
+
+#include <windows.h>
+
+#include <cstdio>
+#include <sstream>
+
+#include "bridge/unix_side.h"
+
+namespace bench {
+namespace {
+
+std::string runFolder() { return toUtf8(environment(L"PAVOLINE_BENCH")); }
+
+std::string readAll(const std::string& unixFile) {
+  FILE* file = _wfopen(windowsForm(unixFile).c_str(), L"rb");
+  if (!file) return {};
+  std::string content;
+  char part[4096];
+  while (const size_t count = fread(part, 1, sizeof(part), file)) content.append(part, count);
+  fclose(file);
+  return content;
+}
+
+}  // namespace
+
+std::vector<Call> journalCalls() {
+  std::vector<Call> calls;
+  std::istringstream lines(readAll(runFolder() + "/journal"));
+  for (std::string line; std::getline(lines, line);) {
+    std::istringstream fields(line);
+    Call call;
+    std::getline(fields, call.tool, '\t');
+    std::getline(fields, call.arguments, '\t');
+    std::getline(fields, call.result, '\t');
+    std::getline(fields, call.note, '\t');
+    calls.push_back(call);
+  }
+  return calls;
+}
+
+std::vector<Call> callsOf(const std::string& tool) {
+  std::vector<Call> calls = journalCalls();
+  std::erase_if(calls, [&](const Call& call) { return call.tool != tool; });
+  return calls;
+}
+
+void setFaults(const std::string& tool, const std::string& lines) {
+  FILE* file = _wfopen(windowsForm(runFolder() + "/faults/" + tool).c_str(), L"wb");
+  if (!file) return;
+  fputs((lines + "\n").c_str(), file);
+  fclose(file);
+}
+
+bool runBench(const std::string& verb, const std::vector<std::string>& arguments) {
+  std::vector<std::string> call = {"bash", runFolder() + "/bench", verb, runFolder()};
+  call.insert(call.end(), arguments.begin(), arguments.end());
+  return runUnix(call) == 0;
+}
+
+bool takeShot(const std::string& name) {
+  return runUnix({"bash", "-c", "mkdir -p \"$1/shots\" && import -window root \"$1/shots/$2.png\"",
+                  "shot", runFolder(), name}) == 0;
+}
+
+bool placeCompanion(const std::string& windowsPath) {
+  const std::string target = unixPath(fromUtf8(windowsPath));
+  return !target.empty() && runUnix({"cp", runFolder() + "/companion.exe", target}) == 0;
+}
+
+}  // namespace bench
