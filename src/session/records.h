@@ -84,6 +84,13 @@ struct FoundImage {
   std::string modified;    // "YYYY-MM-DD HH:MM"
 };
 
+// A tool that the source box waits for.
+struct SourceRun {
+  bool waiting = false;
+  std::string source;    // the box's text as the wait began
+  bool changed = false;  // the box was given another text meanwhile
+};
+
 struct SearchState {
   bool takeFirst = false;  // the first image found becomes the source (inside a mounted ISO)
   bool stop = false;       // every listing returns at once

@@ -54,11 +54,13 @@ struct Session {
   ApplyProgress apply;
   GhostProgress ghost;
   std::string mountedIsoDrive;  // "X:", empty: none
-  std::string mountedIsoFile;      // the ISO file behind that drive
+  std::string mountedIsoFile;   // the ISO file behind that drive
   std::string sourceTextAtMount;
+  SourceRun sourceRun;
+  bool virtualDiskCommand = false;   // a virtual disk is being made or moved
   bool bootRepairRequested = false;  // for the duration of the menu's boot repair
-  bool starting = false;     // Start's checks or questions are under way
-  bool autoStarted = false;  // the unattended run has pressed Start
+  bool starting = false;             // Start's checks or questions are under way
+  bool autoStarted = false;          // the unattended run has pressed Start
 };
 
 // String(n) of the language in use.

@@ -13,7 +13,8 @@ namespace pavoline {
 std::vector<WimImageInfo> ParseWimInfo(const std::string& xml);
 
 // Lists the images of the source box's WIM or ESD file in the edition list and preselects the one
-// asked for. The lists were cleared by the caller.
+// asked for. The lists were cleared by the caller. Lists nothing when the source box got another
+// text while the imaging program ran.
 void GetWimInfo(Session& session);
 
 }  // namespace pavoline

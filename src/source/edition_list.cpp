@@ -1,0 +1,78 @@
+#include "engine/command_runner.h"
+#include "form/text_numbers.h"
+#include "platform/dialogs.h"
+#include "platform/files.h"
+#include "platform/text.h"
+#include "platform/text_services.h"
+#include "source/source_wait.h"
+#include "source/wim_info.h"
+
+namespace pavoline {
+namespace {
+
+constexpr char kJobName[] = "WIMInfo";
+
+// What the imaging program says about the source; empty when it says nothing.
+std::string Describe(Session& session) {
+  const ProgramPaths& paths = session.paths;
+  const std::string command = BatchPath(session, paths.appDir) + "\\Bin\\wimlib-imagex\\" +
+                              paths.imageToolArch + "\\wimlib-imagex.exe info --xml " +
+                              BatchPath(session, session.form.combo1.text());
+  {
+    const SourceWait wait(session);
+    RunBatch(session, command, kJobName);
+  }
+  const std::string log = TempFile(session, std::string(kJobName) + ".log");
+  const std::string xml = ReadUnicodeFile(session, log);
+  session.platform.files.remove(log);
+  return xml;
+}
+
+// The line of the first word that any line contains; the words come in order of preference.
+int PreferredLine(Session& session, const std::string& words) {
+  TextServices& text = session.platform.text;
+  const std::vector<std::string>& lines = session.form.combo[kEditions].items();
+  for (const std::string& word : Split(words, ",")) {
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+      if (Contains(text.lower(lines[i]), text.lower(word))) return static_cast<int>(i);
+    }
+  }
+  return 0;
+}
+
+void Preselect(Session& session) {
+  ComboBox& list = session.form.combo[kEditions];
+  const int count = static_cast<int>(list.items().size());
+  int& asked = session.commandLine.wimIndex;
+  list.select(0);
+  if (asked >= 1 && asked <= count) {
+    list.select(asked - 1);
+    asked = 0;  // meant for the first source only
+  } else if (count > 0) {
+    list.select(PreferredLine(session, session.options.defaultSysEdition));
+  }
+}
+
+}  // namespace
+
+void GetWimInfo(Session& session) {
+  const std::string xml = Describe(session);
+  if (session.form.unloaded() || session.sourceRun.changed) return;
+  Form1& form = session.form;
+  if (xml.empty()) {
+    Journal(session, "image not readable: " + form.combo1.text());
+    ReturnToIdle(session);
+    Message(session, String(session, kTextNoEdition), kErrorMessage, String(session, kTextError));
+    return;
+  }
+  for (WimImageInfo& image : ParseWimInfo(xml)) {
+    form.combo[kEditions].addItem(image.listText);
+    form.combo[kEditionDetails].addItem(image.detailText);
+    form.combo[kEditions].setTooltip(form.combo[kEditionDetails].items().front());
+    session.editions.push_back(std::move(image));
+  }
+  Journal(session, "images listed: " + std::to_string(session.editions.size()));
+  Preselect(session);
+}
+
+}  // namespace pavoline

@@ -1,0 +1,68 @@
+#include "source/folder_lister.h"
+
+#include <algorithm>
+#include <optional>
+#include <string_view>
+
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "platform/processes.h"
+#include "platform/text.h"
+#include "source/source_wait.h"
+
+namespace pavoline {
+namespace {
+
+constexpr std::string_view kSkipped[] = {
+    ".",
+    "..",
+    "windows",
+    "boot",
+    "recovery",
+    "efi",
+    "documents and settings",
+    "program files",
+    "program files (x86)",
+    "programdata",
+    "$recycle.bin",
+    "$winreagent",
+    "perflogs",
+    "users",
+};
+
+bool IsWanted(const FileEntry& entry) {
+  return (entry.attributes & kFolderAttribute) != 0 &&
+         std::ranges::find(kSkipped, LowerAscii(entry.name)) == std::end(kSkipped);
+}
+
+}  // namespace
+
+void FolderWalk::handleEvents() const {
+  std::optional<SourceWait> wait;
+  if (locksSource) wait.emplace(session);
+  session.platform.processes.handleEvents();
+}
+
+// Junctions are followed like folders: walks are three levels deep at most, so that one leading
+// back up ends, and a volume may be mounted in a folder.
+void ListFolders(const FolderWalk& walk, const std::string& folder,
+                 std::vector<std::string>& found) {
+  Files& files = walk.session.platform.files;
+  if (walk.ended() || !files.setCurrentFolder(folder)) return;
+  const std::string base = WithBackslash(folder);
+  files.list(base + "*.*", [&](const FileEntry& entry) {
+    if (IsWanted(entry)) found.push_back(base + entry.name);
+    walk.handleEvents();
+    return !walk.ended();
+  });
+}
+
+std::vector<std::string> DriveRoots(const Session& session) {
+  std::vector<std::string> roots;
+  for (auto entry = session.partitions.rbegin(); entry != session.partitions.rend(); ++entry) {
+    if (!entry->drive().empty()) roots.push_back(entry->drive());
+  }
+  return roots;
+}
+
+}  // namespace pavoline

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "session/session.h"
+
+namespace pavoline {
+
+// One walk over folders on the user-interface thread.
+struct FolderWalk {
+  Session& session;
+  bool locksSource = false;  // the source box must not change while the walk goes on
+
+  bool ended() const { return session.search.stop || session.form.unloaded(); }
+  void handleEvents() const;
+};
+
+// Adds the full paths of a folder's subfolders to `found`, but for those that belong to an
+// installed system. A folder that is missing or not accessible has none. Leaves the folder as the
+// current one.
+void ListFolders(const FolderWalk& walk, const std::string& folder,
+                 std::vector<std::string>& found);
+
+// Roots ("D:") of the listed partitions, the last partition's first.
+std::vector<std::string> DriveRoots(const Session& session);
+
+}  // namespace pavoline

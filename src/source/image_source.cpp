@@ -1,0 +1,125 @@
+#include "source/image_source.h"
+
+#include "form/text_numbers.h"
+#include "platform/files.h"
+#include "platform/text.h"
+#include "source/iso_mount.h"
+#include "source/wim_info.h"
+
+namespace pavoline {
+namespace {
+
+void ClearLists(Session& session) {
+  Form1& form = session.form;
+  session.editions.clear();
+  for (ComboBox& list : form.combo) {
+    list.clear();
+    list.setTag("");
+  }
+  form.label[3].setTag("");
+  form.combo[kEditions].setTooltip("");
+}
+
+// Formatting is no choice for a Ghost image: the box is disabled with one, its value kept in its
+// tag for the next source.
+void DisableFormatChoice(CheckBox& box) {
+  box.setTag(std::to_string(box.value()));
+  box.setValue(0);
+  box.setEnabled(false);
+}
+
+void RestoreFormatChoice(CheckBox& box) {
+  if (box.enabled()) return;
+  if (!box.tag().empty()) box.setValue(LeadingInteger16(box.tag()));
+  box.setEnabled(true);
+}
+
+void ListGhostProgram(Session& session) {
+  Form1& form = session.form;
+  const std::string& arch = session.paths.imageToolArch;
+  const std::string program = session.paths.appDir + "\\Bin\\Ghost\\" + arch + "\\ghost.exe";
+  if (session.platform.files.exists(program)) {
+    form.combo[kEditions].addItem(arch +
+                                  "\\Ghost.exe Ver:" + session.platform.files.fileVersion(program));
+    form.combo[kEditionDetails].addItem("Path:.\\Bin\\Ghost\\" + arch + "\\Ghost.exe");
+    form.combo[kEditions].setTooltip(form.combo[kEditionDetails].items().front());
+  } else {
+    form.combo[kEditions].addItem(arch + "\\" + String(session, kTextGhostMissingLine));
+  }
+  form.combo[kEditions].select(0);
+  DisableFormatChoice(form.check[kDoNotFormat]);
+}
+
+void ListByKind(Session& session, const std::string& path) {
+  switch (KindOf(path)) {
+    case ImageKind::kWim:
+    case ImageKind::kEsd:
+      return GetWimInfo(session);
+    case ImageKind::kIso:
+      return MountIso(session, path);
+    case ImageKind::kGho:
+      return ListGhostProgram(session);
+    case ImageKind::kNone:
+      break;
+  }
+}
+
+void React(Session& session) {
+  Form1& form = session.form;
+  ClearLists(session);
+  RestoreFormatChoice(form.check[kDoNotFormat]);
+  const std::string path = form.combo1.text();
+  if (path.empty() || !session.platform.files.exists(path)) return;
+
+  Journal(session, "source: " + path);
+  form.combo1.setEnabled(false);
+  ListByKind(session, path);
+  if (form.unloaded()) return;
+  form.combo1.setEnabled(true);
+  if (form.combo[kEditions].text().empty()) {
+    form.focus(form.combo1);
+  } else {
+    form.focus(form.combo[kEditions]);
+  }
+}
+
+// A change while a tool runs for the text before it. The box is disabled then, so that its list
+// takes no pick; a text set by the program's own dialogs is read as soon as the tool has ended.
+void PutOff(Session& session) {
+  ComboBox& box = session.form.combo1;
+  SourceRun& run = session.sourceRun;
+  if (box.selected() >= 0 && box.text() != run.source) {
+    box.setText(run.source);
+  } else {
+    run.changed = box.text() != run.source;
+  }
+}
+
+}  // namespace
+
+void SourceChanged(Session& session) {
+  if (session.sourceRun.waiting) return PutOff(session);
+  do {
+    session.sourceRun.changed = false;
+    React(session);
+  } while (session.sourceRun.changed && !session.form.unloaded());
+}
+
+void SourceDropped(Session& session, const std::vector<std::string>& files) {
+  if (files.empty() || !session.form.combo1.enabled() || session.starting) return;
+  const std::string& path = files.front();
+  switch (KindOf(path)) {
+    case ImageKind::kWim:
+    case ImageKind::kEsd:
+    case ImageKind::kGho:
+      session.form.combo1.setText(path);
+      break;
+    case ImageKind::kIso:
+      MountIso(session, path);
+      break;
+    case ImageKind::kNone:
+      break;
+  }
+}
+
+}  // namespace pavoline
