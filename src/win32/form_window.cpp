@@ -1,0 +1,442 @@
+#include "win32/form_window.h"
+
+#include <shellapi.h>
+
+#include <algorithm>
+#include <optional>
+
+#include "resource_ids.h"
+#include "win32/dpi.h"
+#include "win32/message_loop.h"
+#include "win32/system_library.h"
+#include "win32/wide_text.h"
+
+namespace pavoline {
+namespace {
+
+// IDC_ARROW in its wide form.
+const LPCWSTR kArrowCursor = MAKEINTRESOURCEW(32512);
+
+constexpr DWORD kMainStyle = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX;
+constexpr DWORD kModalStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU;
+constexpr DWORD kMainExtendedStyle = WS_EX_APPWINDOW | WS_EX_CONTROLPARENT;
+constexpr DWORD kModalExtendedStyle = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
+
+HICON ProgramIcon(int size) {
+  return static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr),
+                                       MAKEINTRESOURCEW(PAVOLINE_ICON_MAIN), IMAGE_ICON, size, size,
+                                       LR_DEFAULTCOLOR | LR_SHARED));
+}
+
+RECT WorkAreaOf(HWND window) {
+  MONITORINFO info{};
+  info.cbSize = sizeof info;
+  GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &info);
+  return info.rcWork;
+}
+
+// Files may be dropped from programs with fewer rights than this one, which the system forbids
+// by default.
+void AcceptDrops(HWND window) {
+  DragAcceptFiles(window, TRUE);
+  using Allow = BOOL WINAPI(HWND, UINT, DWORD, void*);
+  constexpr UINT kCopyGlobalData = 0x0049;
+  constexpr DWORD kAllow = 1;
+  if (auto* allow = SystemFunction<Allow>(L"user32.dll", "ChangeWindowMessageFilterEx")) {
+    for (const UINT message :
+         {static_cast<UINT>(WM_DROPFILES), static_cast<UINT>(WM_COPYDATA), kCopyGlobalData}) {
+      allow(window, message, kAllow, nullptr);
+    }
+  }
+}
+
+int ShiftKeys() {
+  int shift = kShiftNone;
+  if (GetKeyState(VK_SHIFT) < 0) shift += kShiftKey;
+  if (GetKeyState(VK_CONTROL) < 0) shift += kControlKey;
+  if (GetKeyState(VK_MENU) < 0) shift += kAltKey;
+  return shift;
+}
+
+// An open list takes Enter and Escape itself.
+bool ListIsOpen(HWND focus) {
+  for (const HWND window : {focus, GetParent(focus)}) {
+    wchar_t name[16] = L"";
+    GetClassNameW(window, name, 16);
+    if (lstrcmpiW(name, WC_COMBOBOXW) == 0 && SendMessageW(window, CB_GETDROPPEDSTATE, 0, 0) != 0) {
+      return true;
+    }
+  }
+  return false;
+}
+
+}  // namespace
+
+FormWindow::FormWindow(Form& form, MessageLoop& loop, HWND owner)
+    : form_(form), loop_(loop), owner_(owner) {
+  create();
+  loop_.add(*this);
+  sync();
+}
+
+FormWindow::~FormWindow() {
+  loop_.remove(*this);
+  if (handle_ != nullptr) DestroyWindow(handle_);
+  if (style_.font != nullptr) DeleteObject(style_.font);
+}
+
+void FormWindow::create() {
+  const std::wstring className = L"Pavoline." + Wide(form_.name());
+  WNDCLASSEXW windowClass{};
+  windowClass.cbSize = sizeof windowClass;
+  windowClass.lpfnWndProc = windowProcedure;
+  windowClass.hInstance = GetModuleHandleW(nullptr);
+  windowClass.hCursor = LoadCursorW(nullptr, kArrowCursor);
+  windowClass.hbrBackground = reinterpret_cast<HBRUSH>(static_cast<INT_PTR>(COLOR_BTNFACE + 1));
+  windowClass.lpszClassName = className.c_str();
+  RegisterClassExW(&windowClass);  // fails harmlessly for a form that was shown before
+
+  // WS_CLIPCHILDREN: the ground is not painted where controls paint over it, so nothing flickers.
+  CreateWindowExW(isMain() ? kMainExtendedStyle : kModalExtendedStyle, className.c_str(), L"",
+                  (isMain() ? kMainStyle : kModalStyle) | WS_CLIPCHILDREN, 0, 0, 0, 0, owner_,
+                  nullptr, GetModuleHandleW(nullptr), this);
+  style_.dpi = DpiOfWindow(handle_);
+  if (isMain()) {
+    SendMessageW(handle_, WM_SETICON, ICON_BIG,
+                 reinterpret_cast<LPARAM>(ProgramIcon(2 * SmallIconSize(style_.dpi))));
+    SendMessageW(handle_, WM_SETICON, ICON_SMALL,
+                 reinterpret_cast<LPARAM>(ProgramIcon(SmallIconSize(style_.dpi))));
+  }
+
+  tooltips_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
+                              WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0, 0, 0, handle_, nullptr,
+                              GetModuleHandleW(nullptr), nullptr);
+  constexpr LPARAM kTooltipTwips = 6000;  // longer texts are broken into lines
+  SendMessageW(tooltips_, TTM_SETMAXTIPWIDTH, 0, InPixels(kTooltipTwips, style_.dpi));
+
+  int id = kFirstControlId;
+  std::optional<Control::Kind> before;
+  for (Control* control : form_.controls()) {
+    views_.push_back(MakeControlView(*control, handle_, id++));
+    // Arrow keys go round within neighbouring option buttons.
+    const bool option = control->kind() == Control::Kind::kOptionButton;
+    if (!option || before != Control::Kind::kOptionButton) {
+      const HWND window = views_.back()->handle();
+      SetWindowLongPtrW(window, GWL_STYLE, GetWindowLongPtrW(window, GWL_STYLE) | WS_GROUP);
+    }
+    before = control->kind();
+  }
+  shownTimers_.assign(form_.timers().size(), ~0u);
+}
+
+void FormWindow::show() {
+  RECT outer;
+  GetWindowRect(handle_, &outer);
+  const RECT area = WorkAreaOf(owner_ != nullptr ? owner_ : handle_);
+  RECT about = area;
+  if (owner_ != nullptr && IsWindowVisible(owner_)) GetWindowRect(owner_, &about);
+  const LONG width = outer.right - outer.left, height = outer.bottom - outer.top;
+  const LONG left = (about.left + about.right - width) / 2;
+  const LONG top = (about.top + about.bottom - height) / 2;
+  SetWindowPos(handle_, nullptr, std::max(area.left, std::min(left, area.right - width)),
+               std::max(area.top, std::min(top, area.bottom - height)), 0, 0,
+               SWP_NOSIZE | SWP_NOZORDER);
+  shown_ = true;
+  ShowWindow(handle_, SW_SHOWNORMAL);
+  UpdateWindow(handle_);
+  keepFocusAlive();
+}
+
+// --- form to window -----------------------------------------------------------------------------
+
+void FormWindow::sync() {
+  if (handle_ == nullptr || syncing_) return;
+  if (isMain() && form_.unloaded()) {
+    DestroyWindow(handle_);
+    return;
+  }
+  syncing_ = true;
+  if (shownRevision_ != form_.revision()) syncForm();
+  for (auto& view : views_) view->sync(style_);
+  syncTooltips();
+  syncTimers();
+  syncFocus();
+  syncing_ = false;
+}
+
+void FormWindow::syncForm() {
+  shownRevision_ = form_.revision();
+  ShowText(handle_, form_.caption());
+  if (style_.font == nullptr || shownFont_ != form_.font()) refreshStyle();
+  menu_.show(handle_, form_.systemMenu(), style_.dpi);
+  resize();
+  if (form_.onDropFiles) AcceptDrops(handle_);
+}
+
+void FormWindow::refreshStyle() {
+  LOGFONTW wanted = MessageFont(style_.dpi);
+  const std::wstring face = Wide(form_.font());
+  if (!face.empty() && face.size() < LF_FACESIZE) {
+    std::copy_n(face.c_str(), face.size() + 1, wanted.lfFaceName);
+    wanted.lfCharSet = DEFAULT_CHARSET;
+  }
+  const HFONT old = style_.font;
+  style_.font = CreateFontIndirectW(&wanted);
+  shownFont_ = form_.font();
+  for (auto& view : views_) view->restyle(style_);
+  SendMessageW(tooltips_, WM_SETFONT, reinterpret_cast<WPARAM>(style_.font), TRUE);
+  if (old != nullptr) DeleteObject(old);
+}
+
+SIZE FormWindow::outerSize() const {
+  const SIZE frame = FrameSize(isMain() ? kMainStyle : kModalStyle,
+                               isMain() ? kMainExtendedStyle : kModalExtendedStyle, style_.dpi);
+  return {InPixels(form_.width(), style_.dpi), InPixels(form_.height(), style_.dpi) + frame.cy};
+}
+
+void FormWindow::resize() {
+  RECT now;
+  GetWindowRect(handle_, &now);
+  const SIZE wanted = outerSize();
+  if (now.right - now.left == wanted.cx && now.bottom - now.top == wanted.cy) return;
+  LONG left = now.left, top = now.top;
+  if (shown_) {
+    const RECT area = WorkAreaOf(handle_);
+    left = std::max(area.left, std::min(left, area.right - wanted.cx));
+    top = std::max(area.top, std::min(top, area.bottom - wanted.cy));
+  }
+  SetWindowPos(handle_, nullptr, left, top, wanted.cx, wanted.cy, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void FormWindow::syncTimers() {
+  for (std::size_t i = 0; i < shownTimers_.size(); ++i) {
+    const Timer& timer = *form_.timers()[i];
+    if (shownTimers_[i] == timer.revision()) continue;
+    shownTimers_[i] = timer.revision();
+    const UINT_PTR number = i + 1;
+    if (timer.enabled() && timer.interval() > 0) {
+      SetTimer(handle_, number, static_cast<UINT>(timer.interval()), nullptr);
+    } else {
+      KillTimer(handle_, number);
+    }
+  }
+}
+
+void FormWindow::syncTooltips() {
+  for (auto& view : views_) {
+    const std::string& text = view->control().tooltip();
+    std::string& shown = shownTooltips_[view.get()];
+    if (shown == text) continue;
+    showTooltip(*view, text);
+    shown = text;
+  }
+}
+
+void FormWindow::showTooltip(ControlView& view, const std::string& text) {
+  std::wstring wide = Wide(text);
+  for (const HWND window : {view.handle(), view.inner()}) {
+    if (window == nullptr) continue;
+    TOOLINFOW tool{};
+    tool.cbSize = sizeof tool;
+    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+    tool.hwnd = handle_;
+    tool.uId = reinterpret_cast<UINT_PTR>(window);
+    tool.lpszText = wide.data();
+    SendMessageW(tooltips_, TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+    if (!text.empty()) SendMessageW(tooltips_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+  }
+}
+
+void FormWindow::syncFocus() {
+  if (seenFocusRequests_ != form_.focusRequests()) {
+    seenFocusRequests_ = form_.focusRequests();
+    if (ControlView* view = viewOf(form_.focused())) {
+      lastFocus_ = view->handle();
+      if (GetActiveWindow() == handle_) SetFocus(lastFocus_);
+    }
+  }
+  if (shown_ && GetActiveWindow() == handle_) keepFocusAlive();
+}
+
+// A control that was disabled or hidden while it had the keyboard would leave the window deaf.
+void FormWindow::keepFocusAlive() {
+  const HWND focus = GetFocus();
+  const auto alive = [](HWND window) {
+    return window != nullptr && IsWindowEnabled(window) && IsWindowVisible(window);
+  };
+  if (focus != handle_ && alive(focus) && IsChild(handle_, focus)) {
+    lastFocus_ = focus;
+    return;
+  }
+  HWND wanted = lastFocus_;
+  if (!alive(wanted)) wanted = GetNextDlgTabItem(handle_, nullptr, FALSE);
+  if (!alive(wanted)) wanted = handle_;
+  if (wanted != focus) SetFocus(wanted);
+}
+
+// --- window to form -----------------------------------------------------------------------------
+
+LRESULT CALLBACK FormWindow::windowProcedure(HWND handle, UINT message, WPARAM wParam,
+                                             LPARAM lParam) {
+  if (message == WM_NCCREATE) {
+    auto* window =
+        static_cast<FormWindow*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);
+    window->handle_ = handle;
+    SetWindowLongPtrW(handle, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(window));
+  }
+  auto* window = reinterpret_cast<FormWindow*>(GetWindowLongPtrW(handle, GWLP_USERDATA));
+  if (window == nullptr) return DefWindowProcW(handle, message, wParam, lParam);
+  if (message == WM_NCDESTROY) {
+    SetWindowLongPtrW(handle, GWLP_USERDATA, 0);
+    window->onDestroyed();
+    return 0;
+  }
+  return window->handleMessage(message, wParam, lParam);
+}
+
+LRESULT FormWindow::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  // Menus, message boxes and file dialogs run loops of their own, so what a handler changed is
+  // shown here and not by the program's loop alone.
+  switch (message) {
+    case WM_COMMAND:
+      onCommand(wParam, lParam);
+      loop_.sync();
+      return 0;
+    case WM_NOTIFY:
+      onNotify(*reinterpret_cast<const NMHDR*>(lParam));
+      loop_.sync();
+      return 0;
+    case WM_TIMER:
+      onTimer(wParam);
+      loop_.sync();
+      return 0;
+    case WM_CLOSE:
+      form_.close();
+      loop_.sync();
+      return 0;
+    case WM_SYSCOMMAND:
+      if (!onSystemCommand(wParam)) break;
+      loop_.sync();
+      return 0;
+    case WM_DROPFILES:
+      onDropFiles(wParam);
+      loop_.sync();
+      return 0;
+    case WM_ACTIVATE:
+      onActivate(LOWORD(wParam) != WA_INACTIVE);
+      return 0;
+    case WM_DPICHANGED:
+      onDpiChanged(HIWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
+      return 0;
+    case DM_GETDEFID: {
+      const ControlView* view = viewOf(form_.defaultButton);
+      return view == nullptr ? 0 : MAKELRESULT(GetDlgCtrlID(view->handle()), DC_HASDEFID);
+    }
+    default:
+      break;
+  }
+  return DefWindowProcW(handle_, message, wParam, lParam);
+}
+
+void FormWindow::onCommand(WPARAM wParam, LPARAM lParam) {
+  if (syncing_) return;  // the echo of what sync() did
+  if (lParam == 0) {
+    // From the keyboard: Escape, or Enter with the default button disabled.
+    if (LOWORD(wParam) == IDCANCEL) pressEscape();
+    return;
+  }
+  if (ControlView* view = viewOf(reinterpret_cast<HWND>(lParam))) view->onCommand(HIWORD(wParam));
+}
+
+void FormWindow::onNotify(const NMHDR& header) {
+  if (syncing_) return;
+  if (ControlView* view = viewOf(header.hwndFrom)) view->onNotify(header);
+}
+
+void FormWindow::onTimer(WPARAM number) {
+  if (number >= 1 && number <= form_.timers().size()) form_.timers()[number - 1]->tick();
+}
+
+bool FormWindow::onSystemCommand(WPARAM wParam) {
+  // The system uses the low four bits of its own commands, which begin at 0xF000.
+  const WPARAM command = wParam & 0xFFFF;
+  const int id = static_cast<int>(command >= 0xF000 ? command & 0xFFF0 : command);
+  return form_.onSystemCommand && form_.onSystemCommand(id);
+}
+
+void FormWindow::onDropFiles(WPARAM wParam) {
+  const auto drop = reinterpret_cast<HDROP>(wParam);
+  std::vector<std::string> paths;
+  const UINT count = DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
+  for (UINT i = 0; i < count; ++i) {
+    std::wstring path(DragQueryFileW(drop, i, nullptr, 0) + 1, L'\0');
+    path.resize(DragQueryFileW(drop, i, path.data(), static_cast<UINT>(path.size())));
+    paths.push_back(Narrow(path));
+  }
+  DragFinish(drop);
+  if (form_.onDropFiles && !paths.empty()) form_.onDropFiles(paths);
+}
+
+void FormWindow::onDpiChanged(int dpi, const RECT& suggested) {
+  style_.dpi = dpi;
+  refreshStyle();
+  SetWindowPos(handle_, nullptr, suggested.left, suggested.top, 0, 0,
+               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  resize();
+}
+
+void FormWindow::onActivate(bool active) {
+  if (active) {
+    if (shown_) keepFocusAlive();
+  } else if (const HWND focus = GetFocus(); focus != nullptr && IsChild(handle_, focus)) {
+    lastFocus_ = focus;
+  }
+}
+
+void FormWindow::onDestroyed() {
+  handle_ = nullptr;
+  if (!isMain()) return;
+  loop_.end();
+  PostQuitMessage(0);  // for the loops inside the system's own dialogs
+}
+
+bool FormWindow::preTranslate(MSG& message) {
+  if (handle_ == nullptr || (message.hwnd != handle_ && !IsChild(handle_, message.hwnd))) {
+    return false;
+  }
+  if (message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN) {
+    const int key = static_cast<int>(message.wParam);
+    const bool listKey = key == VK_RETURN || key == VK_ESCAPE;
+    if (!(listKey && ListIsOpen(message.hwnd))) {
+      if (form_.onKeyDown && form_.onKeyDown(key, ShiftKeys())) return true;
+      ControlView* view = viewOf(message.hwnd);
+      if (key == VK_RETURN && view != nullptr && view->onEnter()) return true;
+    }
+  }
+  return handle_ == nullptr || IsDialogMessageW(handle_, &message) != 0;
+}
+
+bool FormWindow::pressEscape() {
+  if (form_.cancelButton != nullptr) {
+    form_.cancelButton->press();
+  } else if (!isMain()) {
+    form_.close();
+  }
+  return true;
+}
+
+ControlView* FormWindow::viewOf(HWND control) {
+  const auto found = std::find_if(views_.begin(), views_.end(), [control](const auto& view) {
+    return view->handle() == control;
+  });
+  return found == views_.end() ? nullptr : found->get();
+}
+
+ControlView* FormWindow::viewOf(const Control* control) {
+  const auto found = std::find_if(views_.begin(), views_.end(), [control](const auto& view) {
+    return &view->control() == control;
+  });
+  return found == views_.end() ? nullptr : found->get();
+}
+
+}  // namespace pavoline

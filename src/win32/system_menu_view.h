@@ -1,0 +1,32 @@
+#pragma once
+
+#include <windows.h>
+
+#include <map>
+#include <vector>
+
+#include "form/form.h"
+
+namespace pavoline {
+
+// A form's entries above the standard ones of its window's system menu.
+class SystemMenuView {
+ public:
+  SystemMenuView() = default;
+  ~SystemMenuView();
+  SystemMenuView(const SystemMenuView&) = delete;
+  SystemMenuView& operator=(const SystemMenuView&) = delete;
+
+  // Brings the window's menu up to date. Where only check marks changed the menu is kept, as it
+  // may be open.
+  void show(HWND window, const std::vector<MenuItem>& items, int dpi);
+
+ private:
+  void insert(HMENU menu, UINT position, const MenuItem& item, int dpi);
+  HBITMAP picture(int resource, int dpi);
+
+  std::vector<MenuItem> shown_;
+  std::map<int, HBITMAP> pictures_;
+};
+
+}  // namespace pavoline

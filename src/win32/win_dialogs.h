@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/dialogs.h"
+
+namespace pavoline {
+
+class MessageLoop;
+
+class WinDialogs : public Dialogs {
+ public:
+  explicit WinDialogs(MessageLoop& loop) : loop_(loop) {}
+
+  int message(const std::string& text, int flags, const std::string& title) override;
+  std::string openFile(const FileRequest& request) override;
+  std::string saveFile(const FileRequest& request) override;
+  std::string chooseFolder(const std::string& title, const std::string& initialFolder) override;
+  void showModal(Form& form) override;
+  bool openDocument(const std::string& pathOrAddress) override;
+
+ private:
+  MessageLoop& loop_;
+};
+
+}  // namespace pavoline

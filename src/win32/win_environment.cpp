@@ -1,0 +1,89 @@
+#include "win32/win_environment.h"
+
+#include <windows.h>
+// After windows.h, on which it leans.
+#include <shellapi.h>
+
+#include <algorithm>
+
+#include "platform/paths.h"
+#include "win32/wide_text.h"
+
+namespace pavoline {
+
+std::string WinEnvironment::variable(const std::string& name) {
+  const std::wstring wideName = Wide(name);
+  const DWORD wanted = GetEnvironmentVariableW(wideName.c_str(), nullptr, 0);
+  std::wstring value(wanted, L'\0');
+  value.resize(wanted == 0 ? 0 : GetEnvironmentVariableW(wideName.c_str(), value.data(), wanted));
+  return Narrow(value);
+}
+
+std::vector<std::string> WinEnvironment::arguments() {
+  int count = 0;
+  wchar_t** parts = CommandLineToArgvW(GetCommandLineW(), &count);
+  if (parts == nullptr) return {};
+  std::vector<std::string> result;
+  for (int i = 0; i < count; ++i) result.push_back(Narrow(parts[i]));
+  LocalFree(parts);
+  return result;
+}
+
+std::string WinEnvironment::programFolder() {
+  std::wstring path(32768, L'\0');
+  path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
+  return ParentFolder(Narrow(path));
+}
+
+bool WinEnvironment::is64BitProcess() { return sizeof(void*) == 8; }
+
+unsigned WinEnvironment::systemLocale() { return GetSystemDefaultLCID(); }
+
+unsigned WinEnvironment::threadLocale() { return GetThreadLocale(); }
+
+void WinEnvironment::setThreadLocale(unsigned locale) { SetThreadLocale(locale); }
+
+bool WinEnvironment::fontExists(const std::string& name) {
+  const std::wstring face = Wide(name);
+  LOGFONTW wanted{};
+  if (face.empty() || face.size() >= LF_FACESIZE) return false;
+  std::copy(face.begin(), face.end(), wanted.lfFaceName);
+  wanted.lfCharSet = DEFAULT_CHARSET;
+
+  bool found = false;
+  const auto note = [](const LOGFONTW*, const TEXTMETRICW*, DWORD, LPARAM result) -> int {
+    *reinterpret_cast<bool*>(result) = true;
+    return 0;
+  };
+  const HDC screen = GetDC(nullptr);
+  EnumFontFamiliesExW(screen, &wanted, note, reinterpret_cast<LPARAM>(&found), 0);
+  ReleaseDC(nullptr, screen);
+  return found;
+}
+
+LocalTime WinEnvironment::now() {
+  SYSTEMTIME time{};
+  GetLocalTime(&time);
+  return {time.wYear, time.wMonth, time.wDay, time.wHour, time.wMinute, time.wSecond};
+}
+
+void WinEnvironment::reseedRandom() {
+  LARGE_INTEGER counter{};
+  QueryPerformanceCounter(&counter);
+  FILETIME time{};
+  GetSystemTimeAsFileTime(&time);
+  randomState_ = static_cast<std::uint64_t>(counter.QuadPart) ^
+                 (static_cast<std::uint64_t>(time.dwLowDateTime) << 32) ^ time.dwHighDateTime ^
+                 GetCurrentProcessId();
+}
+
+double WinEnvironment::random() {
+  // The generator known as splitmix64; its upper 53 bits fill a double's fraction.
+  std::uint64_t z = randomState_ += 0x9E3779B97F4A7C15;
+  z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9;
+  z = (z ^ (z >> 27)) * 0x94D049BB133111EB;
+  z ^= z >> 31;
+  return static_cast<double>(z >> 11) / 9007199254740992.0;
+}
+
+}  // namespace pavoline

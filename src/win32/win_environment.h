@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstdint>
+
+#include "platform/environment.h"
+
+namespace pavoline {
+
+class WinEnvironment : public Environment {
+ public:
+  std::string variable(const std::string& name) override;
+  std::vector<std::string> arguments() override;
+  std::string programFolder() override;
+  bool is64BitProcess() override;
+  unsigned systemLocale() override;
+  unsigned threadLocale() override;
+  void setThreadLocale(unsigned locale) override;
+  bool fontExists(const std::string& name) override;
+  LocalTime now() override;
+  void reseedRandom() override;
+  double random() override;
+
+ private:
+  std::uint64_t randomState_ = 0;
+};
+
+}  // namespace pavoline

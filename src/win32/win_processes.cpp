@@ -1,0 +1,92 @@
+#include "win32/win_processes.h"
+
+#include <windows.h>
+// After windows.h, on which it leans.
+#include <tlhelp32.h>
+
+#include <utility>
+
+#include "win32/handle.h"
+#include "win32/message_loop.h"
+#include "win32/system_library.h"
+#include "win32/wide_text.h"
+
+namespace pavoline {
+namespace {
+
+class WinStartedProgram : public StartedProgram {
+ public:
+  WinStartedProgram(Handle process, MessageLoop& loop)
+      : process_(std::move(process)), loop_(loop) {}
+
+  bool running() override { return WaitForSingleObject(process_.get(), 0) == WAIT_TIMEOUT; }
+  void waitHandlingEvents() override { loop_.waitFor(process_.get()); }
+
+ private:
+  Handle process_;
+  MessageLoop& loop_;
+};
+
+bool IsFile(const std::wstring& path) {
+  const DWORD attributes = GetFileAttributesW(path.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+}  // namespace
+
+std::unique_ptr<StartedProgram> WinProcesses::start(const std::string& commandLine, ShowMode mode) {
+  std::wstring command = Wide(commandLine);
+  if (IsFile(command)) command = L'"' + command + L'"';
+  STARTUPINFOW startup{};
+  startup.cb = sizeof startup;
+  startup.dwFlags = STARTF_USESHOWWINDOW;
+  startup.wShowWindow = static_cast<WORD>(mode);
+  PROCESS_INFORMATION started{};
+  // A console of its own, so that the show mode holds for it as well.
+  if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, CREATE_NEW_CONSOLE, nullptr,
+                      nullptr, &startup, &started)) {
+    return nullptr;
+  }
+  Handle process(started.hProcess);
+  Handle thread(started.hThread);
+  return std::make_unique<WinStartedProgram>(std::move(process), loop_);
+}
+
+std::uintptr_t WinProcesses::disableRedirection() {
+  using Disable = BOOL WINAPI(void**);
+  static const auto disable =
+      SystemFunction<Disable>(L"kernel32.dll", "Wow64DisableWow64FsRedirection");
+  void* old = nullptr;
+  if (disable == nullptr || !disable(&old)) return 0;
+  // The old value may be zero, which the caller reads as nothing to revert.
+  return reinterpret_cast<std::uintptr_t>(old) + 1;
+}
+
+void WinProcesses::revertRedirection(std::uintptr_t oldValue) {
+  using Revert = BOOL WINAPI(void*);
+  static const auto revert =
+      SystemFunction<Revert>(L"kernel32.dll", "Wow64RevertWow64FsRedirection");
+  if (revert != nullptr && oldValue != 0) revert(reinterpret_cast<void*>(oldValue - 1));
+}
+
+std::vector<RunningProcess> WinProcesses::list() {
+  std::vector<RunningProcess> processes;
+  const Handle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
+  if (!snapshot) return processes;
+  PROCESSENTRY32W entry{};
+  entry.dwSize = sizeof entry;
+  for (BOOL more = Process32FirstW(snapshot.get(), &entry); more;
+       more = Process32NextW(snapshot.get(), &entry)) {
+    processes.push_back({entry.th32ProcessID, Narrow(entry.szExeFile)});
+  }
+  return processes;
+}
+
+void WinProcesses::terminate(std::uint32_t id) {
+  const Handle process(OpenProcess(PROCESS_TERMINATE, FALSE, id));
+  if (process) TerminateProcess(process.get(), 1);
+}
+
+void WinProcesses::handleEvents() { loop_.handlePending(); }
+
+}  // namespace pavoline

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/processes.h"
+
+namespace pavoline {
+
+class MessageLoop;
+
+class WinProcesses : public Processes {
+ public:
+  explicit WinProcesses(MessageLoop& loop) : loop_(loop) {}
+
+  std::unique_ptr<StartedProgram> start(const std::string& commandLine, ShowMode mode) override;
+  std::uintptr_t disableRedirection() override;
+  void revertRedirection(std::uintptr_t oldValue) override;
+  std::vector<RunningProcess> list() override;
+  void terminate(std::uint32_t id) override;
+  void handleEvents() override;
+
+ private:
+  MessageLoop& loop_;
+};
+
+}  // namespace pavoline

@@ -1,0 +1,63 @@
+#include "win32/win_profile.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <string>
+
+#include "platform/text.h"
+#include "win32/wide_text.h"
+
+namespace pavoline {
+namespace {
+
+// The profile functions look for a bare or relative name in the Windows folder, not here.
+std::wstring FullPath(const std::string& file) {
+  const std::wstring path = Wide(file);
+  const DWORD wanted = GetFullPathNameW(path.c_str(), 0, nullptr, nullptr);
+  std::wstring full(wanted, L'\0');
+  full.resize(GetFullPathNameW(path.c_str(), wanted, full.data(), nullptr));
+  return full;
+}
+
+// Bytes of one character in the ANSI code page, or 0 when the page does not have it.
+int AnsiSize(std::wstring_view character) {
+  if (GetACP() == CP_UTF8) return 0;
+  BOOL replaced = FALSE;
+  const int size =
+      WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, character.data(),
+                          static_cast<int>(character.size()), nullptr, 0, nullptr, &replaced);
+  return replaced ? 0 : size;
+}
+
+std::string CutToBytes(std::wstring_view text, int limit) {
+  std::size_t kept = 0;
+  for (int bytes = 0; kept < text.size();) {
+    const bool pair = IS_HIGH_SURROGATE(text[kept]) && kept + 1 < text.size();
+    const std::wstring_view character = text.substr(kept, pair ? 2 : 1);
+    const int ansi = AnsiSize(character);
+    bytes += ansi > 0 ? ansi : static_cast<int>(Narrow(character).size());
+    if (bytes > limit) break;
+    kept += character.size();
+  }
+  return Narrow(text.substr(0, kept));
+}
+
+}  // namespace
+
+std::string WinProfile::read(const std::string& file, const std::string& section,
+                             const std::string& key, int bufferBytes) {
+  // No character has less than a byte, so a buffer of that many characters holds all that is kept.
+  std::wstring value(static_cast<std::size_t>(std::max(bufferBytes, 1)) + 1, L'\0');
+  value.resize(GetPrivateProfileStringW(Wide(section).c_str(), Wide(key).c_str(), L"", value.data(),
+                                        static_cast<DWORD>(value.size()), FullPath(file).c_str()));
+  return Trim(CutToBytes(value, bufferBytes - 1));
+}
+
+bool WinProfile::write(const std::string& file, const std::string& section, const std::string& key,
+                       const std::string& value) {
+  return WritePrivateProfileStringW(Wide(section).c_str(), Wide(key).c_str(), Wide(value).c_str(),
+                                    FullPath(file).c_str()) != 0;
+}
+
+}  // namespace pavoline

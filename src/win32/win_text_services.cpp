@@ -1,0 +1,55 @@
+#include "win32/win_text_services.h"
+
+#include <windows.h>
+
+#include <cstring>
+
+#include "win32/wide_text.h"
+
+namespace pavoline {
+
+std::string WinTextServices::toAnsi(const std::string& text) {
+  // A code page of UTF-8 takes no options and lacks no character.
+  if (GetACP() == CP_UTF8) return text;
+  const std::wstring wide = Wide(text);
+  const int length = static_cast<int>(wide.size());
+  const int wanted = WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, wide.data(), length, nullptr,
+                                         0, "?", nullptr);
+  std::string bytes(static_cast<std::size_t>(wanted), '\0');
+  WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, wide.data(), length, bytes.data(), wanted, "?",
+                      nullptr);
+  return bytes;
+}
+
+std::string WinTextServices::fromAnsi(const std::string& bytes) {
+  const int length = static_cast<int>(bytes.size());
+  const int wanted = MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, nullptr, 0);
+  std::wstring wide(static_cast<std::size_t>(wanted), L'\0');
+  MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, wide.data(), wanted);
+  return Narrow(wide);
+}
+
+std::string WinTextServices::fromUtf16(const std::string& bytes) {
+  std::wstring wide(bytes.size() / sizeof(wchar_t), L'\0');
+  std::memcpy(wide.data(), bytes.data(), wide.size() * sizeof(wchar_t));
+  return Narrow(wide);
+}
+
+std::string WinTextServices::toUtf16(const std::string& text) {
+  const std::wstring wide = Wide(text);
+  return std::string(reinterpret_cast<const char*>(wide.data()), wide.size() * sizeof(wchar_t));
+}
+
+std::string WinTextServices::lower(const std::string& text) {
+  std::wstring wide = Wide(text);
+  CharLowerBuffW(wide.data(), static_cast<DWORD>(wide.size()));
+  return Narrow(wide);
+}
+
+std::string WinTextServices::upper(const std::string& text) {
+  std::wstring wide = Wide(text);
+  CharUpperBuffW(wide.data(), static_cast<DWORD>(wide.size()));
+  return Narrow(wide);
+}
+
+}  // namespace pavoline
