@@ -31,7 +31,7 @@ struct UnixDrive {
 };
 
 constexpr DWORD kDefineUnixDrive =
-    CTL_CODE('m', 33, METHOD_BUFFERED, FILE_READ_ACCESS | FILE_WRITE_ACCESS);
+    CTL_CODE('m', 32, METHOD_BUFFERED, FILE_READ_ACCESS | FILE_WRITE_ACCESS);
 
 ULONG driveType(const std::string& kind) {
   if (kind == "cdrom") return DRIVE_CDROM;

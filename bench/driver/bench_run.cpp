@@ -22,6 +22,16 @@ std::string readAll(const std::string& unixFile) {
   return content;
 }
 
+// Drives that ISO files and virtual disks brought; the bench's own are D:, E: and S:.
+void removeAddedDrives() {
+  for (wchar_t letter = L'F'; letter <= L'Z'; ++letter) {
+    const std::wstring root = std::wstring(1, letter) + L":\\";
+    if (letter != L'S' && GetDriveTypeW(root.c_str()) > DRIVE_NO_ROOT_DIR) {
+      defineDrive(letter, "none", "");
+    }
+  }
+}
+
 }  // namespace
 
 std::vector<Call> journalCalls() {
@@ -55,6 +65,7 @@ void setFaults(const std::string& tool, const std::string& lines) {
 bool runBench(const std::string& verb, const std::vector<std::string>& arguments) {
   std::vector<std::string> call = {"bash", runFolder() + "/bench", verb, runFolder()};
   call.insert(call.end(), arguments.begin(), arguments.end());
+  if (verb == "reset") removeAddedDrives();
   return runUnix(call) == 0;
 }
 
