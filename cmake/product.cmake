@@ -28,6 +28,7 @@ file(GLOB cxdir_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/cxdir/*.cpp)
 add_executable(CxDir ${cxdir_sources} src/win32/volume_number.cpp)
 target_include_directories(CxDir PRIVATE ${PROJECT_SOURCE_DIR}/src)
 target_compile_options(CxDir PRIVATE ${PAVOLINE_WARNINGS})
+target_link_options(CxDir PRIVATE -municode)
 pavoline_resources(CxDir cxdir.rc)
 
 # The application folder. "x64" or "x86": the folder of the tools of this build.
