@@ -80,7 +80,7 @@ std::string BatchPath(Session& session, const std::string& path) {
 }
 
 std::string CommandWord(const std::string& path) {
-  const bool bare = path.find_first_of(" \t&()[]{}^=;!'+,`~|<>%") == std::string::npos;
+  const bool bare = path.find_first_of(" \t&()^=;,!|<>%") == std::string::npos;
   if (bare) return path;
   // A backslash before the closing quote would take the quote's meaning away.
   return "\"" + path + (path.ends_with('\\') ? "\\\"" : "\"");
