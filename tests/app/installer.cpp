@@ -60,8 +60,9 @@ Installer::Installer() {
 
 void Installer::tools() {
   processes.onStart("CxDir.exe", [this](ToolRun& run) { run.print(5, partitionLines); });
-  processes.onStart("info --xml", [](ToolRun& run) {
-    run.print(50, "\xFF\xFE" + Utf16("<WIM>" + Image(1, "Home") + Image(2, "Pro") + "</WIM>"));
+  processes.onStart("info --xml", [this](ToolRun& run) {
+    run.print(50,
+              "\xFF\xFE" + text.toUtf16("<WIM>" + Image(1, "Home") + Image(2, "Pro") + "</WIM>"));
   });
   processes.onStart("wimlib-imagex.exe apply",
                     [this](ToolRun& run) { Apply(run, files, extractionMs, toolDies); });

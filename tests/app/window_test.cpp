@@ -39,6 +39,7 @@ TEST(HotKeys, StartToolsThatAreThereAndOnlyWhileIdle) {
     EXPECT_FALSE(missing.form.unloaded()) << c.path;
 
     Installer shop;
+    shop.files.shortNames = false;  // started by its short path
     shop.files.put(c.path);
     shop.start();
     shop.form.onKeyDown(c.key, kShiftNone);

@@ -19,7 +19,7 @@ std::string KeyOf(const std::string& line) { return Lower(Trim(line.substr(0, li
 Place Find(const std::vector<std::string>& lines, const std::string& section,
            const std::string& key) {
   Place place;
-  const std::string head = "[" + Lower(section) + "]";
+  const std::string head = "[" + Lower(section) + "]", wanted = Lower(key);
   for (std::size_t i = 0; i < lines.size(); ++i) {
     const std::string line = Trim(lines[i]);
     if (line.starts_with("[")) {
@@ -28,7 +28,7 @@ Place Find(const std::vector<std::string>& lines, const std::string& section,
     } else if (place.section != std::string::npos && !line.empty()) {
       place.end = i + 1;
       if (line.starts_with(";") || line.find('=') == std::string::npos) continue;
-      if (KeyOf(line) == Lower(key)) {
+      if (KeyOf(line) == wanted) {
         place.key = i;
         break;
       }

@@ -31,6 +31,10 @@ std::optional<std::string> Convert(const std::string& from, const std::string& t
 std::string FakeTextServices::toAnsi(const std::string& text) {
   std::string result;
   for (char32_t c : Decode(text)) {
+    if (c < 0x80) {  // the same in every code page here
+      result += static_cast<char>(c);
+      continue;
+    }
     result += Convert("UTF-8", codePage, Encode(std::u32string(1, c))).value_or("?");
   }
   return result;
@@ -39,6 +43,10 @@ std::string FakeTextServices::toAnsi(const std::string& text) {
 std::string FakeTextServices::fromAnsi(const std::string& bytes) {
   std::string result;
   for (std::size_t i = 0; i < bytes.size();) {
+    if (static_cast<unsigned char>(bytes[i]) < 0x80) {
+      result += bytes[i++];
+      continue;
+    }
     std::optional<std::string> character;
     std::size_t length = 1;
     for (; length <= 2 && i + length <= bytes.size() && !character; ++length) {
