@@ -4,7 +4,7 @@
 #include <windows.h>
 
 #include <cstdint>
-#include <cstring>
+#include <cwchar>
 #include <string>
 #include <vector>
 
@@ -25,8 +25,8 @@ bool Write(DWORD stream, const std::string& text) {
 
 void Complain(const std::string& text) { Write(STD_ERROR_HANDLE, "CxDir: " + text + "\r\n"); }
 
-bool AreArgumentsGood(int count, char** arguments) {
-  return count == 1 || (count == 2 && std::strcmp(arguments[1], "-vaskor") == 0);
+bool AreArgumentsGood(int count, wchar_t** arguments) {
+  return count == 1 || (count == 2 && std::wcscmp(arguments[1], L"-vaskor") == 0);
 }
 
 std::vector<Disk> ReadableDisks() {
@@ -43,7 +43,7 @@ std::vector<Disk> ReadableDisks() {
   return disks;
 }
 
-int Run(int count, char** arguments) {
+int Run(int count, wchar_t** arguments) {
   if (!AreArgumentsGood(count, arguments)) {
     Complain("usage: CxDir [-vaskor]");
     return 2;
@@ -61,4 +61,4 @@ int Run(int count, char** arguments) {
 }  // namespace
 }  // namespace pavoline
 
-int main(int count, char** arguments) { return pavoline::Run(count, arguments); }
+extern "C" int wmain(int count, wchar_t** arguments) { return pavoline::Run(count, arguments); }
