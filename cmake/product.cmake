@@ -25,7 +25,7 @@ target_link_libraries(Pavoline PRIVATE pavoline_app pavoline_win32)
 pavoline_resources(Pavoline pavoline.rc)
 
 file(GLOB cxdir_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/cxdir/*.cpp)
-add_executable(CxDir ${cxdir_sources} src/win32/volume_number.cpp)
+add_executable(CxDir ${cxdir_sources} src/win32/volume_number.cpp src/win32/wide_text.cpp)
 target_include_directories(CxDir PRIVATE ${PROJECT_SOURCE_DIR}/src)
 target_compile_options(CxDir PRIVATE ${PAVOLINE_WARNINGS})
 target_link_options(CxDir PRIVATE -municode)

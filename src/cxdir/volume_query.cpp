@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <string>
 
-#include "cxdir/text.h"
 #include "win32/handle.h"
 #include "win32/volume_number.h"
+#include "win32/wide_text.h"
 
 namespace pavoline {
 namespace {
@@ -24,8 +24,8 @@ Volume Describe(const VolumeNumber& number, std::string root, const std::wstring
   wchar_t fileSystem[MAX_PATH + 1] = L"";
   if (GetVolumeInformationW(path.c_str(), label, MAX_PATH + 1, nullptr, nullptr, nullptr,
                             fileSystem, MAX_PATH + 1)) {
-    volume.label = Utf8Text(label);
-    volume.fileSystem = Utf8Text(fileSystem);
+    volume.label = Narrow(label);
+    volume.fileSystem = Narrow(fileSystem);
   }
   return volume;
 }
