@@ -106,7 +106,7 @@ verify_mode() {
 
 prepare_demo() {
   need_packages "${build_packages[@]}" "${bench_packages[@]}"
-  build
+  [[ -n ${APP:-} ]] || build
   bench_programs x64
   bench=$bench_build/demo
   "$bench_source/bench" up "$bench"

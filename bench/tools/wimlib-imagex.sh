@@ -7,7 +7,10 @@ run_imaging() {
   fault lf >/dev/null || options+=(--text)
   if value=$(fault pace); then options+=(--pace "$value"); fi
   if value=$(fault die); then options+=(--die "$value"); fi
-  perl "$bench/tools/paced.pl" "${options[@]}" -- wimlib-imagex "$@"
+  perl "$bench/tools/paced.pl" "${options[@]}" -- wimlib-imagex "$@" && return
+  local result=$?
+  [[ " ${options[*]} " != *" --die "* ]] || note "ERROR asked to die"
+  exit $result
 }
 
 source_file() {
