@@ -50,8 +50,8 @@ PartitionChooser::PartitionChooser(const Session& session, const std::vector<Par
 void PartitionChooser::fillList(const Session& session, const std::vector<PartitionRow>& rows) {
   list_.setColumns({{String(session, kTextColumnDrive), 74 * kTwipsPerPixel},
                     {String(session, kTextColumnLabel), 116 * kTwipsPerPixel},
-                    {String(session, kTextColumnDisk), 184 * kTwipsPerPixel},
-                    {String(session, kTextColumnFileSystem), 110 * kTwipsPerPixel},
+                    {String(session, kTextColumnDisk), 182 * kTwipsPerPixel},
+                    {String(session, kTextColumnFileSystem), 116 * kTwipsPerPixel},
                     {String(session, kTextColumnSize), 90 * kTwipsPerPixel, true}});
   std::vector<std::vector<std::string>> lines;
   for (const PartitionRow& row : rows) lines.push_back(row.columns);
