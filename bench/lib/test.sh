@@ -1,0 +1,119 @@
+# ./dev test: everything that can be tried, one line of sums at the end.
+source "$bench_source/lib/programs.sh"
+
+passed=0 failed=0
+declare -a failures=()
+
+count() {
+  passed=$((passed + $1))
+  failed=$((failed + $2))
+  (($2 == 0)) || failures+=("$3")
+}
+
+# check NAME COMMAND...: one test that is a command.
+check() {
+  local name=$1
+  shift
+  if "$@"; then count 1 0 "$name"; else count 0 1 "$name"; fi
+  say_line "checked: $name"
+}
+
+# run_ctest DIRECTORY NAME: sums taken from ctest's own last lines.
+run_ctest() {
+  local log wrong total
+  log=$(mktemp)
+  ctest --test-dir "$1" --output-on-failure -j2 >"$log" 2>&1 || true
+  read -r wrong total < <(sed -n 's/.*, \([0-9]*\) tests failed out of \([0-9]*\)/\1 \2/p' "$log") || true
+  if [[ -z ${total:-} ]]; then
+    tail -n 40 "$log"
+    count 0 1 "$2 (no summary)"
+  else
+    ((wrong == 0)) || grep -v ' Passed ' "$log" | tail -n 150
+    count $((total - wrong)) "$wrong" "$2"
+    say_line "$2: $((total - wrong)) of $total passed"
+  fi
+  rm -f "$log"
+}
+
+# run_gtest NAME COMMAND...: sums taken from GoogleTest's own last lines; a crash counts as a failure.
+run_gtest() {
+  local name=$1 log good bad
+  shift
+  log=$(mktemp)
+  if "$@" >"$log" 2>&1; then bad=0; else bad=1; fi
+  tr -d '\r' <"$log" >"$log.text"
+  good=$(sed -n 's/^\[  PASSED  \] \([0-9]*\) tests\?\..*/\1/p' "$log.text" | tail -n 1)
+  if ((bad == 1)); then
+    bad=$(sed -n 's/^\[  FAILED  \] \([0-9]*\) tests\?, listed below.*/\1/p' "$log.text" | tail -n 1)
+    bad=${bad:-1}
+    grep -vE '^\[ +(OK|RUN) ' "$log.text" | tail -n 150
+  fi
+  count "${good:-0}" "$bad" "$name"
+  say_line "$name: ${good:-0} of $((${good:-0} + bad)) passed"
+  rm -f "$log" "$log.text"
+}
+
+test_native() {
+  cmake --preset native >/dev/null
+  cmake --build --preset native
+  run_ctest "$repo/build/native" "unit tests with sanitizers"
+}
+
+test_sources() {
+  check "language files" "$repo/tools/check-lang"
+  check "scripts parse" check_scripts
+}
+
+check_scripts() {
+  local script
+  for script in "$repo"/dev "$bench_source"/bench "$bench_source"/lib/*.sh "$bench_source"/tools/*.sh \
+    "$bench_source"/tools/{run-tool,ghost-restore}; do
+    bash -n "$script" || return 1
+  done
+}
+
+test_products() {
+  build
+  run_ctest "$repo/build/x64" "checks of the 64-bit program"
+  run_ctest "$repo/build/x86" "checks of the 32-bit program"
+}
+
+# The adapter against the contract that the fakes keep, in a run without any volumes of note.
+test_contract() {
+  cmake --build --preset x64 --target test_contract
+  cp "$repo/build/x64/test_contract.exe" "$bench/prefix/drive_c/"
+  run_gtest "contract under Wine" timeout 600 "$bench_source/bench" run "$bench" 'C:\test_contract.exe'
+}
+
+test_e2e() {
+  local program
+  program=$(bench_bin x64)/test_e2e.exe
+  if [[ ! -f $program ]]; then
+    say_line "no end-to-end tests are there"
+    return 0
+  fi
+  cp "$program" "$bench/prefix/drive_c/"
+  run_gtest "end to end under Wine" timeout 1800 "$bench_source/bench" run "$bench" 'C:\test_e2e.exe' "$@"
+}
+
+test_under_wine() {
+  bench=$bench_build/test
+  bench_programs x64
+  "$bench_source/bench" up "$bench"
+  trap '"$bench_source/bench" down "$bench"; stop_display' EXIT
+  need_display
+  test_contract
+  test_e2e "$@"
+}
+
+run_tests() {
+  need_packages "${build_packages[@]}" "${bench_packages[@]}"
+  export GTEST_COLOR=no
+  test_native
+  test_sources
+  test_products
+  test_under_wine "$@"
+  ((failed == 0)) || printf 'failed: %s\n' "${failures[@]}"
+  say_line "$passed passed, $failed failed"
+  ((failed == 0))
+}
