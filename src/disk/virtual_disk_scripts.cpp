@@ -66,7 +66,7 @@ bool IsVirtualDiskName(const std::string& baseName) {
 
 VirtualDiskSize VirtualDiskMegabytes(const std::string& size, SizeUnit unit) {
   const std::string text = Trim(size);
-  if (!IsNumeric(text)) return {SizeFault::kNoSize};
+  if (!IsNumeric(text) || LeadingNumber(text) <= 0) return {SizeFault::kNoSize};
   if (unit == SizeUnit::kTerabytes && text.size() > kLongestTerabyteText) {
     return {SizeFault::kTooLarge};
   }

@@ -1,0 +1,158 @@
+#include <gtest/gtest.h>
+
+#include "source_shop.h"
+
+namespace pavoline::testing {
+namespace {
+
+struct ImageSource : ::testing::Test, SourceShop {
+  ImageSource() {
+    files.put("D:\\WIN10.WIM");
+    files.put("D:\\old.gho");
+  }
+};
+
+TEST_F(ImageSource, ListsAnImageFileWhileTheBoxIsDisabled) {
+  form.combo1.setText("D:\\WIN10.WIM");
+  EXPECT_EQ(processes.ran.at(0),
+            "\"X:\\Pavoline\"\\Bin\\wimlib-imagex\\x64\\wimlib-imagex.exe info --xml "
+            "\"D:\\WIN10.WIM\" >C:\\Windows\\temp\\WIMInfo.log");
+  EXPECT_FALSE(enabledDuringRun);
+  EXPECT_TRUE(form.combo1.enabled());
+  EXPECT_EQ(editionCount(), 3u);
+  EXPECT_EQ(session.editions.size(), 3u);
+  EXPECT_EQ(edition(), "Home  64-Bit");
+  EXPECT_EQ(form.combo[kEditions].tooltip(), form.combo[kEditionDetails].items().at(0));
+  EXPECT_EQ(form.focused(), &form.combo[kEditions]);
+  EXPECT_FALSE(files.exists("C:\\Windows\\temp\\WIMInfo.log"));
+}
+
+TEST_F(ImageSource, PathsWithBlanksAndPercentSignsReachTheProgram) {
+  files.shortNames = false;
+  files.put("D:\\100% &\\a b.esd");
+  form.combo1.setText("D:\\100% &\\a b.esd");
+  EXPECT_TRUE(processes.ranLike("\"D:\\100% &\\a b.esd\""));
+  EXPECT_EQ(editionCount(), 3u);
+}
+
+TEST_F(ImageSource, ListsNothingForOtherPaths) {
+  files.put("D:\\readme.txt");
+  files.folder("D:\\folder");
+  for (const char* path :
+       {"D:\\missing.wim", "D:\\WIN10.WIM ", "D:\\readme.txt", "D:\\folder", ""}) {
+    form.combo1.setText("D:\\WIN10.WIM");
+    form.combo[kEditions].setTag("scratch");
+    form.label[3].setTag("scratch");
+    form.combo1.setText(path);
+    EXPECT_EQ(editionCount(), 0u) << path;
+    EXPECT_TRUE(session.editions.empty() && dialogs.messages.empty()) << path;
+    EXPECT_EQ(form.combo[kEditions].tag() + form.label[3].tag(), "") << path;
+    EXPECT_EQ(form.combo[kEditions].tooltip(), "") << path;
+    EXPECT_TRUE(form.combo1.enabled()) << path;
+  }
+  form.combo1.setText("D:\\readme.txt");
+  EXPECT_EQ(form.focused(), &form.combo1);
+}
+
+TEST_F(ImageSource, AGhostImageShowsItsProgramAndSuspendsTheFormatChoice) {
+  CheckBox& box = form.check[kDoNotFormat];
+  box.setValue(1);
+  form.combo1.setText("D:\\old.gho");
+  EXPECT_EQ(edition(), "x64\\S4");
+  EXPECT_FALSE(box.enabled());
+  EXPECT_EQ(box.value(), 0);
+
+  files.version("X:\\Pavoline\\Bin\\Ghost\\x64\\ghost.exe", "12.0.0.10531");
+  form.combo1.setText("D:\\nothing");
+  EXPECT_TRUE(box.enabled());
+  EXPECT_EQ(box.value(), 1);
+  form.combo1.setText("D:\\old.gho");
+  EXPECT_EQ(edition(), "x64\\Ghost.exe Ver:12.0.0.10531");
+  EXPECT_EQ(editionCount(), 1u);
+  EXPECT_EQ(form.combo[kEditions].tooltip(), "Path:.\\Bin\\Ghost\\x64\\Ghost.exe");
+  form.combo1.setText("D:\\WIN10.WIM");
+  EXPECT_TRUE(box.enabled() && box.ticked());
+}
+
+TEST_F(ImageSource, PreselectsTheEditionAskedFor) {
+  const struct {
+    int asked;
+    const char* words;
+    int selected, left;
+  } cases[] = {{0, "", 0, 0},
+               {2, "", 1, 0},
+               {3, "home", 2, 0},
+               {4, "PRO", 1, 4},
+               {0, "ultimate,pro", 1, 0},
+               {0, "x,y", 0, 0},
+               {0, "pro,home", 1, 0}};
+  for (const auto& c : cases) {
+    session.commandLine.wimIndex = c.asked;
+    session.options.defaultSysEdition = c.words;
+    form.combo1.setText("");
+    form.combo1.setText("D:\\WIN10.WIM");
+    EXPECT_EQ(form.combo[kEditions].selected(), c.selected) << c.asked << c.words;
+    EXPECT_EQ(session.commandLine.wimIndex, c.left) << c.asked << c.words;
+  }
+}
+
+TEST_F(ImageSource, AnUnreadableImageIsReported) {
+  editions = "";
+  form.combo1.setText("D:\\WIN10.WIM");
+  ASSERT_EQ(dialogs.messages.size(), 1u);
+  EXPECT_EQ(dialogs.messages[0].text + dialogs.messages[0].title, "S13S12");
+  EXPECT_EQ(dialogs.messages[0].flags, kErrorMessage);
+  EXPECT_EQ(form.focused(), &form.combo1);
+
+  // Output without an image is no reason for a message.
+  processes.onStart("info --xml", [](ToolRun& run) { run.print(5, "ERROR: not a WIM"); });
+  form.combo1.setText("");
+  form.combo1.setText("D:\\WIN10.WIM");
+  EXPECT_EQ(dialogs.messages.size(), 1u);
+  EXPECT_EQ(form.combo[kEditions].selected(), -1);
+}
+
+TEST_F(ImageSource, TheFirstDroppedFileIsTakenWhenItIsAnImage) {
+  SourceDropped(session, {"D:\\readme.txt", "D:\\WIN10.WIM"});
+  EXPECT_EQ(source(), "");
+  SourceDropped(session, {"D:\\old.gho", "D:\\WIN10.WIM"});
+  EXPECT_EQ(source(), "D:\\old.gho");
+  SourceDropped(session, {});
+  form.combo1.setEnabled(false);
+  SourceDropped(session, {"D:\\WIN10.WIM"});
+  EXPECT_EQ(source(), "D:\\old.gho");
+}
+
+TEST_F(ImageSource, AnotherSourceSetDuringARunIsReadAfterIt) {
+  files.put("D:\\b.wim");
+  time.after(50, [this] {
+    editions = "Other";
+    form.combo1.setText("D:\\b.wim");
+    EXPECT_EQ(processes.ran.size(), 1u);  // not beside the first run
+  });
+  form.combo1.setText("D:\\WIN10.WIM");
+  EXPECT_EQ(edition(), "Other  64-Bit");
+  EXPECT_EQ(session.editions.size(), 1u);
+  EXPECT_TRUE(form.combo1.enabled());
+}
+
+TEST_F(ImageSource, ADropOrAPickDuringARunIsIgnored) {
+  form.combo1.addItem("D:\\old.gho");
+  time.after(30, [this] { SourceDropped(session, {"D:\\old.gho"}); });
+  time.after(50, [this] { form.combo1.select(0); });
+  form.combo1.setText("D:\\WIN10.WIM");
+  EXPECT_EQ(source(), "D:\\WIN10.WIM");
+  EXPECT_EQ(editionCount(), 3u);
+  EXPECT_EQ(processes.ran.size(), 1u);
+}
+
+TEST_F(ImageSource, NothingHappensAfterTheWindowHasGone) {
+  editions = "";
+  time.after(50, [this] { form.unload(); });
+  form.combo1.setText("D:\\WIN10.WIM");
+  EXPECT_TRUE(dialogs.messages.empty());
+  EXPECT_EQ(form.focused(), nullptr);
+}
+
+}  // namespace
+}  // namespace pavoline::testing

@@ -1,0 +1,181 @@
+#include "source/iso_mount.h"
+
+#include <gtest/gtest.h>
+
+#include "source_shop.h"
+
+namespace pavoline::testing {
+namespace {
+
+constexpr std::uint64_t kGigabyte = std::uint64_t{1} << 30;
+
+// "imdisk -a" brings up the next of F:, G:, … with the image given for it.
+struct IsoMount : ::testing::Test, SourceShop {
+  IsoMount() {
+    files.put("C:\\Windows\\system32\\drivers\\imdisk.sys");
+    files.put("D:\\a b.iso");
+    files.put("D:\\two.iso");
+    files.put("D:\\other.wim");
+    processes.onStart("imdisk.exe -a", [this](ToolRun& run) {
+      enabledDuringMount = form.combo1.enabled();
+      run.does(200, [this] {
+        drives.add(next, kDriveCdRom);
+        if (!content.empty()) files.sized(next + content, kGigabyte);
+      });
+      run.print(200, "Creating device...\r\nCreated device 0: " + next + " -> D:\\x.iso\r\n");
+    });
+  }
+
+  void mounts(const std::string& drive, const std::string& file) {
+    next = drive;
+    content = file;
+  }
+
+  std::string next = "F:", content = "\\sources\\install.wim";
+  bool enabledDuringMount = true;
+};
+
+TEST(MountLog, NamesTheDrive) {
+  const struct {
+    std::string log, drive;
+  } cases[] = {
+      {"Creating device...\r\nCreated device 0: F: -> C:\\X.iso\r\n", "F:"},
+      {"Created device 12: G: -> x", "G:"},
+      {"Created device 0: F:\r\n", ""},
+      {"Creating device...\r\nError: -> no", ""},
+      {" -> Created device ", ""},
+      {"", ""},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(MountedDrive(c.log), c.drive) << c.log;
+    for (std::size_t cut = 0; cut < c.log.size(); ++cut) {
+      const std::string drive = MountedDrive(c.log.substr(0, cut));
+      EXPECT_TRUE(drive.empty() || drive == c.drive) << c.log << " cut at " << cut;
+    }
+  }
+}
+
+TEST_F(IsoMount, TheImageOnTheDriveBecomesTheSource) {
+  files.put("F:\\sources\\install.esd");
+  form.combo1.setText("D:\\a b.iso");
+  EXPECT_EQ(processes.ran.at(0), "imdisk.exe -a -m #: -f \"" + files.shortPath("D:\\a b.iso") +
+                                     "\" >C:\\Windows\\temp\\LoadISO.log");
+  EXPECT_FALSE(enabledDuringMount || enabledDuringRun);
+  EXPECT_EQ(source(), "F:\\sources\\install.wim");
+  EXPECT_EQ(editionCount(), 3u);
+  EXPECT_EQ(session.mountedIsoDrive, "F:");
+  EXPECT_EQ(session.mountedIsoFile, "D:\\a b.iso");
+  EXPECT_TRUE(form.combo1.enabled() && dialogs.messages.empty());
+  EXPECT_EQ(form.focused(), &form.combo[kEditions]);
+  EXPECT_FALSE(files.exists("C:\\Windows\\temp\\LoadISO.log"));
+}
+
+TEST_F(IsoMount, ADroppedIsoShowsOnlyTheImageInsideIt) {
+  time.after(100, [this] { EXPECT_EQ(source(), ""); });
+  SourceDropped(session, {"D:\\a b.iso"});
+  EXPECT_EQ(source(), "F:\\sources\\install.wim");
+  EXPECT_FALSE(enabledDuringMount);
+  EXPECT_TRUE(form.combo1.enabled());
+}
+
+TEST_F(IsoMount, AnotherIsoIsReadBeforeTheFirstIsDismounted) {
+  form.combo1.setText("D:\\a b.iso");
+  mounts("G:", "\\sources\\install.esd");
+  form.combo1.setText("D:\\two.iso");
+  EXPECT_EQ(source(), "G:\\sources\\install.esd");
+  EXPECT_EQ(session.mountedIsoDrive, "G:");
+  EXPECT_EQ(processes.ran.back(), "C:\\Windows\\System32\\cmd.exe /c imdisk.exe -D -m F:");
+  EXPECT_LT(place("install.esd"), processes.ran.size() - 1);
+  EXPECT_TRUE(form.combo1.enabled());
+}
+
+TEST_F(IsoMount, ASearchFindsImagesElsewhereOnTheDrive) {
+  session.search.stop = true;  // left by an earlier search
+  for (const char* path : {"\\big.gho", "\\x86\\sources\\y\\deep.wim"}) {
+    mounts("F:", path);
+    form.combo1.setText("D:\\a b.iso");
+    EXPECT_EQ(source(), std::string("F:") + path);
+    EXPECT_FALSE(session.search.takeFirst);
+    EXPECT_EQ(files.currentFolder, "X:\\Pavoline");
+    drives.remove("F:");
+  }
+  EXPECT_TRUE(dialogs.messages.empty());
+}
+
+TEST_F(IsoMount, WithoutAnImageThePersonIsAsked) {
+  form.combo1.setText("D:\\a b.iso");
+  mounts("G:", "\\readme.wim_");
+  form.combo1.setText("D:\\two.iso");  // cancelled
+  ASSERT_EQ(dialogs.messages.size(), 1u);
+  EXPECT_EQ(dialogs.messages[0].text + dialogs.messages[0].title, "S29S8");
+  EXPECT_EQ(dialogs.messages[0].flags, kInformationMessage);
+  EXPECT_EQ(dialogs.openRequests.at(0).title, "S5");
+  EXPECT_EQ(dialogs.openRequests[0].filters.at(0).description, "S6(*.wim;*.esd;*.gho)");
+  EXPECT_EQ(processes.ran.back(), "C:\\Windows\\System32\\cmd.exe /c imdisk.exe -D -m G:");
+  EXPECT_EQ(session.mountedIsoDrive, "F:");
+  EXPECT_EQ(editionCount(), 0u);
+
+  dialogs.files = {"D:\\other.wim"};
+  MountIso(session, "D:\\two.iso");
+  EXPECT_EQ(source(), "D:\\other.wim");
+  EXPECT_EQ(editionCount(), 3u);
+  EXPECT_EQ(session.mountedIsoDrive, "G:");
+}
+
+TEST_F(IsoMount, AFailedMountIsReportedAndLeavesTheEarlierSource) {
+  form.combo1.setText("D:\\a b.iso");
+  const std::size_t before = processes.ran.size();
+  processes.onStart("imdisk.exe -a", [](ToolRun& run) { run.print(10, "Error\r\n"); });
+  SourceDropped(session, {"D:\\two.iso"});
+  EXPECT_TRUE(said("S28"));
+  EXPECT_EQ(dialogs.messages.at(0).flags, kErrorMessage);
+  EXPECT_EQ(processes.ran.size(), before + 1);
+  EXPECT_EQ(session.mountedIsoDrive, "F:");
+  EXPECT_EQ(source(), "F:\\sources\\install.wim");
+  EXPECT_EQ(editionCount(), 3u);
+
+  processes.onStart("imdisk.exe -a", [](ToolRun& run) {
+    run.print(10, "Created device 0: H: -> x");  // gone again before it is read
+  });
+  SourceDropped(session, {"D:\\two.iso"});
+  EXPECT_EQ(dialogs.messages.size(), 1u);
+  EXPECT_EQ(session.mountedIsoDrive, "F:");
+}
+
+TEST_F(IsoMount, AMissingDriverIsInstalledFirst) {
+  for (const char* file :
+       {"C:\\Windows\\system32\\drivers\\imdisk.sys", "C:\\Windows\\system32\\imdisk.exe"}) {
+    files.drop(file);
+    processes.started.clear();
+    MountIso(session, "D:\\two.iso");
+    ASSERT_FALSE(processes.started.empty());
+    EXPECT_EQ(processes.started[0].command,
+              "C:\\Windows\\System32\\cmd.exe /c %SystemRoot%\\system32\\rundll32.exe "
+              "setupapi.dll,InstallHinfSection DefaultInstall 132 "
+              "X:\\Pavoline\\Bin\\imdisk\\imdisk.inf");
+    EXPECT_EQ(processes.started[0].mode, ShowMode::kHidden);
+    files.put(file);
+  }
+}
+
+TEST_F(IsoMount, AnInstallationThatBeganMeanwhileKeepsItsSource) {
+  form.combo1.setText("D:\\other.wim");
+  time.after(100, [this] { session.form.busy = true; });
+  SourceDropped(session, {"D:\\two.iso"});
+  EXPECT_EQ(source(), "D:\\other.wim");
+  EXPECT_EQ(editionCount(), 3u);
+  EXPECT_TRUE(processes.ranLike("-D -m F:"));
+  EXPECT_EQ(session.mountedIsoDrive, "");
+}
+
+TEST_F(IsoMount, AClosedWindowLeavesNoDriveBehind) {
+  mounts("F:", "");
+  dialogs.onMessage = [this](const auto&) { form.unload(); };
+  form.combo1.setText("D:\\a b.iso");
+  EXPECT_TRUE(dialogs.openRequests.empty());
+  EXPECT_TRUE(processes.ranLike("-D -m F:"));
+  EXPECT_EQ(form.focused(), nullptr);
+}
+
+}  // namespace
+}  // namespace pavoline::testing

@@ -1,0 +1,81 @@
+#include "source/wim_info.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+
+#include "engine/text_mode_repair.h"
+#include "platform/text.h"
+#include "support/fake_text.h"
+
+namespace pavoline::testing {
+namespace {
+
+// Output of "wimlib-imagex info FILE --xml" (1.13.6) for a file with three images.
+std::string Capture() {
+  std::ifstream file(PAVOLINE_SOURCE_DIR "/tests/source/captures/three_images.xml",
+                     std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::string Xml(const std::string& bytes) {
+  FakeTextServices text;
+  return text.fromUtf16(bytes.size() < 2 ? "" : RepairTextMode(bytes).substr(2));
+}
+
+TEST(WimInfo, ReadsWhatTheImagingProgramWrites) {
+  // As written, and as its Windows build writes it.
+  for (const std::string& bytes : {Capture(), ReplaceAll(Capture(), "\n", "\r\n")}) {
+    const auto images = ParseWimInfo(Xml(bytes));
+    ASSERT_EQ(images.size(), 3u);
+    EXPECT_EQ(images[0].listText, "Windows 10 Pro  64-Bit");
+    EXPECT_EQ(images[0].detailText, "Windows 10 Pro  64-Bit  en-US  10.0.19041.1");
+    EXPECT_EQ(images[1].listText, "上一个上 專業版  32位");
+    EXPECT_EQ(images[1].detailText, "上一个上 專業版  32-Bit  zh-CN  6.1.7601.17514");
+    EXPECT_EQ(images[1].language, "zh-CN");
+    EXPECT_EQ(images[2].listText, "Windows 10  ARM  32位-Bit");
+    EXPECT_EQ(images[2].detailText, "Windows 10 ARM  32-Bit  zh-CN  6.1.7601.17514");
+    EXPECT_EQ(images[2].index, 3);
+  }
+}
+
+TEST(WimInfo, TakesOutputCutAnywhere) {
+  const std::string whole = ReplaceAll(Capture(), "\n", "\r\n");
+  std::size_t before = 0;
+  for (std::size_t cut = 0; cut <= whole.size(); ++cut) {
+    const std::size_t count = ParseWimInfo(Xml(whole.substr(0, cut))).size();
+    ASSERT_TRUE(count == before || count == before + 1) << "cut at " << cut;
+    before = count;
+  }
+  EXPECT_EQ(before, 3u);
+}
+
+TEST(WimInfo, BuildsTheLines) {
+  const std::string nine = "<IMAGE INDEX=\"1\"><ARCH>9</ARCH><NAME>A  B</NAME></IMAGE>";
+  const struct {
+    std::string xml, list, details;  // of the last image
+  } cases[] = {
+      {nine, "A  B  64-Bit", "A B"},
+      {nine + "INDEX<ARCH>12</ARCH><NAME>C</NAME>", "C  64-Bit-Bit", "C"},
+      {nine + "INDEX<ARCH>0</ARCH><NAME>C</NAME>", "C  32-Bit", "C"},
+      {"INDEX<ARCH>12</ARCH><NAME>C</NAME>", "C-Bit", "C"},
+      {"INDEX<ARCH>9</ARCH><LANGUAGE>ZH-CN</LANGUAGE><DISPLAYNAME>D</DISPLAYNAME><NAME>C</NAME>",
+       "D  64位", "C  64-Bit  ZH-CN  ..."},
+      {"INDEX<NAME>C</NAME><LANGUAGE>en-US</LANGUAGE><LANGUAGE>de-DE</LANGUAGE>", "C-Bit",
+       "C-Bit  en-US  ..."},
+      {"INDEX", "-Bit", ""},
+      {"INDEX<NAME></NAME><DISPLAYNAME>D", "-Bit", ""},
+  };
+  for (const auto& c : cases) {
+    const auto images = ParseWimInfo(c.xml);
+    ASSERT_FALSE(images.empty()) << c.xml;
+    EXPECT_EQ(images.back().listText, c.list) << c.xml;
+    EXPECT_EQ(images.back().detailText, c.details) << c.xml;
+  }
+  EXPECT_TRUE(ParseWimInfo("").empty());
+  EXPECT_TRUE(ParseWimInfo("<IMAGE index=\"1\"></IMAGE>some error").empty());
+}
+
+}  // namespace
+}  // namespace pavoline::testing
