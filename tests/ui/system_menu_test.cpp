@@ -4,8 +4,9 @@
 
 #include <set>
 
-#include "platform/text.h"
+#include "engine/wim_apply.h"
 #include "support/workshop.h"
+#include "ui/apply_mode.h"
 #include "ui/companion_tools.h"
 
 namespace pavoline::testing {
@@ -139,6 +140,23 @@ TEST(ApplyModes, SetSwitchTitleAndCheckMark) {
     EXPECT_EQ(w.session.wimcopy, c.id == 2022);
     EXPECT_EQ(w.form.caption(), "Sub - Pavoline" + c.suffix);
     EXPECT_THAT(w.checkedModes(), ElementsAre(c.id));
+  }
+}
+
+TEST(ApplyModes, ReachTheApplyLine) {
+  for (const ApplyMode& mode : ApplyModes()) {
+    MenuWorkshop w;
+    w.files.put("D:\\install.esd");  // applied from where it lies in every mode
+    w.form.combo1.setText("D:\\install.esd");
+    w.form.combo[kEditions].addItem("Only");
+    w.form.combo[kEditions].select(0);
+    w.form.text[kInstallPartition].setText("E:");
+    w.form.check[kDoNotFormat].setValue(1);
+    w.choose(mode.commandId);
+    WimSetup(w.session);
+    ASSERT_EQ(w.processes.started.size(), 1u);
+    EXPECT_THAT(w.processes.started[0].script,
+                ::testing::HasSubstr(" 1 E:\\ " + std::string(mode.applyOptions) + " >C:"));
   }
 }
 
