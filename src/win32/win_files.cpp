@@ -143,6 +143,8 @@ std::string WinFiles::shortPath(const std::string& path) {
   const DWORD wanted = GetShortPathNameW(wide.c_str(), nullptr, 0);
   std::wstring result(wanted, L'\0');
   result.resize(wanted == 0 ? 0 : GetShortPathNameW(wide.c_str(), result.data(), wanted));
+  // Command lines cannot use the form of long paths, and a short one does not need it.
+  if (result.starts_with(L"\\\\?\\") && result.find(L':') == 5) result.erase(0, 4);
   return Narrow(result);
 }
 

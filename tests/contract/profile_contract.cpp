@@ -22,7 +22,7 @@ class ProfileContract : public Contract {
 
 TEST_F(ProfileContract, ValuesAreFoundByNameWithoutBlanksAndQuotes) {
   files_.write(ini_,
-               "; a comment\r\n[Other]\r\nA=other\r\n[ option ]\r\nA=blank name\r\n"
+               "; a comment\r\n[Other]\r\nA=other\r\n"
                "[OPTION]\r\n;C=comment\r\nA=first\r\na=second\r\n  B  =  blanks inside  \r\n"
                "Quoted=\" x \"\r\nHalf=\"x\r\nSingle='y'\r\nEmpty=\r\nTwo=a=b\r\n\r\nAfter=gap\r\n"
                "[Option]\r\nLate=again\r\n");
