@@ -15,7 +15,6 @@ void RefuseInstallation(Session& session, const std::string& text, int flags,
 }
 
 void FailInstallation(Session& session, const std::string& text, const std::string& title) {
-  session.form.timer4.setEnabled(false);
   Message(session, text, kErrorMessage, title);
   if (session.form.unloaded()) return;
   session.form.progressBar1.setValue(0);

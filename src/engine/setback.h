@@ -13,7 +13,7 @@ void RefuseInstallation(Session& session, const std::string& text, int flags,
                         const std::string& title);
 
 // After work began: shows an error, clears the progress display and returns to idle, so that the
-// person can try again. The unattended start is switched off; it would format a second time.
+// person can try again.
 void FailInstallation(Session& session, const std::string& text, const std::string& title);
 
 }  // namespace pavoline

@@ -108,13 +108,21 @@ TEST(Installation, AFailedUnattendedApplyIsNotTriedAgain) {
 
 TEST(Installation, OneStartAtATimeWhileAQuestionIsOpen) {
   Installer shop;
+  shop.start();
+  shop.fillIn();
+  shop.dialogs.onMessage = [&](const auto&) {
+    if (shop.dialogs.messages.size() < 5) shop.pressStart();
+  };
+  shop.pressStart();
+  EXPECT_EQ(shop.count("S19"), 1);
+
+  Installer unattended;
   auto switches = kUnattended;
   std::erase(switches, "/slient");
-  shop.dialogs.messageMs = 10000;  // the auto-start timer goes on meanwhile
-  shop.dialogs.onMessage = [&](const auto&) { shop.pressStart(); };
-  shop.start(switches);
-  shop.runUntil([&] { return shop.form.unloaded(); });
-  EXPECT_EQ(shop.count("S19"), 1);
+  unattended.dialogs.messageMs = 10000;  // the auto-start timer goes on meanwhile
+  unattended.start(switches);
+  ASSERT_TRUE(unattended.runUntil([&] { return unattended.form.unloaded(); }));
+  EXPECT_EQ(unattended.count("S19"), 1);
 }
 
 TEST(Installation, CancelAtTheQuestionChangesNothing) {
@@ -145,6 +153,12 @@ TEST(Installation, RefusesWithOneMessageAndUnderInstallEndsTheProgram) {
       {"boot empty", [](Installer& s) { s.form.text[kBootPartition].setText(""); }, "S15"},
       {"install empty", [](Installer& s) { s.form.text[kInstallPartition].setText(""); }, "S16"},
       {"install gone", [](Installer& s) { s.form.text[kInstallPartition].setText("G:"); },
+       "S16 G:"},
+      {"both gone",
+       [](Installer& s) {
+         s.form.text[kBootPartition].setText("G:");
+         s.form.text[kInstallPartition].setText("G:");
+       },
        "S16 G:"},
       {"named in a label only",
        [](Installer& s) { s.partitionLines.erase(s.partitionLines.find("2:1")); }, "S16 E:"},

@@ -72,8 +72,10 @@ TEST(Rows, TickingAnEmptyRowAsksForItsPathAtOnce) {
   shop.dialogs.folders = {"X:\\Pavoline2\\drv"};
   shop.form.check[kAddDrivers].setValue(1);
   EXPECT_EQ(shop.form.text[kDriverFolder].text(), "X:\\Pavoline2\\drv");
+  const auto asked = shop.dialogs.openRequests.size();
   shop.form.check[kRunPlugin].setValue(1);
-  EXPECT_TRUE(shop.form.combo2.enabled()) << "a plug-in row asks nothing";
+  EXPECT_EQ(shop.dialogs.openRequests.size(), asked) << "a plug-in row asks nothing";
+  EXPECT_TRUE(shop.form.combo2.enabled());
 }
 
 TEST(Rows, RefuseAnswerFilesInOtherEncodings) {
