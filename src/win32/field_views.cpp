@@ -68,26 +68,35 @@ class ComboBoxView : public ControlView {
     if (GetFocus() != inner()) dropTextSelection();
   }
 
-  // The area is that of the closed box; what the window has below it is room for the list.
+  // The area is that of the closed box; what the window is given below it is room for the list.
   void place(const RECT& area) override {
-    RECT whole;
-    GetWindowRect(handle(), &whole);
-    constexpr WPARAM kSelectionField = static_cast<WPARAM>(-1);
-    const auto fieldHeight = [this] {
-      return static_cast<int>(SendMessageW(handle(), CB_GETITEMHEIGHT, kSelectionField, 0));
-    };
-    const int border = static_cast<int>(whole.bottom - whole.top) - fieldHeight();
-    const int wanted = static_cast<int>(area.bottom - area.top) - border;
-    if (wanted > 0) SendMessageW(handle(), CB_SETITEMHEIGHT, kSelectionField, wanted);
-
     RECT withList = area;
     constexpr int kListTwips = 3000;
     withList.bottom += InPixels(kListTwips, style().dpi);
     ControlView::place(withList);
+
+    setClosedHeight(static_cast<int>(area.bottom - area.top));
     if (box_.editable() && GetFocus() != inner()) dropTextSelection();
   }
 
  private:
+  int closedHeight() const {
+    RECT closed;
+    GetWindowRect(handle(), &closed);
+    return static_cast<int>(closed.bottom - closed.top);
+  }
+
+  // The closed box is as high as its text field makes it. What is asked for the field and what
+  // comes of it differ between systems, hence the second try.
+  void setClosedHeight(int wanted) {
+    constexpr WPARAM kField = static_cast<WPARAM>(-1);
+    LRESULT field = SendMessageW(handle(), CB_GETITEMHEIGHT, kField, 0);
+    for (int tries = 0; tries < 2 && closedHeight() != wanted; ++tries) {
+      field += wanted - closedHeight();
+      if (field > 0) SendMessageW(handle(), CB_SETITEMHEIGHT, kField, field);
+    }
+  }
+
   void showItems() {
     SendMessageW(handle(), WM_SETREDRAW, FALSE, 0);
     SendMessageW(handle(), CB_RESETCONTENT, 0, 0);

@@ -158,6 +158,7 @@ void FormWindow::sync() {
   syncing_ = true;
   if (shownRevision_ != form_.revision()) syncForm();
   for (auto& view : views_) view->sync(style_);
+  syncDefaultButton();
   syncTooltips();
   syncTimers();
   syncFocus();
@@ -168,7 +169,7 @@ void FormWindow::syncForm() {
   shownRevision_ = form_.revision();
   ShowText(handle_, form_.caption());
   if (style_.font == nullptr || shownFont_ != form_.font()) refreshStyle();
-  menu_.show(handle_, form_.systemMenu(), style_.dpi);
+  menu_.show(handle_, form_.systemMenu());
   resize();
   if (form_.onDropFiles) AcceptDrops(handle_);
 }
@@ -206,6 +207,18 @@ void FormWindow::resize() {
     top = std::max(area.top, std::min(top, area.bottom - wanted.cy));
   }
   SetWindowPos(handle_, nullptr, left, top, wanted.cx, wanted.cy, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void FormWindow::syncDefaultButton() {
+  if (shownDefault_ == form_.defaultButton) return;
+  const auto mark = [this](const Button* button, WPARAM style) {
+    if (const ControlView* view = viewOf(button)) {
+      SendMessageW(view->handle(), BM_SETSTYLE, style, TRUE);
+    }
+  };
+  mark(shownDefault_, BS_PUSHBUTTON);
+  mark(form_.defaultButton, BS_DEFPUSHBUTTON);
+  shownDefault_ = form_.defaultButton;
 }
 
 void FormWindow::syncTimers() {

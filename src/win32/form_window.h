@@ -54,6 +54,7 @@ class FormWindow {
   void create();
   void refreshStyle();
   void syncForm();
+  void syncDefaultButton();
   void syncTimers();
   void syncTooltips();
   void syncFocus();
@@ -77,6 +78,7 @@ class FormWindow {
   std::vector<unsigned> shownTimers_;
   SystemMenuView menu_;
   std::string shownFont_;
+  const Button* shownDefault_ = nullptr;
   unsigned shownRevision_ = ~0u;
   unsigned seenFocusRequests_ = 0;
   bool shown_ = false;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "win32/dpi.h"
 #include "win32/wide_text.h"
 
 namespace pavoline {
@@ -26,32 +25,30 @@ void ShowCheckMarks(HMENU menu, const std::vector<MenuItem>& items) {
   }
 }
 
-// The icon as a bitmap whose transparent parts let the menu's ground through.
-HBITMAP BitmapOfIcon(int resource, int size) {
-  const auto icon =
-      static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(resource),
-                                    IMAGE_ICON, size, size, LR_DEFAULTCOLOR));
+// The icon on the menu's ground, as not every system blends a bitmap beside a menu text, and in
+// the size of a check mark, as not every system shows more. Shrunk from twice the size, which
+// looks better than a small icon made smaller.
+HBITMAP BitmapOfIcon(int resource) {
+  const int width = GetSystemMetrics(SM_CXMENUCHECK), height = GetSystemMetrics(SM_CYMENUCHECK);
+  const auto icon = static_cast<HICON>(LoadImageW(
+      GetModuleHandleW(nullptr), MAKEINTRESOURCEW(resource), IMAGE_ICON, 32, 32, LR_DEFAULTCOLOR));
   if (icon == nullptr) return nullptr;
-  BITMAPINFO info{};
-  info.bmiHeader.biSize = sizeof info.bmiHeader;
-  info.bmiHeader.biWidth = size;
-  info.bmiHeader.biHeight = -size;
-  info.bmiHeader.biPlanes = 1;
-  info.bmiHeader.biBitCount = 32;
   const HDC screen = GetDC(nullptr);
-  const HDC memory = CreateCompatibleDC(screen);
+  const HDC large = CreateCompatibleDC(screen), small = CreateCompatibleDC(screen);
+  const HBITMAP drawn = CreateCompatibleBitmap(screen, 32, 32);
+  const HBITMAP shrunk = CreateCompatibleBitmap(screen, width, height);
   ReleaseDC(nullptr, screen);
-  void* bits = nullptr;
-  const HBITMAP bitmap = CreateDIBSection(memory, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-  if (bitmap != nullptr) {
-    // Drawn over zeros, colours come out multiplied by their opacity, which is what menus want.
-    const HGDIOBJ old = SelectObject(memory, bitmap);
-    DrawIconEx(memory, 0, 0, icon, size, size, 0, nullptr, DI_NORMAL);
-    SelectObject(memory, old);
-  }
-  DeleteDC(memory);
+  const HGDIOBJ oldLarge = SelectObject(large, drawn), oldSmall = SelectObject(small, shrunk);
+  DrawIconEx(large, 0, 0, icon, 32, 32, 0, GetSysColorBrush(COLOR_MENU), DI_NORMAL);
+  SetStretchBltMode(small, HALFTONE);
+  StretchBlt(small, 0, 0, width, height, large, 0, 0, 32, 32, SRCCOPY);
+  SelectObject(large, oldLarge);
+  SelectObject(small, oldSmall);
+  DeleteDC(large);
+  DeleteDC(small);
+  DeleteObject(drawn);
   DestroyIcon(icon);
-  return bitmap;
+  return shrunk;
 }
 
 }  // namespace
@@ -60,18 +57,18 @@ SystemMenuView::~SystemMenuView() {
   for (const auto& [resource, bitmap] : pictures_) DeleteObject(bitmap);
 }
 
-void SystemMenuView::show(HWND window, const std::vector<MenuItem>& items, int dpi) {
+void SystemMenuView::show(HWND window, const std::vector<MenuItem>& items) {
   if (!SameEntries(items, shown_)) {
     if (!shown_.empty()) GetSystemMenu(window, TRUE);
     // Each entry goes in above the one before it.
     const HMENU menu = GetSystemMenu(window, FALSE);
-    for (auto item = items.rbegin(); item != items.rend(); ++item) insert(menu, 0, *item, dpi);
+    for (auto item = items.rbegin(); item != items.rend(); ++item) insert(menu, 0, *item);
   }
   shown_ = items;
   ShowCheckMarks(GetSystemMenu(window, FALSE), items);
 }
 
-void SystemMenuView::insert(HMENU menu, UINT position, const MenuItem& item, int dpi) {
+void SystemMenuView::insert(HMENU menu, UINT position, const MenuItem& item) {
   const std::wstring text = Wide(item.text);
   if (item.separator()) {
     InsertMenuW(menu, position, MF_BYPOSITION | MF_SEPARATOR, static_cast<UINT_PTR>(item.id),
@@ -82,18 +79,18 @@ void SystemMenuView::insert(HMENU menu, UINT position, const MenuItem& item, int
   } else {
     const HMENU popup = CreatePopupMenu();
     UINT place = 0;
-    for (const MenuItem& inner : item.items) insert(popup, place++, inner, dpi);
+    for (const MenuItem& inner : item.items) insert(popup, place++, inner);
     InsertMenuW(menu, position, MF_BYPOSITION | MF_POPUP, reinterpret_cast<UINT_PTR>(popup),
                 text.c_str());
   }
   if (item.image == 0) return;
-  const HBITMAP bitmap = picture(item.image, dpi);
+  const HBITMAP bitmap = picture(item.image);
   SetMenuItemBitmaps(menu, position, MF_BYPOSITION, bitmap, bitmap);
 }
 
-HBITMAP SystemMenuView::picture(int resource, int dpi) {
+HBITMAP SystemMenuView::picture(int resource) {
   HBITMAP& bitmap = pictures_[resource];
-  if (bitmap == nullptr) bitmap = BitmapOfIcon(resource, SmallIconSize(dpi));
+  if (bitmap == nullptr) bitmap = BitmapOfIcon(resource);
   return bitmap;
 }
 

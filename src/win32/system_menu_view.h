@@ -19,11 +19,11 @@ class SystemMenuView {
 
   // Brings the window's menu up to date. Where only check marks changed the menu is kept, as it
   // may be open.
-  void show(HWND window, const std::vector<MenuItem>& items, int dpi);
+  void show(HWND window, const std::vector<MenuItem>& items);
 
  private:
-  void insert(HMENU menu, UINT position, const MenuItem& item, int dpi);
-  HBITMAP picture(int resource, int dpi);
+  void insert(HMENU menu, UINT position, const MenuItem& item);
+  HBITMAP picture(int resource);
 
   std::vector<MenuItem> shown_;
   std::map<int, HBITMAP> pictures_;
