@@ -1,0 +1,105 @@
+#include "postinstall/answer_file.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "engine/engine_shop.h"
+#include "platform/text.h"
+
+namespace pavoline::testing {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+const std::string kBom = "\xEF\xBB\xBF";
+const std::string kTarget = "E:\\Windows\\Panther\\unattend.xml";
+const std::string kNames =
+    "[Pavoline] %Pavoline-Arch% %Pavoline-User% %Pavoline-PC% %Pavoline-Group% %Pavoline-Arch%";
+
+struct AnswerShop : EngineShop {
+  explicit AnswerShop(const std::string& content = kBom + kNames) {
+    applied("10.0.1.2");
+    files.put("X:\\Pavoline\\Bin\\unattend\\unattend.xml", content);
+    form.text[kAnswerFile].setText("%App.Path%\\Bin\\unattend\\unattend.xml");
+  }
+  std::string written() {
+    WriteAnswerFile(session);
+    return files.text(kTarget);
+  }
+};
+
+TEST(AnswerFile, FillsInDefaultsAndKeepsAllButTheComputerName) {
+  for (const auto& [random, letter] :
+       {std::pair{0.0, "A"}, {0.019, "A"}, {0.021, "B"}, {0.06, "B"}, {0.061, "C"}, {0.99, "Z"}}) {
+    AnswerShop w;
+    w.environment.randoms = {random, 0.5};
+    EXPECT_EQ(w.written(),
+              kBom + "[Pavoline] amd64 PAVO PAVO-20240506" + letter + "N WORKGROUP amd64")
+        << random;
+    EXPECT_EQ(w.session.options.pcUser, "PAVO");
+    EXPECT_EQ(w.session.options.workGroup, "WORKGROUP");
+    EXPECT_EQ(w.session.options.computerName, "");
+    EXPECT_EQ(w.environment.reseeds, 1);
+    EXPECT_EQ(w.form.status.text(), "S38");
+  }
+}
+
+TEST(AnswerFile, TakesTheNamesAsTextSafeInXml) {
+  AnswerShop w;
+  w.files.drop("E:\\Windows\\SysWOW64");
+  w.form.text[kAnswerFile].setText(".\\Bin\\unattend\\unattend.xml");
+  w.files.currentFolder = "D:\\";  // a file dialog may have moved it
+  w.session.options.pcUser = "R&D <\xC3\xA9>";
+  w.session.options.computerName = "PC-1";
+  w.session.options.workGroup = "OFFICE";
+  EXPECT_EQ(w.written(), kBom + "[Pavoline] x86 R&amp;D &lt;\xC3\xA9&gt; PC-1 OFFICE x86");
+  EXPECT_EQ(w.session.options.computerName, "PC-1");
+}
+
+TEST(AnswerFile, TheAdministratorGetsTheBuiltInOne) {
+  for (const auto& [user, content] :
+       {std::pair{"admin", "?[Pavoline]"}, {"Administrator", "?[pavoline]"}}) {
+    AnswerShop w(content);
+    w.session.options.pcUser = user;
+    EXPECT_EQ(w.written(), kBom + std::string(content).substr(1));
+  }
+  AnswerShop w;
+  w.session.options.pcUser = "ADMINistrator";
+  const std::string text = w.written();
+  EXPECT_THAT(text, HasSubstr("<Username>Administrator</Username>"));
+  EXPECT_THAT(text, HasSubstr("<JoinWorkgroup>WORKGROUP</JoinWorkgroup>"));
+  EXPECT_THAT(text, Not(HasSubstr("%Pavoline-")));
+  EXPECT_TRUE(IsTemplate(text));
+}
+
+TEST(AnswerFile, LosesTheFirstCharacterWhateverItIs) {
+  EXPECT_EQ(AnswerShop("plain").written(), kBom + "lain");
+  EXPECT_EQ(AnswerShop("\xC3\xA9t\xC3\xA9").written(), kBom + "t\xC3\xA9");
+}
+
+TEST(AnswerFile, WritesNothingThatIsNoText) {
+  for (const std::string& content :
+       {std::string(), kBom, std::string("\xFF\xFE<\0a\0", 6), std::string("<\0a\0", 4),
+        std::string("\xE9t\xE9"), std::string("x\xE4\xB8"), std::string("x\x80")}) {
+    AnswerShop w(content);
+    w.written();
+    EXPECT_FALSE(w.files.exists(kTarget)) << content;
+    EXPECT_TRUE(w.dialogs.messages.empty());
+  }
+}
+
+TEST(AnswerFile, TheImagesOwnStaysAndAFullVolumeIsSaid) {
+  AnswerShop own;
+  own.files.put(kTarget, "the image's own");
+  EXPECT_EQ(own.written(), "the image's own");
+  EXPECT_NE(own.form.status.text(), "S38");
+  AnswerShop full;
+  full.files.full("E:");
+  full.written();
+  EXPECT_FALSE(full.files.exists(kTarget));
+  EXPECT_TRUE(full.said("S78 " + kTarget));
+}
+
+}  // namespace
+}  // namespace pavoline::testing
