@@ -1,0 +1,101 @@
+# ./dev shots: pictures of every window in every language, and a sheet of them per language.
+source "$bench_source/lib/programs.sh"
+source "$bench_source/lib/prefix.sh"
+source "$bench_source/lib/disks.sh"
+source "$bench_source/lib/image.sh"
+source "$bench_source/lib/scene.sh"
+
+# Language and locale, which gives the code page; the sharp languages are also taken at 144 dpi.
+declare -A shot_locales=([1033]=en_US.UTF-8 [2052]=zh_CN.UTF-8 [1028]=zh_TW.UTF-8 [1031]=de_DE.UTF-8 [1041]=ja_JP.UTF-8)
+shot_order=(1033 2052 1028 1031 1041)
+shot_sharp=(1033 1031 2052)
+
+# What the search finds and the Tools menu lists, besides the scene.
+make_shot_scene() {
+  local file app
+  export BENCH_NTFS=no
+  make_scene
+  put_source 40 wim iso/install.wim
+  mkdir -p "$bench/volumes/d/esd" "$bench/volumes/d/wim"
+  for file in "esd/Windows 11 Education.esd" wim/install.wim iso/Windows-10-22H2.iso; do
+    truncate -s $((4700 * 1024 * 1024 + 41)) "$bench/volumes/d/$file"
+  done
+  app=$(app_folder)
+  place_ghost 10532
+  for file in "$app/../Brantor/Brantor.exe" "$app/../Quillet/Quillet.exe" "$app/../DiskGenius/DiskGenius.exe"; do
+    mkdir -p "$(dirname "$file")"
+    cp "$bench/companion.exe" "$file"
+  done
+  mkdir -p "$bench/faults"
+  echo "pace 60" >"$bench/faults/wimlib-imagex"
+}
+
+# shoot_language LANGUAGE SUFFIX PART...
+shoot_language() {
+  local language=$1 suffix=$2 folder=$shots_folder/$1 result=0
+  shift 2
+  mkdir -p "$folder"
+  (
+    export LC_ALL=${shot_locales[$language]}
+    cd "$bench/prefix/drive_c"
+    wine "C:\\${bench_app//\//\\}\\Pavoline.exe" "/lng:$language" '/source:D:\iso\install.wim' /wimindex:2 &
+    wine 'C:\shoot.exe' Pavoline.exe "$folder" "$suffix" "$@"
+  ) || result=$?
+  # A wineserver keeps the language it was started in.
+  wineserver -k || true
+  wineserver -w || true
+  return $result
+}
+
+set_dpi() {
+  wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f >/dev/null 2>&1
+  wineserver -k || true
+  wineserver -w || true
+}
+
+make_sheet() {
+  local folder=$shots_folder/$1
+  montage -font /usr/share/fonts/truetype/wqy/wqy-zenhei.ttc -label '%t' "$folder"/[a-z]*[a-z].png -geometry '640x>+8+8' -tile 3x "$shots_folder/sheet-$1.png"
+}
+
+prepare_shots() {
+  need_packages "${build_packages[@]}" "${bench_packages[@]}"
+  [[ -n ${APP:-} ]] || build
+  bench_programs x64
+  bench=$bench_build/shots bench_arch=x64 bench_app="Program Files/Pavoline"
+  "$bench_source/bench" up "$bench"
+  export PAVOLINE_BENCH=$bench WINEPREFIX=$bench/prefix
+  cp "$(bench_bin x64)/shoot.exe" "$bench/prefix/drive_c/"
+  make_shot_scene
+  export BENCH_SCREEN=1600x1000
+  need_display
+  set_registry 'HKCU\Software\Wine\Explorer\Desktops' shell "$BENCH_SCREEN"
+}
+
+end_shots() {
+  "$bench_source/bench" down "$bench" 2>/dev/null || true
+  stop_display
+}
+
+# take_shots [LANGUAGE...]: all languages when none is given.
+take_shots() {
+  local language failed=0
+  (($# == 0)) || shot_order=("$@")
+  shots_folder=$repo/build/shots
+  trap end_shots EXIT
+  prepare_shots
+  set_dpi 96
+  for language in "${shot_order[@]}"; do
+    rm -rf "${shots_folder:?}/$language"
+    shoot_language "$language" '' main small installation || failed=1
+    make_sheet "$language"
+    say_line "shots: build/shots/sheet-$language.png"
+  done
+  set_dpi 144
+  for language in "${shot_sharp[@]}"; do
+    [[ " ${shot_order[*]} " == *" $language "* ]] || continue
+    shoot_language "$language" -144 main || failed=1
+  done
+  ((failed == 0)) || die "shots: some windows did not show"
+  say_line "shots: $(find "$shots_folder" -name '*.png' | wc -l) pictures in build/shots"
+}

@@ -1,0 +1,53 @@
+// shoot PROGRAM FOLDER SUFFIX PART...: a picture FOLDER/<window>SUFFIX.png of each window of the
+// running program. Parts: main, small, installation. FOLDER is a Unix path.
+#include <algorithm>
+#include <cstdio>
+
+#include "bridge/unix_side.h"
+#include "tour/tour.h"
+
+namespace {
+
+using bench::Window;
+
+// An open menu belongs to the picture of its window.
+RECT areaOf(const std::string& program, const Window& window) {
+  RECT area = window.rectangle();
+  for (const Window& other : bench::windowsOf(program)) {
+    if (!other.visible() || other.className() != "#32768") continue;
+    const RECT menu = other.rectangle();
+    area = {std::min(area.left, menu.left), std::min(area.top, menu.top),
+            std::max(area.right, menu.right), std::max(area.bottom, menu.bottom)};
+  }
+  return area;
+}
+
+bool shoot(const RECT& area, const std::string& file) {
+  const std::string geometry = std::to_string(area.right - area.left) + "x" +
+                               std::to_string(area.bottom - area.top) + "+" +
+                               std::to_string(area.left) + "+" + std::to_string(area.top);
+  return bench::runUnix({"import", "-window", "root", "-crop", geometry, "+repage", file}) == 0;
+}
+
+bool (*partOf(const std::wstring& name))(const std::string&, const bench::Visit&) {
+  if (name == L"main") return bench::tourMainWindow;
+  if (name == L"small") return bench::tourSmallWindows;
+  return name == L"installation" ? bench::tourInstallation : nullptr;
+}
+
+}  // namespace
+
+int wmain(int count, wchar_t** values) {
+  if (count < 5) return 2;
+  const std::string program = bench::toUtf8(values[1]);
+  const std::string folder = bench::toUtf8(values[2]), suffix = bench::toUtf8(values[3]);
+  bool good = true;
+  const bench::Visit visit = [&](const std::string& name, const Window& window) {
+    good &= shoot(areaOf(program, window), folder + "/" + name + suffix + ".png");
+  };
+  for (int i = 4; i < count; ++i) {
+    const auto part = partOf(values[i]);
+    if (!part || !part(program, visit)) return 1;
+  }
+  return good ? 0 : 1;
+}

@@ -1,0 +1,148 @@
+#include "tour/tour.h"
+
+#include <cstdio>
+
+#include "driver/dialogs.h"
+#include "driver/main_window.h"
+#include "ui/system_menu.h"
+
+namespace bench {
+namespace {
+
+using namespace pavoline;
+
+constexpr int kShowTime = 30'000;  // milliseconds, for a window to show
+constexpr int kApplyTime = 120'000;
+constexpr int kSettleTime = 400;
+
+class Guide {
+ public:
+  Guide(const std::string& program, const Visit& visit)
+      : main_(program), program_(program), visit_(visit) {}
+
+  const MainWindow& main() const { return main_; }
+
+  bool show(const std::string& name, const Window& window) const {
+    if (!window) return missing(name);
+    Sleep(kSettleTime);
+    visit_(name, window);
+    return true;
+  }
+
+  Window form(const std::string& name) const {
+    Window found;
+    waitUntil(kShowTime, [&] {
+      found = findWindow(program_, "Pavoline." + name, "");
+      return static_cast<bool>(found);
+    });
+    return found;
+  }
+
+  // Opens a small window, shows it and closes it.
+  bool showSmall(const std::string& name, const std::string& formName,
+                 const std::function<void()>& open,
+                 const std::function<bool(const Window&)>& inside = {}) const {
+    open();
+    const Window window = form(formName);
+    if (!show(name, window) || (inside && !inside(window))) return false;
+    window.close();
+    return waitUntil(kShowTime, [&] { return !window.visible(); }) || missing("end of " + name);
+  }
+
+  bool showMessage(const std::string& name, int button) const {
+    const auto message = waitForMessage(program_, kShowTime);
+    if (!message) return missing(name);
+    return show(name, message->window) && answer(*message, button);
+  }
+
+  // Opens the system menu and a submenu of it, the keyboard's way.
+  bool showMenu(const std::string& name, int downs) const {
+    const Window window = main_.window();
+    PostMessageW(window.handle(), WM_SYSCOMMAND, SC_KEYMENU, ' ');
+    if (!waitUntil(kShowTime, [&] { return menus() > 0; })) return missing(name);
+    Sleep(kSettleTime);
+    for (int i = 0; i < downs; ++i) press(window, VK_DOWN);
+    press(window, VK_RIGHT);
+    if (!waitUntil(kShowTime, [&] { return menus() > 1; })) return missing(name);
+    const bool shown = show(name, window);
+    PostMessageW(window.handle(), WM_CANCELMODE, 0, 0);
+    return (waitUntil(kShowTime, [&] { return menus() == 0; }) || missing("end of " + name)) &&
+           shown;
+  }
+
+  bool missing(const std::string& name) const {
+    fprintf(stderr, "not shown: %s\n%s", name.c_str(), dumpWindows(program_).c_str());
+    return false;
+  }
+
+ private:
+  static void press(const Window& window, int key) {
+    PostMessageW(window.handle(), WM_KEYDOWN, key, 1);
+    Sleep(50);
+  }
+  int menus() const {
+    int count = 0;
+    for (const Window& window : windowsOf(program_)) {
+      count += window.visible() && window.className() == "#32768";
+    }
+    return count;
+  }
+
+  MainWindow main_;
+  std::string program_;
+  const Visit& visit_;
+};
+
+}  // namespace
+
+bool tourMainWindow(const std::string& program, const Visit& visit) {
+  const Guide guide(program, visit);
+  const MainWindow& main = guide.main();
+  const auto ready = [&] { return main.source().enabled() && !main.editions().items().empty(); };
+  if (!main.waitUntilShown(kShowTime) || !waitUntil(kShowTime, ready)) return guide.missing("main");
+  if (!guide.show("main", main.window())) return false;
+  main.window().key(VK_F2);
+  Sleep(kSettleTime);
+  if (!guide.show("main-narrow", main.window())) return false;
+  main.window().key(VK_F2);
+  return true;
+}
+
+bool tourSmallWindows(const std::string& program, const Visit& visit) {
+  const Guide guide(program, visit);
+  const MainWindow& main = guide.main();
+  const auto command = [&](int id) { return [&main, id] { main.window().systemCommand(id); }; };
+  const auto choose = [&](int index) { return [&main, index] { main.command(index).click(); }; };
+  const auto creation = [&](const Window& window) {
+    return guide.showSmall("virtual-disk-creation", "VirtualDiskCreation",
+                           [&] { window.child(1002).click(); });
+  };
+  return guide.showSmall("partitions-boot", "PartitionChooser", choose(kChooseBoot)) &&
+         guide.showSmall("partitions-install", "PartitionChooser", choose(kChooseInstall)) &&
+         guide.showSmall("images", "ImageList", [&] { main.search().click(); }) &&
+         guide.showSmall("names", "Form2", command(kMenuComputerName)) &&
+         guide.showSmall("virtual-disks", "VirtualDiskWindow", command(kMenuVirtualDisk),
+                         creation) &&
+         guide.showSmall("about", "About", command(kMenuAbout)) &&
+         guide.showMenu("menu-tools", 2) && guide.showMenu("menu-modes", 3);
+}
+
+bool tourInstallation(const std::string& program, const Visit& visit) {
+  const Guide guide(program, visit);
+  const MainWindow& main = guide.main();
+  main.command(kStart).click();
+  if (!guide.showMessage("message-confirm", IDOK)) return false;
+  // The first phase fills the bar as well; the second one, of the data, is to be seen.
+  bool secondPhase = false;
+  const auto halfWay = [&] {
+    const int percent = main.progressBar().progress();
+    secondPhase |= percent == 100;
+    return secondPhase && percent >= 30 && percent < 100;
+  };
+  if (!waitUntil(kApplyTime, halfWay)) return guide.missing("installing");
+  if (!guide.show("installing", main.window())) return false;
+  main.window().close();
+  return guide.showMessage("message-close", IDOK);
+}
+
+}  // namespace bench
