@@ -154,6 +154,7 @@ TEST_F(VirtualDisk, IsRefusedWithTheFirstReason) {
       {"D:\\none\\?", "x", SizeUnit::kGigabytes, "S105"},
       {"Q:\\a", "1", SizeUnit::kGigabytes, "S105"},
       {"a.vhd", "1", SizeUnit::kGigabytes, "S105"},
+      {"Bin\\a.vhd", "1", SizeUnit::kGigabytes, "S105"},
       {"", "1", SizeUnit::kGigabytes, "S105"},
       {"E:\\", "x", SizeUnit::kGigabytes, "S100"},
       {"E:\\a?", "x", SizeUnit::kGigabytes, "S100"},

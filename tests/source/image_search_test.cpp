@@ -32,6 +32,7 @@ TEST_F(ImageSearch, LooksIntoTheNamedFoldersOfAllDrives) {
         "E:\\wim\\f.gho", "E:\\other\\g.wim", "G:\\iso\\h.iso"}) {
     image(path);
   }
+  image("X:\\iso\\current.wim");  // a partition without letter is not the current drive
   EXPECT_EQ(search(), (Paths{"E:\\wim\\f.gho", "E:\\iso\\e.ESD", "D:\\iso\\b.wim", "D:\\iso\\a.iso",
                              "G:\\iso\\h.iso"}));
   EXPECT_EQ(session.search.found.size(), 5u);

@@ -78,6 +78,14 @@ TEST_F(IsoMount, ADroppedIsoShowsOnlyTheImageInsideIt) {
   EXPECT_TRUE(form.combo1.enabled());
 }
 
+TEST_F(IsoMount, APathTypedBeforeTheDriveWasThereIsReadNow) {
+  form.combo1.setText("F:\\sources\\install.wim");
+  MountIso(session, "D:\\two.iso");
+  EXPECT_EQ(editionCount(), 3u);
+  EXPECT_EQ(session.mountedIsoDrive, "F:");
+  EXPECT_TRUE(dialogs.messages.empty());
+}
+
 TEST_F(IsoMount, AnotherIsoIsReadBeforeTheFirstIsDismounted) {
   form.combo1.setText("D:\\a b.iso");
   mounts("G:", "\\sources\\install.esd");
@@ -156,6 +164,34 @@ TEST_F(IsoMount, AMissingDriverIsInstalledFirst) {
     EXPECT_EQ(processes.started[0].mode, ShowMode::kHidden);
     files.put(file);
   }
+}
+
+TEST_F(IsoMount, ADriveThatGotTheOldLetterStaysMounted) {
+  form.combo1.setText("D:\\a b.iso");
+  drives.remove("F:");  // dismounted by hand
+  form.combo1.setText("D:\\two.iso");
+  EXPECT_EQ(session.mountedIsoFile, "D:\\two.iso");
+  EXPECT_FALSE(processes.ranLike("-D -m"));
+}
+
+TEST_F(IsoMount, AnIsoInTheIsoIsTheOneKeptInMind) {
+  mounts("F:", "\\x\\inner.iso");
+  processes.onStart("inner.iso", [this](ToolRun& run) {
+    files.sized("G:\\sources\\install.wim", kGigabyte);
+    run.print(10, "Created device 1: G: -> F:\\x\\inner.iso");
+  });
+  SourceDropped(session, {"D:\\two.iso"});
+  EXPECT_EQ(source(), "G:\\sources\\install.wim");
+  EXPECT_EQ(session.mountedIsoDrive, "G:");
+  EXPECT_FALSE(processes.ranLike("-D -m"));
+}
+
+TEST_F(IsoMount, ASourceSetDuringAMountThatFailsIsRead) {
+  processes.onStart("imdisk.exe -a", [](ToolRun& run) { run.print(100, "Error\r\n"); });
+  time.after(50, [this] { form.combo1.setText("D:\\other.wim"); });
+  SourceDropped(session, {"D:\\two.iso"});
+  EXPECT_EQ(source(), "D:\\other.wim");
+  EXPECT_EQ(editionCount(), 3u);
 }
 
 TEST_F(IsoMount, AnInstallationThatBeganMeanwhileKeepsItsSource) {
