@@ -25,11 +25,14 @@ std::unique_ptr<StartedProgram> Start(Session& session, const std::string& comma
   return program;
 }
 
-// False when the script could not be written whole; nothing of it is left to be run by mistake.
+// False when the script could not be written whole, or names something that the system's code page
+// cannot: it would speak of another file. Nothing of it is left to be run by mistake.
 bool WriteScript(Session& session, const std::string& path, const std::string& text) {
   Journal(session, "script " + path + ": " + text);
   Files& files = session.platform.files;
-  if (files.write(path, session.platform.text.toAnsi(text))) return true;
+  TextServices& services = session.platform.text;
+  const std::string bytes = services.toAnsi(text);
+  if (services.fromAnsi(bytes) == text && files.write(path, bytes)) return true;
   files.remove(path);
   Journal(session, "could not be written: " + path);
   return false;

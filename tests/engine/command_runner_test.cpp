@@ -43,8 +43,9 @@ TEST(CommandRunner, NoScriptOrLogOfAnEarlierRunIsTakenForThisOne) {
   RunBatch(w.session, "tool", "job");
   RunDiskpart(w.session, "list disk", "job");
   EXPECT_FALSE(StartBatch(w.session, "tool", "job"));
+  RunBatch(w.session, "tool \xE4\xB8\x8A", "job");  // not in this code page
   EXPECT_TRUE(w.processes.started.empty());
-  EXPECT_FALSE(w.files.exists(kTemp + "job.log"));
+  for (const char* name : {"job.bat", "job.log"}) EXPECT_FALSE(w.files.exists(kTemp + name));
 }
 
 TEST(CommandRunner, RedirectionIsOffForTheStartAloneAndOnlyOnNewerSystems) {
