@@ -12,8 +12,9 @@ constexpr Rect Pixels(int left, int top, int width, int height) {
           height * kTwipsPerPixel};
 }
 
-// What a window's outer width has more than its inner one, on the system with the widest frames.
-inline constexpr int kFramePixels = 16;
+// What a window's outer width has more than its inner one: a little above what the frames of
+// windows without sizing borders take (3 on each side), so that wider ones still leave a margin.
+inline constexpr int kFramePixels = 8;
 
 // The distances and sizes that the system's own windows keep.
 inline constexpr int kMargin = 11;        // to the window's edge
