@@ -354,8 +354,13 @@ LRESULT FormWindow::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 void FormWindow::onCommand(WPARAM wParam, LPARAM lParam) {
   if (syncing_) return;  // the echo of what sync() did
   if (lParam == 0) {
-    // From the keyboard: Escape, or Enter with the default button disabled.
-    if (LOWORD(wParam) == IDCANCEL) pressEscape();
+    // From the keyboard: Escape, or Enter with the default button disabled. Or from a submenu of
+    // the system menu, whose commands some systems (Wine) report this way.
+    if (LOWORD(wParam) == IDCANCEL) {
+      pressEscape();
+    } else if (LOWORD(wParam) != IDOK) {
+      onSystemCommand(LOWORD(wParam));
+    }
     return;
   }
   if (ControlView* view = viewOf(reinterpret_cast<HWND>(lParam))) view->onCommand(HIWORD(wParam));
