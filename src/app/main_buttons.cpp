@@ -50,7 +50,9 @@ void ToggleSearch(Session& session) {
     return;
   }
   Form1& form = session.form;
-  search = SearchState{};
+  if (!form.combo1.enabled()) return;  // an image is being read, perhaps a mounted one searched
+  search.found.clear();
+  search.stop = false;
   search.running = true;
   form.search.setText(String(session, kTextStop));
   SearchImages(session, SearchMode::kDrives, "");

@@ -1,6 +1,8 @@
 #include "app/start_checks.h"
 
+#include <initializer_list>
 #include <optional>
+#include <vector>
 
 #include "disk/partitions.h"
 #include "engine/ghost_restore.h"
@@ -104,6 +106,34 @@ bool Confirmed(Session& session) {
   return Message(session, text, kQuestionWarning, String(session, kTextInformation)) == kAnswerOk;
 }
 
+// Keeps what is being checked and confirmed from changing meanwhile: the checks handle events.
+class InputLock {
+ public:
+  explicit InputLock(Form1& form) {
+    for (Control* control : std::initializer_list<Control*>{
+             &form.combo1, &form.search, &form.combo[kEditions], &form.text[kBootPartition],
+             &form.text[kInstallPartition], &form.check[kDoNotFormat]}) {
+      lock(*control);
+    }
+    for (int index : {kBrowseImage, kChooseBoot, kChooseInstall, kStart}) {
+      lock(form.command1[index]);
+    }
+  }
+  ~InputLock() {
+    for (Control* control : locked_) control->setEnabled(true);
+  }
+  InputLock(const InputLock&) = delete;
+  InputLock& operator=(const InputLock&) = delete;
+
+ private:
+  void lock(Control& control) {
+    if (!control.enabled()) return;
+    control.setEnabled(false);
+    locked_.push_back(&control);
+  }
+  std::vector<Control*> locked_;
+};
+
 // True when every check passed. The marker is drawn before the partitions are looked up.
 bool Allowed(Session& session) {
   using Check = Refusal (*)(Session&);
@@ -146,16 +176,23 @@ void HandOver(Session& session) {
 
 void StartInstallation(Session& session) {
   // The checks handle events while they wait and ask; a second press meanwhile must not start a
-  // second installation, and neither must one while an installation runs.
-  if (session.starting || session.form.busy) return;
+  // second installation, and neither must one while an installation runs or an image is read.
+  Form1& form = session.form;
+  if (session.starting || form.busy || !form.combo1.enabled()) return;
   session.starting = true;
-  const bool allowed = Allowed(session);
+  bool allowed = false;
+  {
+    const InputLock lock(form);
+    allowed = Allowed(session);
+  }
   session.starting = false;
-  if (session.form.unloaded()) return;
+  if (form.unloaded()) return;
   if (allowed) {
     HandOver(session);
   } else if (session.commandLine.install) {
-    session.form.unload();
+    form.unload();
+  } else {
+    form.focus(form.command1[kStart]);
   }
 }
 

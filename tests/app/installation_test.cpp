@@ -125,6 +125,28 @@ TEST(Installation, OneStartAtATimeWhileAQuestionIsOpen) {
   EXPECT_EQ(unattended.count("S19"), 1);
 }
 
+TEST(Installation, WhatIsCheckedCannotBeChangedMeanwhile) {
+  Installer shop;
+  shop.start();
+  shop.fillIn();
+  bool lookedWhileListing = false;
+  shop.processes.onStart("CxDir.exe", [&](testing::ToolRun& run) {
+    run.print(500, shop.partitionLines);
+    run.does(100, [&] {
+      lookedWhileListing = true;
+      for (const Control* input : std::initializer_list<const Control*>{
+               &shop.form.combo1, &shop.form.combo[kEditions], &shop.form.text[kInstallPartition],
+               &shop.form.check[kDoNotFormat], &shop.form.command1[kStart]}) {
+        EXPECT_FALSE(input->enabled());
+      }
+    });
+  });
+  shop.dialogs.answers = {2};
+  shop.pressStart();
+  EXPECT_TRUE(lookedWhileListing);
+  EXPECT_TRUE(shop.idle() && shop.form.command1[kStart].enabled());
+}
+
 TEST(Installation, CancelAtTheQuestionChangesNothing) {
   Installer shop;
   shop.start();
