@@ -86,6 +86,23 @@ TEST_F(ProcessContract, ABatchFileIsStartedByItsPath) {
               Optional("100% of " + platform_.environment.variable("windir") + "\r\n"));
 }
 
+TEST_F(ProcessContract, ABatchFileGoesOnWithItsNextLineWhenAProgramIsTerminated) {
+  files_.write(path("t.bat"), "@echo off\r\n" + platform_.environment.variable("ComSpec") +
+                                  " /c exit\r\n" + machine_->writer(file_, 1500) +
+                                  "\r\necho next>" + path("t.log") + "\r\n");
+  const auto program = platform_.processes.start(path("t.bat"), ShowMode::kHidden);
+  ASSERT_TRUE(program);
+  while (program->running() && writers().empty()) platform_.processes.handleEvents();
+  ASSERT_EQ(writers().size(), 1u);
+  EXPECT_FALSE(files_.exists(path("t.log")));
+  platform_.processes.terminate(writers()[0].id);
+  waitFor(*program);
+  EXPECT_TRUE(writers().empty());
+  EXPECT_THAT(files_.read(path("t.log")), Optional(std::string("next\r\n")));
+  waitFor(*platform_.processes.start(machine_->writer(path("later"), 2000), ShowMode::kHidden));
+  EXPECT_NE(files_.read(file_), "beginend");  // what it had left to do was not done
+}
+
 TEST_F(ProcessContract, WhatCannotBeStartedIsNull) {
   files_.write(path("plain.txt"), "no program");
   for (const std::string& command :

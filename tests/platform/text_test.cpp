@@ -67,7 +67,7 @@ TEST(Text, IsSplitAtEverySeparator) {
 
 TEST(Text, IsReplacedOnceFromLeftToRight) {
   EXPECT_EQ(ReplaceAll("a   b", "  ", " "), "a  b");  // what came in is not looked at again
-  EXPECT_EQ(ReplaceAll("%bp% %bp%", "%bp%", "%bp%x"), "%bp%x %bp%x");
+  EXPECT_EQ(ReplaceAll("%bp% %bp%", "%bp%", "<%bp%>"), "<%bp%> <%bp%>");
   EXPECT_EQ(ReplaceAll("abc", "", "x"), "abc");
   EXPECT_EQ(Trim(" \ta b\r\n "), "\ta b\r\n");  // blanks only
   EXPECT_EQ(Trim("   "), "");
@@ -83,6 +83,7 @@ TEST(Paths, AreTakenApartAtTheirLastBackslash) {
       {"D:", "", "D:", "d:"},
       {"", "", "", ""},
       {".wim", "", ".wim", ".wim"},
+      {"1.wim", "", "1.wim", ".wim"},
       {"D:\\x.GHO\\", "D:\\x.GHO", "", "gho\\"},
   };
   for (const auto& c : cases) {

@@ -27,8 +27,7 @@ Place Find(const std::vector<std::string>& lines, const std::string& section,
       if (Lower(line) == head) place.section = i, place.end = i + 1;
     } else if (place.section != std::string::npos && !line.empty()) {
       place.end = i + 1;
-      if (line.starts_with(";") || line.find('=') == std::string::npos) continue;
-      if (KeyOf(line) == wanted) {
+      if (line.find('=') != std::string::npos && KeyOf(line) == wanted) {
         place.key = i;
         break;
       }
