@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "support/layout_check.h"
 #include "support/workshop.h"
 #include "ui/controls.h"
 #include "version.h"
@@ -252,6 +253,29 @@ TEST(About, TellsTheVersionAndOpensItsLinks) {
               ElementsAre("X:\\Pavoline\\LICENSE", "X:\\Pavoline\\Help\\1033.html",
                           "X:\\Pavoline\\LICENSE"));
   EXPECT_TRUE(w.processes.ranLike("notepad.exe \"X:\\Pavoline\\LICENSE\""));
+}
+
+TEST(SmallWindows, KeepTheirControlsApart) {
+  ChooserWorkshop w;
+  std::string faults;
+  const auto look = [&faults](Form& window) { faults += LayoutFaults(window); };
+  const auto show = [&](void (*window)(Session&)) {
+    w.dialogs.modals.push_back(look);
+    window(w.session);
+  };
+  const auto chooser = [](Session& s) { ShowPartitionChooser(s, PartitionPurpose::kInstall); };
+  show(chooser);
+  w.session.installRows.clear();
+  show(chooser);
+  for (const auto window : {ShowComputerNameDialog, ShowImageList, ShowAbout}) show(window);
+  w.dialogs.modals = {[&](Form& window) {
+                        look(window);
+                        ButtonWith(window, "S90").press();
+                      },
+                      look};
+  ShowVirtualDiskWindow(w.session);
+  EXPECT_EQ(w.dialogs.shownForms.size(), 7u);
+  EXPECT_EQ(faults, "");
 }
 
 }  // namespace
