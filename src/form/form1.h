@@ -52,7 +52,7 @@ class Form1 : public Form {
   CheckBox check[6];
   Button command1[7];
   Label status;
-  Label details;  // in the details frame: the chosen edition and the apply mode
+  Label details;  // in the details frame: what is known of the chosen edition
   Frame frame[2];
   ProgressBar progressBar1;
   Timer timer1, timer2, timer3, timer4;
