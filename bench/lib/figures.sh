@@ -1,0 +1,204 @@
+# ./dev bench [NAME...]: figures, each a ratio or a count from one run, with the command that repeats it.
+source "$bench_source/lib/programs.sh"
+source "$bench_source/lib/prefix.sh"
+source "$bench_source/lib/disks.sh"
+source "$bench_source/lib/image.sh"
+source "$bench_source/lib/scene.sh"
+
+figure_names=(size install startup iso core search)
+figure_megabytes=300
+installer_path='C:\Program Files\Pavoline\Pavoline.exe'
+
+figure() { say_line "$1  [repeat: ./dev bench $figure_name]"; }
+ratio() { awk -v a="$1" -v b="$2" 'BEGIN { printf "%.2f", a / b }'; }
+seconds() { awk -v ms="$1" 'BEGIN { printf "%.1f", ms / 1000 }'; }
+now_ms() { local t=${EPOCHREALTIME/./}; echo $((t / 1000)); }
+
+on_bench() { (cd "$bench/prefix/drive_c" && wine "$@" | tr -d '\r'); }
+
+# median COMMAND...: the middle of five numbers that the command prints.
+median() {
+  local i
+  for i in 1 2 3 4 5; do "$@"; done | sort -n | sed -n 3p
+}
+
+write_batch() {
+  local name=$1
+  shift
+  printf '%s\r\n' '@echo off' "$@" >"$bench/prefix/drive_c/$name"
+}
+
+# ---- size
+
+figure_size() {
+  local arch
+  for arch in x64 x86; do
+    figure "size of build/$arch/Pavoline.exe: $(awk -v b="$(stat -c %s "$repo/build/$arch/Pavoline.exe")" \
+      'BEGIN { printf "%.2f MB", b / 1048576 }') (aim: under 1.5 MB)"
+  done
+}
+
+# ---- install: wall time, timer ticks, processor time and memory of the program
+
+# Nanoseconds of processor time of all threads of a process so far.
+processor_time() { cat "/proc/$1"/task/*/schedstat 2>/dev/null | awk '{ sum += $1 } END { printf "%d", sum }'; }
+
+declare -A reached cpu_at
+# Notes when each tool's journal line appears and how much processor time the installer had used then.
+follow_journal() {
+  local process=$1 lines=() seen=0 key
+  while kill -0 "$process" 2>/dev/null; do
+    mapfile -t lines <"$bench/journal"
+    for (( ; seen < ${#lines[@]}; ++seen)); do
+      key=${lines[seen]%%$'\t'*}
+      [[ $key != wimlib-imagex || ${lines[seen]} != *$'\t'apply* ]] || key=apply
+      [[ -n ${reached[$key]:-} && $key != cxdir ]] && continue
+      reached[$key]=$(now_ms)
+      cpu_at[$key]=$(processor_time "$process")
+    done
+    memory=$(awk '/VmHWM/ { print $2 }' "/proc/$process/status" 2>/dev/null || true)
+    [[ -z $memory ]] || memory_peak=$memory
+    sleep 0.01
+  done
+}
+
+bare_lines() {
+  local tools='"C:\Program Files\Pavoline"\Bin'
+  bare_short=("C:\\windows\\System32\\format.com E: /FS:NTFS /v:OldWindows /q /x /y"
+    "$tools\\wimlib-imagex\\x64\\wimlib-imagex.exe apply D:\\Sources\\install.wim 2 E:\\  >C:\\windows\\temp\\bare.xml")
+  bare_all=("$tools\\CxDir\\x64\\CxDir.exe -vaskor >C:\\windows\\temp\\bare.log"
+    "$tools\\wimlib-imagex\\x64\\wimlib-imagex.exe info --xml D:\\Sources\\install.wim >C:\\windows\\temp\\bare.log"
+    "$tools\\CxDir\\x64\\CxDir.exe -vaskor >C:\\windows\\temp\\bare.log" "${bare_short[@]}"
+    "$tools\\Boot\\x64\\bcdboot.exe E:\\Windows /s S: /f bios /l de-DE"
+    "$tools\\Boot\\x64\\bcdboot.exe E:\\Windows /s S: /f uefi /l de-DE"
+    "$tools\\Boot\\x64\\bootsect.exe /nt60 S: /mbr")
+}
+
+time_batch() { on_bench 'C:\measure.exe' lines "C:\\$1"; }
+
+figure_install() {
+  local whole bare all start installer memory='' memory_peak=0
+  printf '%s\r\n' '[Option]' TitleLng=1 BootRepair=0 >"$(app_folder)/Pavoline.ini"
+  bare_lines
+  write_batch bare.bat "${bare_short[@]}"
+  write_batch all.bat "${bare_all[@]}"
+  bare=$(time_batch bare.bat)
+  all=$(time_batch all.bat)
+  : >"$bench/journal"
+  start=$(now_ms)
+  (cd "$bench/prefix/drive_c" && exec wine "$installer_path" '/source:D:\Sources\install.wim' /wimindex:2 \
+    /instpart:E: /bootpart:S: /formatinstpart /install /slient) &
+  installer=$!
+  follow_journal "$installer"
+  whole=$(($(now_ms) - start))
+  [[ -n ${reached[bootsect]:-} ]] || die "the installation did not get to its end"
+  local begin end ticks_before ticks_after
+  begin=${reached[format]} end=${reached[apply]}
+  ticks_before=$((reached[cxdir] - reached[wimlib-imagex]))
+  ticks_after=$((reached[bcdboot] - end))
+  figure "whole unattended installation over its bare commands (format + apply): $(ratio "$whole" "$bare") ($(seconds "$whole") s over $(seconds "$bare") s, $figure_megabytes MB)"
+  figure "  of it in timer ticks: $(seconds "$ticks_before") s from the editions read to the partitions checked (auto-start tick), $(seconds "$ticks_after") s from the apply's end to the first boot file (monitor ticks)"
+  figure "  without these ticks, over all the commands it runs: $(ratio $((whole - ticks_before - ticks_after)) "$all") (the commands alone: $(seconds "$all") s)"
+  figure "processor time of the program over the apply's wall time: $(awk -v c=$((cpu_at[apply] - cpu_at[format])) -v w=$((end - begin)) \
+    'BEGIN { printf "%.2f %% (%.0f ms of %.1f s)", c / w / 1e4, c / 1e6, w / 1000 }') (aim: under 0.5 %)"
+  figure "peak memory of the process during the installation: $((memory_peak / 1024)) MiB resident; an empty window on this Wine: $(empty_window_memory) MiB (aim: under 20 MB of its own)"
+}
+
+empty_window_memory() {
+  local process
+  (cd "$bench/prefix/drive_c" && exec wine 'C:\measure.exe' empty) >/dev/null 2>&1 &
+  process=$!
+  sleep 3
+  awk '/VmHWM/ { print int($2 / 1024) }' "/proc/$process/status"
+  kill "$process"
+  wait "$process" 2>/dev/null || true
+}
+
+# ---- startup and iso: what a person waits for
+
+figure_startup() {
+  local program bare window
+  bare_lines
+  write_batch lists.bat "${bare_all[0]}" "${bare_all[1]}"
+  program=$(median on_bench 'C:\measure.exe' startup "$installer_path" 'D:\Sources\install.wim')
+  bare=$(median time_batch lists.bat)
+  window=$(median on_bench 'C:\measure.exe' window)
+  figure "start of the process to lists filled, over the same tools run bare and an empty window: $(ratio "$program" $((bare + window))) ($program ms over $bare ms + $window ms)"
+}
+
+figure_iso() {
+  local program bare
+  write_batch iso.bat 'imdisk.exe -a -m #: -f D:\Sources\windows.iso >C:\windows\temp\bare.log' \
+    '"C:\Program Files\Pavoline"\Bin\wimlib-imagex\x64\wimlib-imagex.exe info --xml F:\sources\install.wim >C:\windows\temp\bare.log'
+  write_batch dismount.bat 'imdisk.exe -D -m F:'
+  program=$(median on_bench 'C:\measure.exe' source "$installer_path" 'D:\Sources\windows.iso')
+  bare=$(median iso_bare)
+  figure "ISO source to editions listed, over mounting and reading it with the bare tools: $(ratio "$program" "$bare") ($program ms over $bare ms)"
+}
+
+iso_bare() {
+  time_batch iso.bat
+  time_batch dismount.bat >/dev/null
+}
+
+# ---- core and search: the program's own work
+
+place_core_figures() {
+  [[ -n ${APP:-} ]] || cmake --build --preset x64 --target core_figures >/dev/null
+  cp "${APP:-$repo/build/x64/app}/../core_figures.exe" "$bench/prefix/drive_c/"
+}
+
+print_core() {
+  local line
+  while IFS= read -r line; do figure "$line"; done < <(on_bench 'C:\core_figures.exe' "$1")
+}
+
+figure_core() {
+  local keeper
+  place_core_figures
+  print_core images
+  # The monitor asks whether the tool still runs.
+  cp "$bench/companion.exe" "$bench/prefix/drive_c/wimlib-imagex.exe"
+  (cd "$bench/prefix/drive_c" && exec wine 'C:\wimlib-imagex.exe' -wait 600000) &
+  keeper=$!
+  sleep 1
+  print_core ticks
+  kill "$keeper" 2>/dev/null || true
+  wait "$keeper" 2>/dev/null || true
+}
+
+# 10 x 10 x 10 folders, 89 files in each of the deepest and a few images of more than 400 MiB.
+make_search_tree() {
+  perl -e '
+    for my $i (0 .. 9) { mkdir "$ARGV[0]/f$i"; for my $j (0 .. 9) { mkdir "$ARGV[0]/f$i/f$j"; for my $k (0 .. 9) {
+      my $folder = "$ARGV[0]/f$i/f$j/f$k"; mkdir $folder;
+      for my $n (0 .. 98) { open(my $f, ">", "$folder/file $n.dat") } } }
+      open(my $f, ">", "$ARGV[0]/f$i/image.wim"); truncate $f, 500 * 1048576 }' "$1"
+}
+
+figure_search() {
+  place_core_figures
+  find "$bench/volumes/d" -mindepth 1 -delete
+  make_search_tree "$bench/volumes/d"
+  print_core search
+}
+
+print_figures() {
+  local figure_name
+  (($# > 0)) || set -- "${figure_names[@]}"
+  need_packages "${build_packages[@]}" "${bench_packages[@]}"
+  [[ -n ${APP:-} ]] || build
+  bench_programs x64
+  bench=$bench_build/figures bench_arch=x64 bench_app="Program Files/Pavoline"
+  "$bench_source/bench" up "$bench"
+  export PAVOLINE_BENCH=$bench WINEPREFIX=$bench/prefix
+  trap '"$bench_source/bench" down "$bench"; stop_display' EXIT
+  need_display
+  cp "$(bench_bin x64)/measure.exe" "$bench/prefix/drive_c/"
+  put_source "$figure_megabytes" wim Sources/install.wim
+  put_source "$figure_megabytes" iso Sources/windows.iso
+  for figure_name in "$@"; do
+    declare -F "figure_$figure_name" >/dev/null || die "no figure $figure_name; there are ${figure_names[*]}"
+    "figure_$figure_name"
+  done
+}
