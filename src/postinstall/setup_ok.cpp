@@ -21,7 +21,7 @@ float AppliedVersion(Session& session) {
       session.form.text[kInstallPartition].text() + "\\Windows\\System32\\kernel32.dll";
   const std::string version = session.platform.files.fileVersion(kernel);
   Journal(session, "applied system: " + (version.empty() ? "unknown version" : version));
-  return static_cast<float>(LeadingNumber(version.substr(0, 3) + "0"));
+  return static_cast<float>(LeadingNumber(version.substr(0, 3)));
 }
 
 }  // namespace

@@ -122,6 +122,7 @@ TEST(WimSetup, ClosingTheWindowEndsItAtOnce) {
     if (during == "the copy") w.time.after(4001, [&] { w.form.unload(); });
     WimSetup(w.session);
     EXPECT_THAT(w.processes.ran.back(), HasSubstr(during == "the copy" ? "takeown" : during));
+    EXPECT_EQ(w.files.exists("E:\\System Volume Information\\Install.wim"), during == "cacls");
     EXPECT_FALSE(w.form.timer1.enabled()) << during;
     EXPECT_TRUE(w.dialogs.messages.empty()) << during;
   }
