@@ -10,6 +10,15 @@
 #include "win32/wide_text.h"
 
 namespace pavoline {
+namespace {
+
+// Called for a font of the wanted name; one is enough.
+int CALLBACK NoteFont(const LOGFONTW*, const TEXTMETRICW*, DWORD, LPARAM found) {
+  *reinterpret_cast<bool*>(found) = true;
+  return 0;
+}
+
+}  // namespace
 
 std::string WinEnvironment::variable(const std::string& name) {
   const std::wstring wideName = Wide(name);
@@ -51,12 +60,8 @@ bool WinEnvironment::fontExists(const std::string& name) {
   wanted.lfCharSet = DEFAULT_CHARSET;
 
   bool found = false;
-  const auto note = [](const LOGFONTW*, const TEXTMETRICW*, DWORD, LPARAM result) -> int {
-    *reinterpret_cast<bool*>(result) = true;
-    return 0;
-  };
   const HDC screen = GetDC(nullptr);
-  EnumFontFamiliesExW(screen, &wanted, note, reinterpret_cast<LPARAM>(&found), 0);
+  EnumFontFamiliesExW(screen, &wanted, NoteFont, reinterpret_cast<LPARAM>(&found), 0);
   ReleaseDC(nullptr, screen);
   return found;
 }
