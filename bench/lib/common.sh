@@ -13,7 +13,7 @@ die() {
   exit 1
 }
 
-bench_packages=(wine64 wine xvfb wimtools ntfs-3g xorriso qemu-utils imagemagick fonts-wine fonts-wqy-zenhei
+bench_packages=(wine64 wine xvfb wimtools ntfs-3g xorriso qemu-utils imagemagick fonts-wine fonts-wqy-microhei
   locales-all x11-utils perl)
 build_packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix libgtest-dev libgmock-dev)
 

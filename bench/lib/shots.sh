@@ -7,6 +7,7 @@ source "$bench_source/lib/scene.sh"
 
 # Language and locale, which gives the code page; the sharp languages are also taken at 144 dpi.
 declare -A shot_locales=([1033]=en_US.UTF-8 [2052]=zh_CN.UTF-8 [1028]=zh_TW.UTF-8 [1031]=de_DE.UTF-8 [1041]=ja_JP.UTF-8)
+declare -A shot_fonts=([2052]='WenQuanYi Micro Hei' [1028]='WenQuanYi Micro Hei' [1041]='WenQuanYi Micro Hei')
 shot_order=(1033 2052 1028 1031 1041)
 shot_sharp=(1033 1031 2052)
 
@@ -38,6 +39,7 @@ shoot_language() {
   (
     export LC_ALL=${shot_locales[$language]}
     cd "$bench/prefix/drive_c"
+    wine 'C:\shoot.exe' font "${shot_fonts[$language]:-Tahoma}"
     wine "C:\\${bench_app//\//\\}\\Pavoline.exe" "/lng:$language" '/source:D:\iso\install.wim' /wimindex:2 &
     wine 'C:\shoot.exe' Pavoline.exe "$folder" "$suffix" "$@"
   ) || result=$?
@@ -55,7 +57,7 @@ set_dpi() {
 
 make_sheet() {
   local folder=$shots_folder/$1
-  montage -font /usr/share/fonts/truetype/wqy/wqy-zenhei.ttc -label '%t' "$folder"/[a-z]*[a-z].png -geometry '640x>+8+8' -tile 3x "$shots_folder/sheet-$1.png"
+  montage -font /usr/share/fonts/truetype/wqy/wqy-microhei.ttc -label '%t' "$folder"/[a-z]*[a-z].png -geometry '920x>+8+8' -tile 2x "$shots_folder/sheet-$1.png"
 }
 
 prepare_shots() {

@@ -1,5 +1,7 @@
 // shoot PROGRAM FOLDER SUFFIX PART...: a picture FOLDER/<window>SUFFIX.png of each window of the
 // running program. Parts: main, small, installation. FOLDER is a Unix path.
+// shoot font NAME: titles, menus and messages of programs started later have this font, as a
+// system of another language has one of its own; Wine has the same for all.
 #include <algorithm>
 #include <cstdio>
 
@@ -35,9 +37,22 @@ bool (*partOf(const std::wstring& name))(const std::string&, const bench::Visit&
   return name == L"installation" ? bench::tourInstallation : nullptr;
 }
 
+bool setSystemFont(const std::wstring& name) {
+  NONCLIENTMETRICSW metrics{};
+  metrics.cbSize = sizeof(metrics);
+  SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0);
+  for (LOGFONTW* font : {&metrics.lfCaptionFont, &metrics.lfSmCaptionFont, &metrics.lfMenuFont,
+                         &metrics.lfStatusFont, &metrics.lfMessageFont}) {
+    lstrcpynW(font->lfFaceName, name.c_str(), LF_FACESIZE);
+  }
+  return SystemParametersInfoW(SPI_SETNONCLIENTMETRICS, sizeof(metrics), &metrics,
+                               SPIF_UPDATEINIFILE);
+}
+
 }  // namespace
 
 int wmain(int count, wchar_t** values) {
+  if (count == 3 && values[1] == std::wstring(L"font")) return setSystemFont(values[2]) ? 0 : 1;
   if (count < 5) return 2;
   const std::string program = bench::toUtf8(values[1]);
   const std::string folder = bench::toUtf8(values[2]), suffix = bench::toUtf8(values[3]);
