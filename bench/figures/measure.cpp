@@ -57,9 +57,9 @@ int source(const std::string& installer, const std::string& path) {
 }
 
 // The program with an empty window is this one.
-int emptyWindow() {
-  CreateWindowW(L"Static", L"empty window", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 50, 50, 600, 300,
-                nullptr, nullptr, nullptr, nullptr);
+int emptyWindow(const std::string& title) {
+  CreateWindowW(L"Static", bench::fromUtf8(title).c_str(), WS_OVERLAPPEDWINDOW | WS_VISIBLE, 50, 50,
+                600, 300, nullptr, nullptr, nullptr, nullptr);
   MSG message;
   while (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
   return 0;
@@ -69,9 +69,9 @@ int window() {
   wchar_t path[MAX_PATH] = {};
   GetModuleFileNameW(nullptr, path, MAX_PATH);
   const double start = now();
-  const Process process("\"" + bench::toUtf8(path) + "\" empty");
+  const Process process("\"" + bench::toUtf8(path) + "\" empty timed");
   const int result = print(start, bench::waitUntil(kTime, [] {
-                             return bool{bench::findWindow("measure.exe", "Static", "empty")};
+                             return bool{bench::findWindow("measure.exe", "Static", "timed")};
                            }));
   process.end();
   return result;
@@ -92,6 +92,6 @@ int wmain(int count, wchar_t** values) {
   if (arguments[0] == "source") return source(arguments[1], arguments[2]);
   if (arguments[0] == "window") return window();
   if (arguments[0] == "lines") return lines(arguments[1]);
-  if (arguments[0] == "empty") return emptyWindow();
+  if (arguments[0] == "empty") return emptyWindow(arguments[1]);
   return 2;
 }

@@ -74,10 +74,12 @@ bare_lines() {
     "$tools\\Boot\\x64\\bootsect.exe /nt60 S: /mbr")
 }
 
-time_batch() { on_bench 'C:\measure.exe' lines "C:\\$1"; }
+# The tools' own words come before the number.
+time_batch() { on_bench 'C:\measure.exe' lines "C:\\$1" | tail -n 1; }
 
 figure_install() {
   local whole bare all start installer memory='' memory_peak=0
+  put_source "$figure_megabytes" wim Sources/install.wim
   printf '%s\r\n' '[Option]' TitleLng=1 BootRepair=0 >"$(app_folder)/Pavoline.ini"
   bare_lines
   write_batch bare.bat "${bare_short[@]}"
@@ -104,20 +106,28 @@ figure_install() {
   figure "peak memory of the process during the installation: $((memory_peak / 1024)) MiB resident; an empty window on this Wine: $(empty_window_memory) MiB (aim: under 20 MB of its own)"
 }
 
-empty_window_memory() {
-  local process
-  (cd "$bench/prefix/drive_c" && exec wine 'C:\measure.exe' empty) >/dev/null 2>&1 &
-  process=$!
-  sleep 3
-  awk '/VmHWM/ { print int($2 / 1024) }' "/proc/$process/status"
-  kill "$process"
-  wait "$process" 2>/dev/null || true
-}
+empty_window_memory() { with_desktop own_memory; }
+own_memory() { awk '/VmHWM/ { print int($2 / 1024) }' "/proc/$keeper/status"; }
 
 # ---- startup and iso: what a person waits for
 
-figure_startup() {
+# An empty window that stays keeps Wine's desktop up, whose own start is no matter of the program's.
+with_desktop() {
+  local keeper
+  (cd "$bench/prefix/drive_c" && exec wine 'C:\measure.exe' empty) >/dev/null 2>&1 &
+  keeper=$!
+  sleep 3
+  "$@"
+  kill "$keeper" 2>/dev/null || true
+  wait "$keeper" 2>/dev/null || true
+}
+
+figure_startup() { with_desktop time_startup; }
+figure_iso() { with_desktop time_iso; }
+
+time_startup() {
   local program bare window
+  put_source "$figure_megabytes" wim Sources/install.wim
   bare_lines
   write_batch lists.bat "${bare_all[0]}" "${bare_all[1]}"
   program=$(median on_bench 'C:\measure.exe' startup "$installer_path" 'D:\Sources\install.wim')
@@ -126,8 +136,9 @@ figure_startup() {
   figure "start of the process to lists filled, over the same tools run bare and an empty window: $(ratio "$program" $((bare + window))) ($program ms over $bare ms + $window ms)"
 }
 
-figure_iso() {
+time_iso() {
   local program bare
+  put_source "$figure_megabytes" iso Sources/windows.iso
   write_batch iso.bat 'imdisk.exe -a -m #: -f D:\Sources\windows.iso >C:\windows\temp\bare.log' \
     '"C:\Program Files\Pavoline"\Bin\wimlib-imagex\x64\wimlib-imagex.exe info --xml F:\sources\install.wim >C:\windows\temp\bare.log'
   write_batch dismount.bat 'imdisk.exe -D -m F:'
@@ -181,6 +192,7 @@ figure_search() {
   find "$bench/volumes/d" -mindepth 1 -delete
   make_search_tree "$bench/volumes/d"
   print_core search
+  find "$bench/volumes/d" -mindepth 1 -delete
 }
 
 print_figures() {
@@ -195,8 +207,6 @@ print_figures() {
   trap '"$bench_source/bench" down "$bench"; stop_display' EXIT
   need_display
   cp "$(bench_bin x64)/measure.exe" "$bench/prefix/drive_c/"
-  put_source "$figure_megabytes" wim Sources/install.wim
-  put_source "$figure_megabytes" iso Sources/windows.iso
   for figure_name in "$@"; do
     declare -F "figure_$figure_name" >/dev/null || die "no figure $figure_name; there are ${figure_names[*]}"
     "figure_$figure_name"

@@ -78,30 +78,30 @@ test_products() {
   run_ctest "$repo/build/x86" "checks of the 32-bit program"
 }
 
-# The adapter against the contract that the fakes keep, in a run without any volumes of note.
+test_fit() {
+  cmake --build --preset x64 --target test_fit
+  check "every text fits its control" env BUILD="$repo/build/x64" "$repo/tests/fit/run"
+}
+
+# The adapter against the contract that the fakes keep.
 test_contract() {
   cmake --build --preset x64 --target test_contract
+  bench=$bench_build/test
+  "$bench_source/bench" up "$bench"
   cp "$repo/build/x64/test_contract.exe" "$bench/prefix/drive_c/"
   run_gtest "contract under Wine" timeout 600 "$bench_source/bench" run "$bench" 'C:\test_contract.exe'
+  "$bench_source/bench" down "$bench"
 }
 
 test_e2e() {
-  local program
-  program=$(bench_bin x64)/test_e2e.exe
-  if [[ ! -f $program ]]; then
-    say_line "no end-to-end tests are there"
-    return 0
-  fi
-  cp "$program" "$bench/prefix/drive_c/"
-  run_gtest "end to end under Wine" timeout 1800 "$bench_source/bench" run "$bench" 'C:\test_e2e.exe' "$@"
+  run_gtest "end to end under Wine" timeout 2400 "$repo/tests/e2e/run" "$repo/build/x64/app" \
+    "$(bench_bin x64)/test_e2e.exe" "$@"
 }
 
 test_under_wine() {
-  bench=$bench_build/test
   bench_programs x64
-  "$bench_source/bench" up "$bench"
-  trap '"$bench_source/bench" down "$bench"; stop_display' EXIT
   need_display
+  trap stop_display EXIT
   test_contract
   test_e2e "$@"
 }
@@ -112,6 +112,7 @@ run_tests() {
   test_native
   test_sources
   test_products
+  test_fit
   test_under_wine "$@"
   ((failed == 0)) || printf 'failed: %s\n' "${failures[@]}"
   say_line "$passed passed, $failed failed"
