@@ -50,4 +50,16 @@ else()
   target_compile_options(test_contract PRIVATE ${PAVOLINE_WARNINGS})
   target_link_options(test_contract PRIVATE -municode)
   target_link_libraries(test_contract PRIVATE pavoline_win32 gtest gmock)
+
+  # Measures the texts on the real windows; tests/fit/run starts it on the bench.
+  file(GLOB fit_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/fit/*.cpp
+       ${PROJECT_SOURCE_DIR}/bench/driver/*.cpp)
+  list(FILTER fit_sources EXCLUDE REGEX "/press\\.cpp$")
+  add_executable(test_fit EXCLUDE_FROM_ALL ${fit_sources} bench/tour/tour.cpp
+                 bench/bridge/unix_side.cpp)
+  target_include_directories(test_fit PRIVATE ${PROJECT_SOURCE_DIR}/bench)
+  target_compile_options(test_fit PRIVATE ${PAVOLINE_WARNINGS})
+  target_compile_definitions(test_fit PRIVATE UNICODE)
+  target_link_libraries(test_fit PRIVATE pavoline_app pavoline_win32 psapi)
+  pavoline_resources(test_fit pavoline.rc)
 endif()

@@ -64,7 +64,7 @@ prepare_shots() {
   need_packages "${build_packages[@]}" "${bench_packages[@]}"
   [[ -n ${APP:-} ]] || build
   bench_programs x64
-  bench=$bench_build/shots bench_arch=x64 bench_app="Program Files/Pavoline"
+  bench=$bench_build/${shots_run:-shots} bench_arch=x64 bench_app="Program Files/Pavoline"
   "$bench_source/bench" up "$bench"
   export PAVOLINE_BENCH=$bench WINEPREFIX=$bench/prefix
   cp "$(bench_bin x64)/shoot.exe" "$bench/prefix/drive_c/"
