@@ -1,5 +1,6 @@
 #include "engine/command_runner.h"
 
+#include <algorithm>
 #include <memory>
 
 #include "platform/environment.h"
@@ -25,17 +26,26 @@ std::unique_ptr<StartedProgram> Start(Session& session, const std::string& comma
   return program;
 }
 
-// False when the script could not be written whole, or names something that the system's code page
-// cannot: it would speak of another file. Nothing of it is left to be run by mistake.
-bool WriteScript(Session& session, const std::string& path, const std::string& text) {
+// True when the code page had all characters; "?" stands for those that it lacks.
+bool Converted(const std::string& text, const std::string& bytes) {
+  return std::ranges::count(bytes, '?') == std::ranges::count(text, '?');
+}
+
+// False when the script could not be written whole, or names something that the code page cannot:
+// it would speak of another file. Nothing of it is left to be run by mistake.
+bool WriteScript(Session& session, const std::string& path, const std::string& text,
+                 const std::string& bytes) {
   Journal(session, "script " + path + ": " + text);
   Files& files = session.platform.files;
-  TextServices& services = session.platform.text;
-  const std::string bytes = services.toAnsi(text);
-  if (services.fromAnsi(bytes) == text && files.write(path, bytes)) return true;
+  if (Converted(text, bytes) && files.write(path, bytes)) return true;
   files.remove(path);
   Journal(session, "could not be written: " + path);
   return false;
+}
+
+// The interpreter reads batch files in the console's code page.
+bool WriteBatch(Session& session, const std::string& path, const std::string& text) {
+  return WriteScript(session, path, text, session.platform.text.toConsole(text));
 }
 
 }  // namespace
@@ -54,21 +64,22 @@ void RunBatch(Session& session, const std::string& commandText, const std::strin
   Files& files = session.platform.files;
   // A log of an earlier run must not pass for this one's.
   files.remove(path + ".log");
-  if (!WriteScript(session, path + ".bat", commandText + " >" + path + ".log\r\n")) return;
+  if (!WriteBatch(session, path + ".bat", commandText + " >" + path + ".log\r\n")) return;
   ShellAndWait(session, path + ".bat", ShowMode::kHidden);
   files.remove(path + ".bat");
 }
 
 bool StartBatch(Session& session, const std::string& line, const std::string& base) {
   const std::string path = TempFile(session, base) + ".bat";
-  if (!WriteScript(session, path, line + "\r\n")) return false;
+  if (!WriteBatch(session, path, line + "\r\n")) return false;
   ShellNoWait(session, path, ShowMode::kHidden);
   return true;
 }
 
 void RunDiskpart(Session& session, const std::string& scriptText, const std::string& base) {
   const std::string path = TempFile(session, base) + ".txt";
-  if (!WriteScript(session, path, scriptText + "\r\n")) return;
+  const std::string text = scriptText + "\r\n";
+  if (!WriteScript(session, path, text, session.platform.text.toAnsi(text))) return;
   // The quote opened before diskpart closes behind the script's path.
   const std::string shell = session.platform.environment.variable("ComSpec");
   ShellAndWait(session, shell + " /c \"diskpart.exe /S " + path + "\"", ShowMode::kNormal);

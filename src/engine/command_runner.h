@@ -20,7 +20,7 @@ void ShellNoWait(Session& session, const std::string& commandLine, ShowMode mode
 
 // Runs a command text of one or more lines as TempDir\base.bat, hidden, and waits. The output of
 // its last line lands in TempDir\base.log, which stays for the caller. A script that cannot be
-// written, or not in the system's code page, is not run and leaves no log.
+// written, or not in the interpreter's code page, is not run and leaves no log.
 void RunBatch(Session& session, const std::string& commandText, const std::string& base);
 
 // Writes one line as TempDir\base.bat and starts it, hidden and without waiting; a redirection is

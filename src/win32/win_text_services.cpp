@@ -8,17 +8,27 @@
 
 namespace pavoline {
 
-std::string WinTextServices::toAnsi(const std::string& text) {
+namespace {
+
+std::string ToCodePage(const std::string& text, UINT codePage) {
   // A code page of UTF-8 takes no options and lacks no character.
-  if (GetACP() == CP_UTF8) return text;
+  if (codePage == CP_UTF8) return text;
   const std::wstring wide = Wide(text);
   const int length = static_cast<int>(wide.size());
-  const int wanted = WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, wide.data(), length, nullptr,
-                                         0, "?", nullptr);
+  const int wanted = WideCharToMultiByte(codePage, WC_NO_BEST_FIT_CHARS, wide.data(), length,
+                                         nullptr, 0, "?", nullptr);
   std::string bytes(static_cast<std::size_t>(wanted), '\0');
-  WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, wide.data(), length, bytes.data(), wanted, "?",
-                      nullptr);
+  WideCharToMultiByte(codePage, WC_NO_BEST_FIT_CHARS, wide.data(), length, bytes.data(), wanted,
+                      "?", nullptr);
   return bytes;
+}
+
+}  // namespace
+
+std::string WinTextServices::toAnsi(const std::string& text) { return ToCodePage(text, GetACP()); }
+
+std::string WinTextServices::toConsole(const std::string& text) {
+  return ToCodePage(text, GetOEMCP());
 }
 
 std::string WinTextServices::fromAnsi(const std::string& bytes) {

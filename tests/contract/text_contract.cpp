@@ -16,6 +16,9 @@ TEST_F(TextContract, AnsiKeepsWhatTheCodePageHasAndMarksTheRest) {
   const std::string rare = "a\u10D0\U0001F600b";
   const std::string bytes = text.toAnsi(rare);
   EXPECT_TRUE(bytes == rare || bytes == "a??b" || bytes == "a???b") << bytes;
+  EXPECT_EQ(text.toConsole("plain, with \r\n"), "plain, with \r\n");
+  const std::string console = text.toConsole(rare);
+  EXPECT_TRUE(console == rare || console == "a??b" || console == "a???b") << console;
 }
 
 TEST_F(TextContract, Utf16IsReadWithItsFaults) {

@@ -19,9 +19,10 @@ TEST(CommandRunner, BatchRedirectsItsLastLineAndLeavesTheLogOnly) {
     run.print(100, "output of " + run.line.substr(0, 5));
     run.endsAt(2000);
   });
+  w.text.consoleCodePage = "CP437";
   RunBatch(w.session, "tool1\r\ntool2 \xC3\xA9", "job");
   EXPECT_EQ(w.processes.started.at(0).mode, ShowMode::kHidden);
-  EXPECT_EQ(w.processes.started.at(0).script, "tool1\r\ntool2 \xE9 >" + kTemp + "job.log\r\n");
+  EXPECT_EQ(w.processes.started.at(0).script, "tool1\r\ntool2 \x82 >" + kTemp + "job.log\r\n");
   EXPECT_EQ(w.files.text(kTemp + "job.log"), "output of tool2");
   EXPECT_FALSE(w.files.exists(kTemp + "job.bat"));
   EXPECT_EQ(w.time.now(), 4000);

@@ -26,9 +26,7 @@ std::optional<std::string> Convert(const std::string& from, const std::string& t
   return result;
 }
 
-}  // namespace
-
-std::string FakeTextServices::toAnsi(const std::string& text) {
+std::string ToCodePage(const std::string& text, const std::string& codePage) {
   std::string result;
   for (char32_t c : Decode(text)) {
     if (c < 0x80) {  // the same in every code page here
@@ -38,6 +36,14 @@ std::string FakeTextServices::toAnsi(const std::string& text) {
     result += Convert("UTF-8", codePage, Encode(std::u32string(1, c))).value_or("?");
   }
   return result;
+}
+
+}  // namespace
+
+std::string FakeTextServices::toAnsi(const std::string& text) { return ToCodePage(text, codePage); }
+
+std::string FakeTextServices::toConsole(const std::string& text) {
+  return ToCodePage(text, consoleCodePage.empty() ? codePage : consoleCodePage);
 }
 
 std::string FakeTextServices::fromAnsi(const std::string& bytes) {

@@ -10,9 +10,11 @@ namespace pavoline::testing {
 class FakeTextServices : public TextServices {
  public:
   std::string codePage = "CP1252";
+  std::string consoleCodePage;  // empty: the same
 
   std::string toAnsi(const std::string& text) override;
   std::string fromAnsi(const std::string& bytes) override;
+  std::string toConsole(const std::string& text) override;
   std::string fromUtf16(const std::string& bytes) override;
   std::string toUtf16(const std::string& text) override;
   std::string lower(const std::string& text) override;
