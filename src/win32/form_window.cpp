@@ -265,26 +265,42 @@ void FormWindow::syncFocus() {
     seenFocusRequests_ = form_.focusRequests();
     if (ControlView* view = viewOf(form_.focused())) {
       lastFocus_ = view->handle();
+      refuge_ = nullptr;
       if (GetActiveWindow() == handle_) SetFocus(lastFocus_);
     }
   }
   if (shown_ && GetActiveWindow() == handle_) keepFocusAlive();
 }
 
-// A control that was disabled or hidden while it had the keyboard would leave the window deaf.
+// A control that is disabled or hidden while it has the keyboard would leave the window deaf. The
+// keyboard goes to the next one and comes back with the control, unless the user moved on.
 void FormWindow::keepFocusAlive() {
   const HWND focus = GetFocus();
   const auto alive = [](HWND window) {
     return window != nullptr && IsWindowEnabled(window) && IsWindowVisible(window);
   };
-  if (focus != handle_ && alive(focus) && IsChild(handle_, focus)) {
+  const bool usable = focus != handle_ && alive(focus) && IsChild(handle_, focus);
+  if (usable && focus != refuge_) {
     lastFocus_ = focus;
+    refuge_ = nullptr;
     return;
   }
+  if (usable && !alive(lastFocus_)) return;
   HWND wanted = lastFocus_;
-  if (!alive(wanted)) wanted = GetNextDlgTabItem(handle_, nullptr, FALSE);
-  if (!alive(wanted)) wanted = handle_;
+  if (alive(wanted)) {
+    refuge_ = nullptr;
+  } else {
+    wanted = GetNextDlgTabItem(handle_, nullptr, FALSE);
+    if (!alive(wanted)) wanted = handle_;
+    refuge_ = innermost(wanted);
+  }
   if (wanted != focus) SetFocus(wanted);
+}
+
+// The window that really gets the keyboard when this one is asked to take it.
+HWND FormWindow::innermost(HWND window) {
+  const ControlView* view = viewOf(window);
+  return view != nullptr && view->inner() != nullptr ? view->inner() : window;
 }
 
 // --- window to form -----------------------------------------------------------------------------
@@ -406,7 +422,7 @@ void FormWindow::onDpiChanged(int dpi, const RECT& suggested) {
 void FormWindow::onActivate(bool active) {
   if (active) {
     if (shown_) keepFocusAlive();
-  } else if (const HWND focus = GetFocus(); focus != nullptr && IsChild(handle_, focus)) {
+  } else if (const HWND focus = GetFocus(); focus != refuge_ && IsChild(handle_, focus)) {
     lastFocus_ = focus;
   }
 }

@@ -59,6 +59,7 @@ class FormWindow {
   void syncTooltips();
   void syncFocus();
   void keepFocusAlive();
+  HWND innermost(HWND window);
   SIZE outerSize() const;
   void resize();
   ControlView* viewOf(HWND control);
@@ -71,7 +72,8 @@ class FormWindow {
   HWND owner_;
   HWND handle_ = nullptr;
   HWND tooltips_ = nullptr;
-  HWND lastFocus_ = nullptr;
+  HWND lastFocus_ = nullptr;  // has the keyboard, or gets it back
+  HWND refuge_ = nullptr;     // has it meanwhile
   ViewStyle style_;
   std::vector<std::unique_ptr<ControlView>> views_;
   std::map<const ControlView*, std::string> shownTooltips_;

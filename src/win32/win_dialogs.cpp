@@ -74,8 +74,7 @@ int WinDialogs::message(const std::string& text, int flags, const std::string& t
   const HWND owner = loop_.dialogOwner();
   UINT style = static_cast<UINT>(flags);
   if (owner == nullptr || GetActiveWindow() == nullptr) style |= MB_SETFOREGROUND;
-  const int answer = MessageBoxW(owner, Wide(text).c_str(), Wide(title).c_str(), style);
-  return answer;
+  return MessageBoxW(owner, Wide(text).c_str(), Wide(title).c_str(), style);
 }
 
 std::string WinDialogs::openFile(const FileRequest& request) {
