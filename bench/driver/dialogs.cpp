@@ -23,6 +23,9 @@ bool isMessage(const Window& window) {
   return button;
 }
 
+// The file list below the chooser bears the number of its OK button, too.
+Window buttonOf(const Window& dialog, int id) { return Window(GetDlgItem(dialog.handle(), id)); }
+
 Window fileNameField(const Window& dialog) {
   const Window field = dialog.child(kFileNameField);
   return field ? field : dialog.child(kFileNameCombo);
@@ -66,15 +69,15 @@ bool answerFileDialog(const std::string& program, const std::string& path, int m
       if (window.visible() && window.className() == kDialogClass && !isMessage(window))
         dialog = window;
     }
-    return static_cast<bool>(dialog) && dialog.child(IDOK);
+    return static_cast<bool>(dialog) && buttonOf(dialog, IDOK);
   });
   if (!shown) return false;
   if (path.empty()) {
-    dialog.child(IDCANCEL).click();
+    buttonOf(dialog, IDCANCEL).click();
   } else {
     const Window field = fileNameField(dialog);
     (field ? field : dialog.childOfClass("Edit")).enterText(path);
-    dialog.child(IDOK).click();
+    buttonOf(dialog, IDOK).click();
   }
   return waitUntil(kAnswerTime, [&] { return gone(dialog); });
 }

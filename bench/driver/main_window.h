@@ -16,10 +16,10 @@ class MainWindow {
 
   const std::string& program() const { return program_; }
 
-  // The window with the source box; dialogs of the program never count.
+  // Told from the program's dialogs by its class: their controls are numbered alike.
   Window window() const {
     for (const Window& window : windowsOf(program_)) {
-      if (window.visible() && window.child(idOf(model_.combo1))) return window;
+      if (window.visible() && window.className() == "Pavoline." + model_.name()) return window;
     }
     return {};
   }

@@ -1,0 +1,54 @@
+// Ghost images: the command line by the program's build, its end, its death.
+#include "person.h"
+#include "stage.h"
+
+namespace e2e {
+namespace {
+
+using testing::ElementsAre;
+using namespace pavoline;
+
+constexpr char kGhostImage[] = "D:\\Images\\small.gho";
+
+class Ghost : public OnTheBench {
+ protected:
+  static void prepare(const std::string& build, const std::string& faults) {
+    place("small.gho", kGhostImage);
+    writeSettings("AutoRestart=0");
+    ASSERT_TRUE(bench::runBench("ghost", {build}));
+    bench::setFaults("ghost", faults);
+  }
+
+  static void installs(const std::string& build, const std::string& destination) {
+    prepare(build, "pace 10");
+    Person person;
+    ASSERT_TRUE(person.opensImage(kGhostImage));
+    EXPECT_THAT(person.main.editions().items(), ElementsAre("x64\\Ghost.exe Ver:12.0.0." + build));
+    EXPECT_FALSE(person.main.check(kDoNotFormat).enabled());
+    person.startsAndConfirms();
+    EXPECT_EQ(person.hears(), text(kTextFinished));
+    EXPECT_TRUE(person.leftInPeace());
+    EXPECT_TRUE(holdsSystem(2, 'E'));
+    EXPECT_THAT(argumentsOf("ghost"),
+                ElementsAre(std::string("-noide -clone,mode=pload,src=\"") + kGhostImage +
+                            "\":1,dst=" + destination + " -sure"));
+    EXPECT_THAT(toolsRun(), ElementsAre("ghost", "bcdboot", "bcdboot", "bootsect"));
+  }
+};
+
+TEST_F(Ghost, BuildThatTakesALetter) { installs("10531", "@os:E:"); }
+TEST_F(Ghost, BuildThatTakesAnAddress) { installs("10532", "1:3"); }
+
+TEST_F(Ghost, DyingHalfWay) {
+  faultsAsked_ = true;
+  prepare("10531", "pace 10\ndie 57");
+  Person person;
+  ASSERT_TRUE(person.opensImage(kGhostImage));
+  person.startsAndConfirms();
+  EXPECT_EQ(person.hears(), text(kTextApplyFailed));
+  EXPECT_TRUE(person.leftInPeace());
+  EXPECT_THAT(toolsRun(), ElementsAre("ghost"));
+}
+
+}  // namespace
+}  // namespace e2e

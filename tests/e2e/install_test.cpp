@@ -1,0 +1,163 @@
+// Whole installations through the real window, and the ways they end early.
+#include "person.h"
+#include "stage.h"
+
+namespace e2e {
+namespace {
+
+using bench::Window;
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+using namespace pavoline;
+
+constexpr char kUnattended[] = " /instpart:E: /bootpart:S: /formatinstpart /install /slient";
+
+class Installing : public OnTheBench {
+ protected:
+  // Slows the data phase down: some hundred updates, each this long.
+  static void slowDown(int milliseconds) {
+    bench::setFaults("wimlib-imagex", "pace " + std::to_string(milliseconds));
+  }
+};
+
+std::string chosen(const Person& person, int box) { return person.main.text(box).text(); }
+
+TEST_F(Installing, AttendedFromTypedPathToRestartCalledOff) {
+  place("small.wim", kImage);
+  write("E:\\Users\\Before\\letter.txt", "must be gone");
+  Person person;
+  person.main.source().typeText(kImage);
+  ASSERT_TRUE(soon([&] { return person.main.editions().items().size() == 2; }));
+  EXPECT_THAT(person.main.editions().items(),
+              ElementsAre("Windows 10 Home  64-Bit", "Windows 10 Pro  64-Bit"));
+  person.main.editions().select(1);
+
+  person.main.command(kChooseInstall).click();
+  Window chooser = person.sees("PartitionChooser");
+  Window list = chooser.childOfClass("SysListView32");
+  EXPECT_THAT(list.rows(),
+              ElementsAre(ElementsAre("E:", StartsWith("Old"), "Bench Disk", "NTFS", "40.00GB"),
+                          ElementsAre("D:", "Media", "Bench Disk", "NTFS", "64.00GB")));
+  chooser.key(VK_DOWN);
+  chooser.key(VK_RETURN);
+  EXPECT_TRUE(soon([&] { return chosen(person, kInstallPartition) == "D:"; }));
+  person.main.command(kChooseInstall).click();
+  person.sees("PartitionChooser").childOfClass("SysListView32").doubleClickRow(0);
+  EXPECT_TRUE(soon([&] { return chosen(person, kInstallPartition) == "E:"; }));
+  person.main.text(kBootPartition).enterText("");
+  person.main.command(kChooseBoot).click();
+  person.sees("PartitionChooser").key(VK_RETURN);
+  EXPECT_TRUE(soon([&] { return chosen(person, kBootPartition) == "S:"; }));
+
+  person.main.command(kStart).click();
+  EXPECT_EQ(person.hears(IDOK),
+            text(kTextConfirmFormat, "%ip_id%", "E: ") + " " + text(kTextConfirmTail));
+  EXPECT_THAT(person.hears(IDCANCEL), EndsWith(text(kTextRestarting)));
+  EXPECT_TRUE(soon([&] { return argumentsOf("shutdown").size() == 2; }));
+  EXPECT_TRUE(person.leftInPeace());
+  EXPECT_TRUE(holdsSystem(2, 'E'));
+  EXPECT_THAT(toolsRun(), ElementsAre("format", "wimlib-imagex", "bcdboot", "bcdboot", "bootsect",
+                                      "shutdown", "shutdown"));
+  EXPECT_THAT(argumentsOf("shutdown"), ElementsAre("-r -f -t 5", "-a"));
+}
+
+TEST_F(Installing, UnattendedWithEveryOptionalStep) {
+  place("small.wim", kImage);
+  write("D:\\Drivers\\net 1\\net1.inf", "[Version]\r\nClass=Net\r\n");
+  write("D:\\Drivers\\net 1\\net1.sys", std::string(5000, 'x'));
+  write("D:\\answers.xml",
+        "\xef\xbb\xbf<!--\r\n[Pavoline]\r\nprocess=1\r\n-->\r\n"
+        "<unattend pc=\"%Pavoline-PC%\" arch=\"%Pavoline-Arch%\"/>\r\n");
+  makeFolder("D:\\Tools");
+  ASSERT_TRUE(bench::placeCompanion("D:\\Tools\\fix.exe"));
+  writeSettings(
+      "ComputerName=BENCH-PC\r\nUnattend=1\r\nUnattendFile=D:\\answers.xml\r\nAddDriver=1\r\n"
+      "AddDriverFile=D:\\Drivers\r\nPlugin=1\r\nPluginFile=D:\\Tools\\fix.exe %ip% %bp%");
+  Person person("/source:" + std::string(kImage) + " /wimindex:2" + kUnattended);
+  EXPECT_TRUE(person.gone(2 * kPatience));
+
+  EXPECT_TRUE(holdsSystem(2, 'E'));
+  EXPECT_THAT(read("E:\\Windows\\Panther\\unattend.xml"),
+              HasSubstr("<unattend pc=\"BENCH-PC\" arch=\"amd64\"/>"));
+  EXPECT_EQ(bench::runUnix({"bash", "-c",
+                            "cmp \"$1/d/Drivers/net 1/net1.sys\" "
+                            "\"$1/e/Windows/System32/DriverStore/FileRepository\"/net1*/net1.sys",
+                            "cmp", benchFolder() + "/volumes"}),
+            0);
+  EXPECT_THAT(argumentsOf("fix.exe"), ElementsAre("E: S:"));
+  EXPECT_THAT(toolsRun(), ElementsAre("format", "wimlib-imagex", "bcdboot", "bcdboot", "bootsect",
+                                      "dism", "fix.exe"));
+}
+
+TEST_F(Installing, FromAPathThatScriptsTripOver) {
+  const std::string image = "D:\\Bilder & Co 100% ^fertig\\Установка 日本 (neu).wim";
+  place("small.wim", image);
+  Person person("/source:\"" + image + "\" /wimindex:1" + kUnattended);
+  EXPECT_TRUE(person.gone(2 * kPatience));
+  EXPECT_TRUE(holdsSystem(1, 'E'));
+}
+
+TEST_F(Installing, ImagingProgramKilledWhileItWrites) {
+  place("small.wim", kImage);
+  slowDown(100);
+  Person person;
+  ASSERT_TRUE(person.opensImage(kImage));
+  person.startsAndConfirms();
+  ASSERT_TRUE(person.seesProgress(15));
+  EXPECT_TRUE(person.busy());
+  EXPECT_FALSE(person.main.source().enabled());
+  EXPECT_EQ(bench::endProcesses("wimlib-imagex.exe"), 1);
+  EXPECT_EQ(person.hears(), text(kTextApplyFailed));
+  EXPECT_TRUE(person.leftInPeace());
+  EXPECT_THAT(toolsRun(), ElementsAre("format", "wimlib-imagex"));
+}
+
+TEST_F(Installing, FormatProgramMissing) {
+  constexpr wchar_t kFormat[] = L"C:\\windows\\system32\\format.com";
+  constexpr wchar_t kAway[] = L"C:\\windows\\system32\\format.away";
+  place("small.wim", kImage);
+  write("E:\\letter.txt", "stays");
+  Person person;
+  ASSERT_TRUE(person.opensImage(kImage));
+  ASSERT_TRUE(MoveFileW(kFormat, kAway));
+  person.startsAndConfirms();
+  const std::string message = person.hears();
+  MoveFileW(kAway, kFormat);
+  for (int line = kTextFormatMissing; line < kTextFormatMissing + 4; ++line) {
+    EXPECT_THAT(message, HasSubstr(text(line)));
+  }
+  EXPECT_TRUE(person.leftInPeace());
+  EXPECT_THAT(toolsRun(), IsEmpty());
+  EXPECT_EQ(read("E:\\letter.txt"), "stays");
+}
+
+TEST_F(Installing, ClosedInMidApply) {
+  place("small.wim", kImage);
+  slowDown(100);
+  writeSettings("AutoRestart=0");
+  Person person;
+  ASSERT_TRUE(person.opensImage(kImage));
+  person.startsAndConfirms();
+  ASSERT_TRUE(person.seesProgress(10));
+  person.main.window().close();
+  EXPECT_EQ(person.hears(IDCANCEL), text(kTextCloseQuestion));
+  EXPECT_TRUE(person.busy());
+  EXPECT_TRUE(bench::isRunning("wimlib-imagex.exe"));
+  EXPECT_EQ(person.hears(), text(kTextFinished));
+  EXPECT_TRUE(person.leftInPeace());
+  EXPECT_TRUE(holdsSystem(1, 'E'));
+
+  person.startsAndConfirms();
+  ASSERT_TRUE(soon([&] { return bench::isRunning("wimlib-imagex.exe"); }));
+  person.main.window().close();
+  EXPECT_EQ(person.hears(IDOK), text(kTextCloseQuestion));
+  EXPECT_TRUE(person.gone(kPatience));
+  EXPECT_FALSE(bench::isRunning("wimlib-imagex.exe"));
+  EXPECT_THAT(argumentsOf("bootsect"), testing::SizeIs(1));  // of the first installation
+}
+
+}  // namespace
+}  // namespace e2e

@@ -1,0 +1,147 @@
+// The commands of the system menu and the windows that they open.
+#include "person.h"
+#include "stage.h"
+#include "ui/system_menu.h"
+
+namespace e2e {
+namespace {
+
+using bench::Window;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using namespace pavoline;
+
+class SystemMenu : public OnTheBench {};
+
+void choose(const Person& person, int command) { person.main.window().systemCommand(command); }
+
+// The fields of a window in the order of the tab key.
+Window field(const Window& window, size_t number) {
+  std::vector<Window> fields;
+  for (const Window& child : window.children()) {
+    if (child.className() == "Edit") fields.push_back(child);
+  }
+  std::sort(fields.begin(), fields.end(),
+            [](const Window& a, const Window& b) { return a.rectangle().top < b.rectangle().top; });
+  return number < fields.size() ? fields[number] : Window();
+}
+
+TEST_F(SystemMenu, ApplyModesReachTheTitleAndTheImagingProgram) {
+  place("small.wim", kImage);
+  writeSettings("AutoRestart=0");
+  Person person;
+  const char* const suffixes[] = {"",
+                                  " - Wimboot",
+                                  " - Wimboot:WIMCOPY",
+                                  " - Compact:XPRESS4K",
+                                  " - Compact:XPRESS8K",
+                                  " - Compact:XPRESS16K",
+                                  " - Compact:LZX"};
+  const std::string plain = person.main.window().text();
+  EXPECT_EQ(plain, "Pavoline Installer");
+  int command = kMenuFirstApplyMode;
+  for (const char* suffix : suffixes) {
+    choose(person, command++);
+    EXPECT_TRUE(soon([&] { return person.main.window().text() == plain + suffix; })) << suffix;
+  }
+  ASSERT_TRUE(person.opensImage(kImage));
+  person.main.editions().select(1);
+  person.startsAndConfirms();
+  EXPECT_EQ(person.hears(), text(kTextFinished));
+  EXPECT_THAT(argumentsOf("wimlib-imagex"),
+              ElementsAre("apply \"D:\\Images\\small.wim\" 2 E:\\ --compact=lzx"));
+}
+
+TEST_F(SystemMenu, NamesAndSettingsAreKept) {
+  Person person;
+  person.main.check(kRestart).tick(false);
+  person.main.window().chord({VK_CONTROL, 'N'});
+  Window names = person.sees("Form2");
+  field(names, 0).typeText("Kim_&.7");
+  field(names, 1).typeText("BENCH PC-1\xc3\xa9\xd0\x96!23456789");
+  EXPECT_TRUE(soon([&] { return field(names, 1).text() == "BENCHPC-123456789"; }));
+  EXPECT_EQ(field(names, 0).text(), "Kim7");
+  person.presses(names, text(kTextOk));
+  ASSERT_TRUE(soon([&] { return person.main.window().enabled(); }));
+  choose(person, kMenuSaveSettings);
+  EXPECT_EQ(person.hears(), text(kTextSettingsSaved));
+  EXPECT_EQ(setting("PCUser"), "Kim7");
+  EXPECT_EQ(setting("ComputerName"), "BENCHPC-1234567");  // 15 bytes
+  EXPECT_EQ(setting("WorkGroup"), "WorkGroup");
+  EXPECT_EQ(setting("AutoRestart"), "0");
+  EXPECT_EQ(setting("BootRepair"), "1");
+}
+
+TEST_F(SystemMenu, LanguageFileComesBackTheSame) {
+  Person person;
+  std::vector<std::string> shipped, written;
+  for (int i = 0; i <= kTextTools; ++i) shipped.push_back(text(i));
+  const std::string file = std::string(kAppFolder) + "\\Lang\\copy.lng";
+  choose(person, kMenuLanguageFile);
+  ASSERT_TRUE(bench::answerFileDialog(person.main.program(), file, kPatience));
+  ASSERT_TRUE(soon([&] { return exists(file); }));
+  EXPECT_TRUE(person.leftInPeace());
+  ASSERT_TRUE(MoveFileExW(bench::fromUtf8(file).c_str(),
+                          bench::fromUtf8(std::string(kAppFolder) + "\\Lang\\1033.lng").c_str(),
+                          MOVEFILE_REPLACE_EXISTING));
+  for (int i = 0; i <= kTextTools; ++i) written.push_back(text(i));
+  EXPECT_EQ(written, shipped);
+}
+
+TEST_F(SystemMenu, VirtualDiskCreatedDetachedAndAttached) {
+  const std::string file = "D:\\Disks & more\\new disk.vhd";
+  makeFolder("D:\\Disks & more");
+  Person person;
+  choose(person, kMenuVirtualDisk);
+  Window disks = person.sees("VirtualDiskWindow");
+  person.presses(disks, text(kTextCreate));
+  Window creation = person.sees("VirtualDiskCreation");
+  field(creation, 0).enterText(file);
+  field(creation, 1).enterText("64");
+  creation.childOfClass("ComboBox").select(0);
+  field(creation, 2).enterText("BENCH");
+  person.presses(creation, text(kTextCreateNow));
+  const std::string created = person.hears();
+  EXPECT_THAT(created, HasSubstr(text(kTextCreated) + " BENCH " + text(kTextCreatedDrive)));
+  const std::string drive = created.substr(created.size() - 2) + "\\";
+  EXPECT_TRUE(exists(drive)) << drive;
+
+  const auto move = [&](int button, int done) {
+    person.presses(disks, text(button));
+    ASSERT_TRUE(bench::answerFileDialog(person.main.program(), file, kPatience));
+    EXPECT_EQ(person.hears(), text(done, "%F%", file));
+  };
+  move(kTextDetach, kTextDetached);
+  EXPECT_FALSE(exists(drive));
+  move(kTextAttach, kTextAttached);
+  move(kTextDetach, kTextDetached);
+  person.presses(disks, text(kTextClose));
+  EXPECT_TRUE(person.leftInPeace());
+  EXPECT_EQ(argumentsOf("diskpart").size(), 4u);
+}
+
+TEST_F(SystemMenu, BootFilesRepairedCompanionStartedAboutShown) {
+  placeSystem(2, 'E');
+  makeFolder("C:\\Program Files\\DiskGenius");
+  ASSERT_TRUE(bench::placeCompanion("C:\\Program Files\\DiskGenius\\DiskGenius.exe"));
+  Person person;
+  choose(person, kMenuPartitions);
+  EXPECT_TRUE(soon([] { return argumentsOf("DiskGenius.exe").size() == 1; }));
+
+  choose(person, kMenuAbout);
+  Window about = person.sees("About");
+  EXPECT_TRUE(about.childWithText("LICENSE"));
+  person.presses(about, text(kTextOk));
+  EXPECT_TRUE(soon([&] { return !about; }));
+
+  choose(person, kMenuBootRepair);
+  EXPECT_EQ(person.hears(),
+            text(kTextConfirmBootRepair, "%bp%", "S:") + " " + text(kTextConfirmTail));
+  EXPECT_EQ(person.hears(), text(kTextBootReport, "%bp%", "S:") + " [ BIOS + UEFI ] ");
+  EXPECT_TRUE(person.leftInPeace());
+  EXPECT_THAT(read("S:\\Boot\\BCD"), HasSubstr("windows=E:\\Windows"));
+  EXPECT_THAT(argumentsOf("bootsect"), ElementsAre(HasSubstr("/nt60 S:")));
+}
+
+}  // namespace
+}  // namespace e2e

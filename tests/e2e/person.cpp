@@ -1,0 +1,94 @@
+#include "person.h"
+
+#include "stage.h"
+
+namespace e2e {
+
+using bench::Window;
+using namespace pavoline;
+
+namespace {
+
+std::string withoutMarks(std::string text) {
+  std::erase(text, '&');
+  return text;
+}
+
+std::string inOneLine(const std::string& text) {
+  std::string line;
+  for (const char c : text) {
+    if (c != '\r' && c != '\n')
+      line += c;
+    else if (!line.empty() && line.back() != ' ')
+      line += ' ';
+  }
+  return line;
+}
+
+}  // namespace
+
+Person::Person(const std::string& switches)
+    : process_("\"" + std::string(kAppFolder) + "\\Pavoline.exe\" /lng:1033 " + switches,
+               kAppFolder) {
+  EXPECT_TRUE(main.waitUntilShown(kPatience));
+  EXPECT_TRUE(
+      soon([&] { return !main.text(kInstallPartition).text().empty() || !process_.running(); }));
+}
+
+Person::~Person() { process_.end(); }
+
+bool Person::idle() const {
+  const Window start = main.command(kStart);
+  return start.enabled() && withoutMarks(start.text()) == withoutMarks(text(kTextStart));
+}
+
+bool Person::busy() const { return main.command(kStart).text() == text(kTextBusy); }
+
+bool Person::leftInPeace() const {
+  if (!soon([&] { return idle(); })) return false;
+  return !bench::waitForMessage(main.program(), 500);
+}
+
+bool Person::gone(int milliseconds) const { return process_.exitCode(milliseconds).has_value(); }
+
+bool Person::opensImage(const std::string& path) const {
+  main.source().enterText(path);
+  return soon([&] { return main.source().enabled() && !main.editions().items().empty(); });
+}
+
+void Person::entersPartitions(const std::string& install, const std::string& boot) const {
+  main.text(kInstallPartition).enterText(install);
+  main.text(kBootPartition).enterText(boot);
+}
+
+void Person::startsAndConfirms() const {
+  main.command(kStart).click();
+  EXPECT_THAT(hears(IDOK), testing::HasSubstr(text(kTextConfirmTail)));
+}
+
+bool Person::seesProgress(int percent) const {
+  return soon([&] { return main.progressBar().progress() >= percent; });
+}
+
+std::string Person::hears(int button) const {
+  const auto message = bench::waitForMessage(main.program(), kPatience);
+  if (!message) return "(silence)";
+  EXPECT_TRUE(bench::answer(*message, button));
+  return inOneLine(message->text);
+}
+
+Window Person::sees(const std::string& form) const {
+  Window window;
+  EXPECT_TRUE(soon([&] {
+    window = bench::findWindow(main.program(), "Pavoline." + form, "");
+    return window && window.enabled();
+  })) << form;
+  return window;
+}
+
+void Person::presses(const Window& window, const std::string& button) const {
+  EXPECT_TRUE(soon([&] { return window.childWithText(button).enabled(); })) << button;
+  window.childWithText(button).click();
+}
+
+}  // namespace e2e

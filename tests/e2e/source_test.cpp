@@ -1,0 +1,115 @@
+// ISO files, dropped files and the search for images.
+#include "person.h"
+#include "stage.h"
+
+namespace e2e {
+namespace {
+
+using bench::Window;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+using namespace pavoline;
+
+class Sources : public OnTheBench {
+ protected:
+  static bool serves(const Person& person, const std::string& path) {
+    return soon([&] {
+      return person.main.source().text() == path && person.main.source().enabled() &&
+             person.main.editions().items().size() == 2;
+    });
+  }
+
+  // What the mount program and the reader of images were asked, in order.
+  static std::vector<std::string> story() {
+    std::vector<std::string> lines;
+    for (const bench::Call& call : bench::journalCalls()) {
+      if (call.tool == "imdisk" || call.tool == "wimlib-imagex") lines.push_back(call.arguments);
+    }
+    return lines;
+  }
+};
+
+TEST_F(Sources, DroppedImageThenOneIsoAfterTheOther) {
+  place("small.wim", kImage);
+  place("install.iso", "D:\\first.iso");
+  place("install.iso", "D:\\second.iso");
+  {
+    Person person;
+    person.main.window().dropFiles({kImage, "D:\\first.iso"});
+    EXPECT_TRUE(serves(person, kImage));
+    person.main.window().dropFiles({"D:\\first.iso"});
+    EXPECT_TRUE(serves(person, "F:\\sources\\install.wim"));
+    person.main.source().enterText("D:\\second.iso");
+    EXPECT_TRUE(serves(person, "G:\\sources\\install.wim"));
+    EXPECT_TRUE(soon([&] { return story().size() == 6; }));
+    person.main.window().close();
+    EXPECT_TRUE(person.gone(kPatience));
+  }
+  EXPECT_TRUE(soon([&] { return story().size() == 7; }));
+  EXPECT_THAT(
+      story(),
+      ElementsAre("info --xml \"D:\\Images\\small.wim\"", "-a -m #: -f \"D:\\first.iso\"",
+                  "info --xml \"F:\\sources\\install.wim\"", "-a -m #: -f \"D:\\second.iso\"",
+                  "info --xml \"G:\\sources\\install.wim\"", "-D -m F:", "-D -m G:"));
+}
+
+TEST_F(Sources, IsosThatGiveNothingLeaveTheEarlierSource) {
+  place("install.iso", "D:\\good.iso");
+  place("without-image.iso", "D:\\without.iso");
+  write("D:\\letter.iso", "this is no disc");
+  Person person;
+  person.main.window().dropFiles({"D:\\good.iso"});
+  ASSERT_TRUE(serves(person, "F:\\sources\\install.wim"));
+
+  person.main.window().dropFiles({"D:\\without.iso"});
+  EXPECT_EQ(person.hears(), text(kTextNoImageInIso));
+  EXPECT_TRUE(bench::answerFileDialog(person.main.program(), "", kPatience));
+  EXPECT_TRUE(soon([&] { return story().back() == "-D -m G:"; }));
+  EXPECT_TRUE(serves(person, "F:\\sources\\install.wim"));
+
+  person.main.window().dropFiles({"D:\\letter.iso"});  // a drive without files, as on Windows
+  EXPECT_TRUE(soon([&] { return story().back() == "-a -m #: -f \"D:\\letter.iso\""; }));
+  EXPECT_TRUE(serves(person, "F:\\sources\\install.wim"));
+
+  faultsAsked_ = true;
+  bench::setFaults("imdisk", "fail 1");
+  person.main.window().dropFiles({"D:\\letter.iso"});
+  EXPECT_EQ(person.hears(), text(kTextMountFailed));
+  EXPECT_TRUE(person.leftInPeace());
+  EXPECT_TRUE(serves(person, "F:\\sources\\install.wim"));
+}
+
+TEST_F(Sources, SearchStoppedHalfWayAndAPick) {
+  place("large.wim", "D:\\here.wim");
+  place("large.wim", "D:\\zoo\\far.wim");
+  ASSERT_EQ(bench::runUnix({"bash", "-c", "cd \"$1/volumes/d\" && mkdir -p many/{1..3000}", "mkdir",
+                            benchFolder()}),
+            0);
+  writeSettings("SearchType=1\r\nSearchLevel=2");
+  Person person;
+  person.main.search().click();
+  ASSERT_TRUE(
+      soon([&] { return person.main.status().text() == text(kTextSearching, "%n%", "1"); }));
+  EXPECT_EQ(person.main.search().text(), text(kTextStop));
+  person.main.search().click();
+  Window list = person.sees("ImageList");
+  EXPECT_TRUE(soon([&] {
+    return person.main.status().text() == text(kTextSearchDone, "%n%", "1");
+  })) << person.main.status().text();
+  EXPECT_THAT(list.childOfClass("SysListView32").rows(), SizeIs(1));
+  person.presses(list, text(kTextCancel));
+
+  ASSERT_TRUE(
+      soon([&] { return person.main.search().text() == text(kTextSearch) && person.idle(); }));
+  person.main.window().key(VK_F3);
+  list = person.sees("ImageList");
+  const auto rows = list.childOfClass("SysListView32").rows();
+  ASSERT_THAT(rows, SizeIs(2));
+  EXPECT_THAT(rows[1], ElementsAre("far.wim", "D:\\zoo\\", "WIM", "401.00MB", testing::_, "D:"));
+  list.childOfClass("SysListView32").doubleClickRow(1);
+  EXPECT_TRUE(serves(person, "D:\\zoo\\far.wim"));
+}
+
+}  // namespace
+}  // namespace e2e
