@@ -40,7 +40,7 @@ shoot_language() {
     export LC_ALL=${shot_locales[$language]}
     cd "$bench/prefix/drive_c"
     wine 'C:\shoot.exe' font "${shot_fonts[$language]:-Tahoma}"
-    wine "C:\\${bench_app//\//\\}\\Pavoline.exe" "/lng:$language" '/source:D:\iso\install.wim' /wimindex:2 &
+    wine "C:\\${bench_app//\//\\}\\Pavoline.exe" "/lng:$language" '/source:D:\iso\install.wim' /wimindex:2 2>/dev/null &
     wine 'C:\shoot.exe' Pavoline.exe "$folder" "$suffix" "$@"
   ) || result=$?
   # A wineserver keeps the language it was started in.

@@ -56,6 +56,7 @@ int wmain(int count, wchar_t** values) {
   if (count < 5) return 2;
   const std::string program = bench::toUtf8(values[1]);
   const std::string folder = bench::toUtf8(values[2]), suffix = bench::toUtf8(values[3]);
+  SetCursorPos(0, 0);  // nothing lights up below the pointer
   bool good = true;
   const bench::Visit visit = [&](const std::string& name, const Window& window) {
     good &= shoot(areaOf(program, window), folder + "/" + name + suffix + ".png");
