@@ -14,7 +14,7 @@ die() {
 }
 
 bench_packages=(wine64 wine xvfb wimtools ntfs-3g xorriso qemu-utils imagemagick fonts-wine fonts-wqy-microhei
-  locales-all x11-utils perl)
+  locales-all procps perl)
 build_packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix libgtest-dev libgmock-dev)
 
 # need_packages NAME...: installs what is missing, or says how and stops.

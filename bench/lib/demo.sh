@@ -84,7 +84,7 @@ watch_installer() {
       problem "not finished after $demo_time_limit s"
       return
     fi
-    sleep 0.2
+    sleep 0.1
   done
   show_progress
 }
