@@ -87,7 +87,8 @@ TEST(Settings, ComposeTheTitle) {
 
 TEST(Settings, SaveWhatTheUserChangedAndNothingElse) {
   Workshop shop;
-  LoadWith(shop, "SearchLevel=3\r\nUnattendFile=.\\Bin\\unattend\\unattend.xml\r\nUnattend=1\r\n");
+  LoadWith(shop, "SearchLevel=3\r\nUnattendFile=.\\Bin\\unattend\\unattend.xml\r\n");
+  shop.form.check[kUseAnswerFile].setValue(1);
   shop.form.check[kRestart].setValue(0);
   shop.session.options.computerName = "SHOP-7";
   shop.session.options.searchLevel = 1;
