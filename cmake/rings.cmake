@@ -2,10 +2,6 @@
 # (with the taskbar progress) because every later ring starts programs through it.
 function(pavoline_ring name)
   cmake_parse_arguments(RING "" "" "SOURCES;USES" ${ARGN})
-  if(NOT RING_SOURCES)
-    file(WRITE ${PROJECT_BINARY_DIR}/empty.cpp "")
-    set(RING_SOURCES ${PROJECT_BINARY_DIR}/empty.cpp)
-  endif()
   add_library(pavoline_${name} STATIC ${RING_SOURCES})
   set_target_properties(pavoline_${name} PROPERTIES LINKER_LANGUAGE CXX)
   target_include_directories(pavoline_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/resources

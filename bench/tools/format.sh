@@ -2,7 +2,7 @@
 source "$bench/tools/volume.sh"
 
 letter=$(letter_of "${args[0]:-}") || refuse "Required parameter missing - a drive letter"
-[[ ${args[0]} == *\\ ]] && refuse "Invalid drive specification ${args[0]}"
+[[ ${args[0]} == *\\ ]] && refuse "Invalid drive ${args[0]}"
 label='' quick=no sure=no ntfs=no
 for option in "${args[@]:1}"; do
   case ${option,,} in
