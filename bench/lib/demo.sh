@@ -92,7 +92,7 @@ watch_installer() {
 start_installer() {
   local switches=("/source:$1" /wimindex:2 /instpart:E: /bootpart:S: /formatinstpart /install /slient /lng:1033)
   ((demo_restart == 0)) || switches+=(/reboot)
-  cd "$bench/prefix/drive_c"
+  cd "$bench/prefix/drive_c" || exit
   wine "C:\\${bench_app//\//\\}\\Pavoline.exe" "${switches[@]}" &
   installer=$!
   [[ $demo_mode == normal ]] || { press Pavoline.exe wait 20000 && press Pavoline.exe menu "${mode_commands[$demo_mode]}"; }

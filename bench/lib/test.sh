@@ -99,6 +99,7 @@ test_e2e() {
 }
 
 test_under_wine() {
+  check "texts fit their places" "$repo/tests/fit/run"
   bench_programs x64
   need_display
   trap stop_display EXIT

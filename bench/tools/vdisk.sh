@@ -84,7 +84,7 @@ vdisk_assign() {
 
 # Writes the volume back into the file and takes the letter away.
 vdisk_close() {
-  local folder letter format
+  local folder letter format options=()
   folder=$(vdisk_folder "$1")
   if [[ -f $folder/letter ]]; then
     letter=$(cat "$folder/letter")
@@ -96,6 +96,7 @@ vdisk_close() {
   [[ ! -f $folder/part.img ]] ||
     dd if="$folder/part.img" of="$folder/disk.raw" bs=1M seek=$((partition_start >> 20)) conv=sparse,notrunc status=none
   format=$(vdisk_format_name "$1")
-  qemu-img convert -q -f raw -O "$format" $([[ $format == vhdx ]] || echo -o force_size=on) "$folder/disk.raw" "$1"
+  [[ $format == vhdx ]] || options=(-o force_size=on)
+  qemu-img convert -q -f raw -O "$format" "${options[@]}" "$folder/disk.raw" "$1"
   rm -rf "$folder"
 }
