@@ -4,6 +4,7 @@
 //   source INSTALLER SOURCE    source entered in the idle window until its editions are listed
 //   window                     start of a program with an empty window until it is shown
 //   lines FILE.bat             a batch file of bare commands
+//   consoles FILE.bat...       batch files one after the other, each in a hidden console of its own
 
 #include <cstdio>
 
@@ -83,6 +84,27 @@ int lines(const std::string& batch) {
   return print(start, process.exitCode(10 * kTime).has_value());
 }
 
+int consoles(const std::vector<std::string>& batches) {
+  const double start = now();
+  for (const std::string& batch : batches) {
+    if (batch.empty()) continue;
+    std::wstring line = bench::fromUtf8(batch);
+    STARTUPINFOW startup{};
+    startup.cb = sizeof(startup);
+    startup.dwFlags = STARTF_USESHOWWINDOW;
+    startup.wShowWindow = SW_HIDE;
+    PROCESS_INFORMATION started{};
+    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, CREATE_NEW_CONSOLE, nullptr,
+                        nullptr, &startup, &started)) {
+      return 1;
+    }
+    WaitForSingleObject(started.hProcess, kTime);
+    CloseHandle(started.hThread);
+    CloseHandle(started.hProcess);
+  }
+  return print(start, true);
+}
+
 }  // namespace
 
 int wmain(int count, wchar_t** values) {
@@ -92,6 +114,7 @@ int wmain(int count, wchar_t** values) {
   if (arguments[0] == "source") return source(arguments[1], arguments[2]);
   if (arguments[0] == "window") return window();
   if (arguments[0] == "lines") return lines(arguments[1]);
+  if (arguments[0] == "consoles") return consoles({arguments.begin() + 1, arguments.end()});
   if (arguments[0] == "empty") return emptyWindow(arguments[1]);
   return 2;
 }

@@ -16,11 +16,9 @@ now_ms() { local t=${EPOCHREALTIME/./}; echo $((t / 1000)); }
 
 on_bench() { (cd "$bench/prefix/drive_c" && wine "$@" | tr -d '\r'); }
 
-# median COMMAND...: the middle of five numbers that the command prints.
-median() {
-  local i
-  for i in 1 2 3 4 5; do "$@"; done | sort -n | sed -n 3p
-}
+# Of numbers: the one in the middle, and the smallest and largest as a measure of the noise.
+middle() { printf '%s\n' "$@" | sort -n | sed -n "$((($# + 1) / 2))p"; }
+noise() { printf '%s\n' "$@" | sort -n | sed -n '1p;$p' | paste -sd - | sed 's/-/ to /'; }
 
 write_batch() {
   local name=$1
@@ -77,32 +75,44 @@ bare_lines() {
 # The tools' own words come before the number.
 time_batch() { on_bench 'C:\measure.exe' lines "C:\\$1" | tail -n 1; }
 
-figure_install() {
-  local whole bare all start installer memory='' memory_peak=0
-  put_source "$figure_megabytes" wim Sources/install.wim
-  printf '%s\r\n' '[Option]' TitleLng=1 BootRepair=0 >"$(app_folder)/Pavoline.ini"
-  bare_lines
-  write_batch bare.bat "${bare_short[@]}"
-  write_batch all.bat "${bare_all[@]}"
-  bare=$(time_batch bare.bat)
-  all=$(time_batch all.bat)
+# Sets whole and the other arrays' next entry, all in milliseconds; share is in nanoseconds per second.
+install_once() {
+  local start installer
+  reached=() cpu_at=()
   : >"$bench/journal"
   start=$(now_ms)
   (cd "$bench/prefix/drive_c" && exec wine "$installer_path" '/source:D:\Sources\install.wim' /wimindex:2 \
     /instpart:E: /bootpart:S: /formatinstpart /install /slient) &
   installer=$!
   follow_journal "$installer"
-  whole=$(($(now_ms) - start))
+  whole+=($(($(now_ms) - start)))
   [[ -n ${reached[bootsect]:-} ]] || die "the installation did not get to its end"
-  local begin end ticks_before ticks_after
-  begin=${reached[format]} end=${reached[apply]}
-  ticks_before=$((reached[cxdir] - reached[wimlib-imagex]))
-  ticks_after=$((reached[bcdboot] - end))
-  figure "whole unattended installation over its bare commands (format + apply): $(ratio "$whole" "$bare") ($(seconds "$whole") s over $(seconds "$bare") s, $figure_megabytes MB)"
-  figure "  of it in timer ticks: $(seconds "$ticks_before") s from the editions read to the partitions checked (auto-start tick), $(seconds "$ticks_after") s from the apply's end to the first boot file (monitor ticks)"
-  figure "  without these ticks, over all the commands it runs: $(ratio $((whole - ticks_before - ticks_after)) "$all") (the commands alone: $(seconds "$all") s)"
-  figure "processor time of the program over the apply's wall time: $(awk -v c=$((cpu_at[apply] - cpu_at[format])) -v w=$((end - begin)) \
-    'BEGIN { printf "%.2f %% (%.0f ms of %.1f s)", c / w / 1e4, c / 1e6, w / 1000 }') (aim: under 0.5 %)"
+  before+=($((reached[cxdir] - reached[wimlib-imagex])))
+  after+=($((reached[bcdboot] - reached[apply])))
+  busy+=($(((cpu_at[apply] - cpu_at[format]) / 1000)))
+  apply+=($((reached[apply] - reached[format])))
+  share+=($(((cpu_at[apply] - cpu_at[format]) / (reached[apply] - reached[format]))))
+}
+
+figure_install() {
+  local run memory='' memory_peak=0 short all bare=() every=() whole=() before=() after=() busy=() apply=() share=()
+  put_source "$figure_megabytes" wim Sources/install.wim
+  printf '%s\r\n' '[Option]' TitleLng=1 BootRepair=0 >"$(app_folder)/Pavoline.ini"
+  bare_lines
+  write_batch bare.bat "${bare_short[@]}"
+  write_batch all.bat "${bare_all[@]}"
+  for run in 1 2 3; do
+    bare+=("$(time_batch bare.bat)")
+    every+=("$(time_batch all.bat)")
+    install_once
+  done
+  local total ticks=$(($(middle "${before[@]}") + $(middle "${after[@]}")))
+  total=$(middle "${whole[@]}") short=$(middle "${bare[@]}") all=$(middle "${every[@]}")
+  figure "whole unattended installation over its bare commands (format + apply): $(ratio "$total" "$short") ($(seconds "$total") s over $(seconds "$short") s, $figure_megabytes MB; medians of 3, $(noise "${whole[@]}") over $(noise "${bare[@]}") ms)"
+  figure "  of it in timer ticks: $(seconds "$(middle "${before[@]}")") s from the editions read to the partitions checked (auto-start tick), $(seconds "$(middle "${after[@]}")") s from the apply's end to the first boot file (monitor ticks)"
+  figure "  without these ticks, over all the commands it runs: $(ratio $((total - ticks)) "$all") (the commands alone: $(seconds "$all") s)"
+  figure "processor time of the program over the apply's wall time: $(awk -v s="$(middle "${share[@]}")" -v c="$(middle "${busy[@]}")" -v w="$(middle "${apply[@]}")" \
+    'BEGIN { printf "%.2f %% (%.0f ms of %.1f s)", s / 1e4, c / 1e3, w / 1000 }') (aim: under 0.5 %)"
   figure "peak memory of the process during the installation: $((memory_peak / 1024)) MiB resident; an empty window on this Wine: $(empty_window_memory) MiB (aim: under 20 MB of its own)"
 }
 
@@ -122,34 +132,62 @@ with_desktop() {
   wait "$keeper" 2>/dev/null || true
 }
 
+# The tools come three ways: from one batch file; each from a hidden one of its own, which brings a
+# command interpreter and a console, as the program starts them; and from the program.
+time_consoles() { on_bench 'C:\measure.exe' consoles "$@" | tail -n 1; }
+
 figure_startup() { with_desktop time_startup; }
 figure_iso() { with_desktop time_iso; }
 
 time_startup() {
-  local program bare window
+  local run shown all program=() bare=() window=() consoles=()
   put_source "$figure_megabytes" wim Sources/install.wim
   bare_lines
   write_batch lists.bat "${bare_all[0]}" "${bare_all[1]}"
-  program=$(median on_bench 'C:\measure.exe' startup "$installer_path" 'D:\Sources\install.wim')
-  bare=$(median time_batch lists.bat)
-  window=$(median on_bench 'C:\measure.exe' window)
-  figure "start of the process to lists filled, over the same tools run bare and an empty window: $(ratio "$program" $((bare + window))) ($program ms over $bare ms + $window ms)"
+  write_batch list1.bat "${bare_all[0]}"
+  write_batch list2.bat "${bare_all[1]}"
+  for run in 1 2 3 4 5 6 7; do
+    program+=("$(on_bench 'C:\measure.exe' startup "$installer_path" 'D:\Sources\install.wim')")
+    bare+=("$(time_batch lists.bat)")
+    consoles+=("$(time_consoles 'C:\list1.bat' 'C:\list2.bat')")
+    window+=("$(on_bench 'C:\measure.exe' window)")
+  done
+  shown=$(middle "${window[@]}") all=$(middle "${program[@]}")
+  figure "start of the process to lists filled, over the same tools run bare and an empty window: $(ratio "$all" $(($(middle "${bare[@]}") + shown))) ($all ms over $(middle "${bare[@]}") ms + $shown ms; medians of 7, $(noise "${program[@]}") over $(noise "${bare[@]}") + $(noise "${window[@]}"))"
+  figure "  over the tools each from a batch file and a console of its own, as the program must start them: $(ratio "$all" $(($(middle "${consoles[@]}") + shown))) ($(middle "${consoles[@]}") ms + $shown ms)"
+}
+
+# The program leaves without waiting for its last dismounting, and the next ISO is to get the same letter.
+wait_dismounted() {
+  local try
+  for try in {1..100}; do
+    [[ -e $bench/prefix/dosdevices/f: ]] || return 0
+    sleep 0.1
+  done
+  die "F: was not dismounted"
 }
 
 time_iso() {
-  local program bare
+  local run all program=() bare=() consoles=()
   put_source "$figure_megabytes" iso Sources/windows.iso
-  write_batch iso.bat 'imdisk.exe -a -m #: -f D:\Sources\windows.iso >C:\windows\temp\bare.log' \
+  write_batch iso1.bat 'imdisk.exe -a -m #: -f D:\Sources\windows.iso >C:\windows\temp\bare.log'
+  write_batch iso2.bat \
     '"C:\Program Files\Pavoline"\Bin\wimlib-imagex\x64\wimlib-imagex.exe info --xml F:\sources\install.wim >C:\windows\temp\bare.log'
+  write_batch iso.bat 'call C:\iso1.bat' 'call C:\iso2.bat'
   write_batch dismount.bat 'imdisk.exe -D -m F:'
-  program=$(median on_bench 'C:\measure.exe' source "$installer_path" 'D:\Sources\windows.iso')
-  bare=$(median iso_bare)
-  figure "ISO source to editions listed, over mounting and reading it with the bare tools: $(ratio "$program" "$bare") ($program ms over $bare ms)"
-}
-
-iso_bare() {
-  time_batch iso.bat
-  time_batch dismount.bat >/dev/null
+  for run in 1 2 3 4 5 6 7; do
+    program+=("$(on_bench 'C:\measure.exe' source "$installer_path" 'D:\Sources\windows.iso')")
+    wait_dismounted
+    bare+=("$(time_batch iso.bat)")
+    time_batch dismount.bat >/dev/null
+    wait_dismounted
+    consoles+=("$(time_consoles 'C:\iso1.bat' 'C:\iso2.bat')")
+    time_batch dismount.bat >/dev/null
+    wait_dismounted
+  done
+  all=$(middle "${program[@]}")
+  figure "ISO source to editions listed, over mounting and reading it with the bare tools: $(ratio "$all" "$(middle "${bare[@]}")") ($all ms over $(middle "${bare[@]}") ms; medians of 7, $(noise "${program[@]}") over $(noise "${bare[@]}"))"
+  figure "  over the tools each from a batch file and a console of its own: $(ratio "$all" "$(middle "${consoles[@]}")") ($(middle "${consoles[@]}") ms)"
 }
 
 # ---- core and search: the program's own work
@@ -178,12 +216,13 @@ figure_core() {
   wait "$keeper" 2>/dev/null || true
 }
 
-# 10 x 10 x 10 folders, 89 files in each of the deepest and a few images of more than 400 MiB.
+# 10 x 10 x 10 folders; 899 files in each of the second level and 9 in each of the third, and an
+# image of more than 400 MiB in each of the first.
 make_search_tree() {
   perl -e '
-    for my $i (0 .. 9) { mkdir "$ARGV[0]/f$i"; for my $j (0 .. 9) { mkdir "$ARGV[0]/f$i/f$j"; for my $k (0 .. 9) {
-      my $folder = "$ARGV[0]/f$i/f$j/f$k"; mkdir $folder;
-      for my $n (0 .. 98) { open(my $f, ">", "$folder/file $n.dat") } } }
+    sub fill { my ($folder, $count) = @_; for my $n (1 .. $count) { open(my $f, ">", "$folder/file $n.dat") } }
+    for my $i (0 .. 9) { mkdir "$ARGV[0]/f$i"; for my $j (0 .. 9) { mkdir "$ARGV[0]/f$i/f$j"; fill("$ARGV[0]/f$i/f$j", 899);
+      for my $k (0 .. 9) { mkdir "$ARGV[0]/f$i/f$j/f$k"; fill("$ARGV[0]/f$i/f$j/f$k", 9) } }
       open(my $f, ">", "$ARGV[0]/f$i/image.wim"); truncate $f, 500 * 1048576 }' "$1"
 }
 
@@ -207,6 +246,7 @@ print_figures() {
   trap '"$bench_source/bench" down "$bench"; stop_display' EXIT
   need_display
   cp "$(bench_bin x64)/measure.exe" "$bench/prefix/drive_c/"
+  say_line "load of this machine: $(cut -d ' ' -f 1-3 /proc/loadavg) on $(nproc) processors"
   for figure_name in "$@"; do
     declare -F "figure_$figure_name" >/dev/null || die "no figure $figure_name; there are ${figure_names[*]}"
     "figure_$figure_name"
