@@ -78,11 +78,6 @@ test_products() {
   run_ctest "$repo/build/x86" "checks of the 32-bit program"
 }
 
-test_fit() {
-  cmake --build --preset x64 --target test_fit
-  check "every text fits its control" env BUILD="$repo/build/x64" "$repo/tests/fit/run"
-}
-
 # The adapter against the contract that the fakes keep.
 test_contract() {
   cmake --build --preset x64 --target test_contract
@@ -113,7 +108,6 @@ run_tests() {
   test_native
   test_sources
   test_products
-  test_fit
   test_under_wine "$@"
   ((failed == 0)) || printf 'failed: %s\n' "${failures[@]}"
   say_line "$passed passed, $failed failed"
