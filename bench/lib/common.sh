@@ -7,6 +7,9 @@ export WINEDEBUG=${WINEDEBUG:--all}
 # the bench's tools instead of Wine's programs of the same names.
 export WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d;dism.exe,cacls.exe,shutdown.exe=n"
 
+# Wine takes names of files in the locale's letters; a bare machine has no locale but "C".
+[[ ${LC_ALL:-${LC_CTYPE:-${LANG:-}}} == *[Uu][Tt][Ff]* ]] || export LC_ALL=C.UTF-8
+
 say_line() { printf '%s\n' "$*"; }
 die() {
   printf '%s\n' "$*" >&2
