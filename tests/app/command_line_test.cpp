@@ -5,7 +5,6 @@
 #include "support/fake_text.h"
 
 namespace pavoline {
-namespace {
 
 CommandLine Parse(std::vector<std::string> arguments) {
   testing::FakeTextServices text;
@@ -50,5 +49,4 @@ TEST(CommandLine, TakesLocalesOfMoreThanThreeDigits) {
   }
 }
 
-}  // namespace
 }  // namespace pavoline

@@ -6,11 +6,10 @@
 #include "platform/text.h"
 
 namespace pavoline {
-namespace {
 
-using ::testing::HasSubstr;
+using namespace ::testing;
+
 using testing::Installer;
-using ::testing::Not;
 
 const std::vector<std::string> kUnattended = {"/source:D:\\images\\win10.wim",
                                               "/wimindex:2",
@@ -20,10 +19,13 @@ const std::vector<std::string> kUnattended = {"/source:D:\\images\\win10.wim",
                                               "/install",
                                               "/slient"};
 
+// Started and filled in, so that only Start is to be pressed.
+struct Filled : Installer {
+  Filled() { start(), fillIn(); }
+};
+
 TEST(Installation, AttendedRunsEveryStepInOrderAndReturnsToIdle) {
-  Installer shop;
-  shop.start();
-  shop.fillIn();
+  Filled shop;
   EXPECT_EQ(shop.form.combo[kEditions].text(), "Pro  64-Bit");
   shop.pressStart();
   ASSERT_TRUE(shop.form.busy);
@@ -44,54 +46,47 @@ TEST(Installation, AttendedRunsEveryStepInOrderAndReturnsToIdle) {
   EXPECT_THAT(shop.journal(), HasSubstr("format.com E:"));
 }
 
+// Begins an installation without a person and waits until the program has ended.
+struct Unattended : Installer {
+  explicit Unattended(
+      std::vector<std::string> more, const char* without = "",
+      const std::function<void(Unattended&)>& arrange = [](Unattended&) {}) {
+    arrange(*this);
+    auto switches = kUnattended;
+    std::erase(switches, without);
+    switches.insert(switches.end(), more.begin(), more.end());
+    start(switches);
+    EXPECT_TRUE(runUntil([&] { return form.unloaded(); }));
+  }
+};
+
 TEST(Installation, UnattendedRunsWithoutAQuestionAndEndsTheProgram) {
-  Installer shop;
-  auto switches = kUnattended;
-  switches.push_back("/reboot");
-  shop.start(switches);
-  ASSERT_TRUE(shop.runUntil([&] { return shop.form.unloaded(); }));
+  Unattended shop({"/reboot"});
   EXPECT_TRUE(shop.dialogs.messages.empty());
   EXPECT_TRUE(shop.processes.ranLike("wimlib-imagex.exe apply \"D:\\images\\win10.wim\" 2 E:\\ "));
-  EXPECT_TRUE(shop.processes.ranLike("shutdown.exe -r"));
-  EXPECT_TRUE(shop.processes.ranLike("format.com"));
-}
+  EXPECT_TRUE(shop.processes.ranLike("shutdown.exe -r") && shop.processes.ranLike("format.com"));
 
-TEST(Installation, UnattendedFormatsOnlyWhenTold) {
-  Installer shop;
-  shop.files.put("X:\\Pavoline\\Pavoline.ini", "[Option]\r\nNoFormatting=0\r\n");
-  auto switches = kUnattended;
-  std::erase(switches, "/formatinstpart");
-  shop.start(switches);
-  ASSERT_TRUE(shop.runUntil([&] { return shop.form.unloaded(); }));
-  EXPECT_FALSE(shop.processes.ranLike("format.com"));
-  EXPECT_TRUE(shop.files.exists("E:\\old.txt"));
+  Unattended told({}, "/formatinstpart", [](Unattended& w) {
+    w.files.put("X:\\Pavoline\\Pavoline.ini", "[Option]\r\nNoFormatting=0\r\n");
+  });
+  EXPECT_FALSE(told.processes.ranLike("format.com"));
+  EXPECT_TRUE(told.files.exists("E:\\old.txt"));
 }
 
 TEST(Installation, UnattendedWithOtherPartitionsOrNoSourceInstallsNothing) {
-  struct Case {
-    std::string switchWord, messagePart;
-  };
-  for (const Case& c : {Case{"/instpart:Q:", ""}, Case{"/bootpart:E:\\", ""},
-                        Case{"/source:D:\\images\\gone.wim", "gone.wim S11"}}) {
-    Installer shop;
-    auto switches = kUnattended;
-    switches.push_back(c.switchWord);
-    shop.start(switches);
-    ASSERT_TRUE(shop.runUntil([&] { return shop.form.unloaded(); })) << c.switchWord;
-    EXPECT_EQ(shop.dialogs.messages.size(), c.messagePart.empty() ? 0u : 1u) << c.switchWord;
-    EXPECT_EQ(shop.count(c.messagePart), c.messagePart.empty() ? 0 : 1);
+  using Case = std::tuple<std::string, std::vector<std::string>>;
+  for (const auto& [switchWord, heard] :
+       {Case{"/instpart:Q:", {}}, Case{"/bootpart:E:\\", {}},
+        Case{"/source:D:\\images\\gone.wim", {"d:\\images\\gone.wim S11|S12|16"}}}) {
+    Unattended shop({switchWord});
+    EXPECT_EQ(shop.heard(), heard) << switchWord;
     EXPECT_FALSE(shop.processes.ranLike("format.com") || shop.processes.ranLike(" apply "));
   }
 }
 
 TEST(Installation, AutoTakesWhateverTheListsPreselected) {
-  Installer shop;
-  auto switches = kUnattended;
-  switches.insert(switches.end(), {"/instpart:AUTO", "/bootpart:auto"});
-  switches[0] = "/source:E:\\win10.wim";
-  shop.files.put("E:\\win10.wim", "wim");
-  shop.start(switches);
-  ASSERT_TRUE(shop.runUntil([&] { return shop.form.unloaded(); }));
+  Unattended shop({"/instpart:AUTO", "/bootpart:auto", "/source:E:\\win10.wim"}, "",
+                  [](Unattended& w) { w.files.put("E:\\win10.wim", "wim"); });
   EXPECT_TRUE(shop.processes.ranLike("format.com D:")) << "the first install row";
 }
 
@@ -107,120 +102,82 @@ TEST(Installation, AFailedUnattendedApplyIsNotTriedAgain) {
 }
 
 TEST(Installation, OneStartAtATimeWhileAQuestionIsOpen) {
-  Installer shop;
-  shop.start();
-  shop.fillIn();
+  Filled shop;
   shop.dialogs.onMessage = [&](const auto&) {
     if (shop.dialogs.messages.size() < 5) shop.pressStart();
   };
   shop.pressStart();
   EXPECT_EQ(shop.count("S19"), 1);
 
-  Installer unattended;
-  auto switches = kUnattended;
-  std::erase(switches, "/slient");
-  unattended.dialogs.messageMs = 10000;  // the auto-start timer goes on meanwhile
-  unattended.start(switches);
-  ASSERT_TRUE(unattended.runUntil([&] { return unattended.form.unloaded(); }));
+  Unattended unattended({}, "/slient", [](Unattended& w) {
+    w.dialogs.messageMs = 10000;  // the auto-start timer goes on meanwhile
+  });
   EXPECT_EQ(unattended.count("S19"), 1);
 }
 
-TEST(Installation, WhatIsCheckedCannotBeChangedMeanwhile) {
-  Installer shop;
-  shop.start();
-  shop.fillIn();
-  bool lookedWhileListing = false;
+TEST(Installation, WhatIsCheckedCannotBeChangedMeanwhileAndCancelChangesNothing) {
+  Filled shop;
+  shop.form.check[kDoNotFormat].setValue(1);
+  bool looked = false;
   shop.processes.onStart("CxDir.exe", [&](testing::ToolRun& run) {
     run.print(500, shop.partitionLines);
     run.does(100, [&] {
-      lookedWhileListing = true;
-      for (const Control* input : std::initializer_list<const Control*>{
-               &shop.form.combo1, &shop.form.combo[kEditions], &shop.form.text[kInstallPartition],
-               &shop.form.check[kDoNotFormat], &shop.form.command1[kStart]}) {
-        EXPECT_FALSE(input->enabled());
-      }
+      looked = true;
+      const Form1& form = shop.form;
+      EXPECT_FALSE(form.combo1.enabled() || form.combo[kEditions].enabled());
+      EXPECT_FALSE(form.text[kInstallPartition].enabled() || form.check[kDoNotFormat].enabled());
+      EXPECT_FALSE(form.command1[kStart].enabled());
     });
   });
   shop.dialogs.answers = {2};
   shop.pressStart();
-  EXPECT_TRUE(lookedWhileListing);
-  EXPECT_TRUE(shop.idle() && shop.form.command1[kStart].enabled());
-}
-
-TEST(Installation, CancelAtTheQuestionChangesNothing) {
-  Installer shop;
-  shop.start();
-  shop.fillIn();
-  shop.form.check[kDoNotFormat].setValue(1);
-  shop.dialogs.answers = {2};
-  shop.pressStart();
   EXPECT_THAT(shop.dialogs.messages.back().text, HasSubstr("S17 E: "));
-  EXPECT_TRUE(shop.idle());
   EXPECT_FALSE(shop.processes.ranLike(" apply "));
+  EXPECT_TRUE(looked && shop.idle() && shop.form.command1[kStart].enabled());
 }
-
-struct RefusedCase {
-  const char* name;
-  void (*spoil)(Installer&);
-  const char* message;
-};
 
 TEST(Installation, RefusesWithOneMessageAndUnderInstallEndsTheProgram) {
-  const RefusedCase cases[] = {
-      {"running system", [](Installer& s) { s.form.text[kInstallPartition].setText("x:"); },
+  const auto installTo = [](const char* drive) {
+    return [drive](Installer& s) { s.form.text[kInstallPartition].setText(drive); };
+  };
+  const auto bootFrom = [](const char* drive) {
+    return [drive](Installer& s) { s.form.text[kBootPartition].setText(drive); };
+  };
+  using Spoil = std::function<void(Installer&)>;
+  const std::tuple<const char*, Spoil, const char*> cases[] = {
+      {"running system", installTo("x:"), "S113"},
+      {"no source either", [&](Installer& s) { s.form.combo1.setText(""), installTo("X:")(s); },
        "S113"},
       {"source gone", [](Installer& s) { s.files.drop("D:\\images\\win10.wim"); }, "win10.wim S11"},
       {"no edition", [](Installer& s) { s.form.combo[kEditions].clear(); }, "S13"},
-      {"boot gone", [](Installer& s) { s.form.text[kBootPartition].setText("Q:"); }, "S15 Q:"},
-      {"boot empty", [](Installer& s) { s.form.text[kBootPartition].setText(""); }, "S15"},
-      {"install empty", [](Installer& s) { s.form.text[kInstallPartition].setText(""); }, "S16"},
-      {"install gone", [](Installer& s) { s.form.text[kInstallPartition].setText("G:"); },
-       "S16 G:"},
-      {"both gone",
-       [](Installer& s) {
-         s.form.text[kBootPartition].setText("G:");
-         s.form.text[kInstallPartition].setText("G:");
-       },
-       "S16 G:"},
+      {"boot gone", bootFrom("Q:"), "S15 Q:"},
+      {"boot empty", bootFrom(""), "S15"},
+      {"install empty", installTo(""), "S16"},
+      {"install gone", installTo("G:"), "S16 G:"},
+      {"both gone", [&](Installer& s) { bootFrom("G:")(s), installTo("G:")(s); }, "S16 G:"},
       {"named in a label only",
        [](Installer& s) { s.partitionLines.erase(s.partitionLines.find("2:1")); }, "S16 E:"},
-      {"source on target", [](Installer& s) { s.form.text[kInstallPartition].setText("D:"); },
-       "S73 D:"},
-  };
-  for (const RefusedCase& c : cases) {
+      {"source on target", installTo("D:"), "S73 D:"}};
+  for (const auto& [name, spoil, message] : cases) {
     for (const bool install : {false, true}) {
-      Installer shop;
-      Session& session = shop.start();
-      shop.fillIn();
+      Filled shop;
+      Session& session = shop.program->session();
       session.commandLine.install = install;
       session.autoStarted = true;
-      c.spoil(shop);
+      spoil(shop);
       shop.pressStart();
-      ASSERT_EQ(shop.dialogs.messages.size(), 1u) << c.name;
-      EXPECT_THAT(shop.dialogs.messages[0].text, HasSubstr(c.message)) << c.name;
-      EXPECT_EQ(shop.dialogs.messages[0].flags, 16) << c.name;
-      EXPECT_EQ(shop.form.unloaded(), install) << c.name;
+      EXPECT_THAT(shop.heard(), ElementsAre(AllOf(HasSubstr(message), HasSubstr("|16")))) << name;
+      EXPECT_EQ(shop.form.unloaded(), install) << name;
       EXPECT_FALSE(shop.processes.ranLike("format.com") || shop.processes.ranLike(" apply "));
     }
   }
 }
 
-TEST(Installation, TheRunningSystemIsRefusedBeforeAnythingElse) {
-  Installer shop;
-  shop.start();
-  shop.form.text[kInstallPartition].setText("X:");
-  shop.pressStart();
-  ASSERT_EQ(shop.dialogs.messages.size(), 1u);
-  EXPECT_EQ(shop.dialogs.messages[0].text, "S113");
-}
-
 TEST(Closing, AsksDuringAnInstallationAndEndsTheToolsInOrder) {
-  Installer shop;
-  Session& session = shop.start();
-  shop.fillIn();
+  Filled shop;
   shop.pressStart();
   shop.run(8000);
-  session.mountedIsoDrive = "F:";
+  shop.program->session().mountedIsoDrive = "F:";
   for (const char* tool : {"DISM.EXE", "Ghost.exe"}) shop.processes.alreadyRunning(tool);
 
   shop.dialogs.answers = {2};
@@ -229,28 +186,15 @@ TEST(Closing, AsksDuringAnInstallationAndEndsTheToolsInOrder) {
   EXPECT_EQ(shop.dialogs.messages.back().flags, 17);
 
   EXPECT_TRUE(shop.form.close());
-  EXPECT_THAT(shop.processes.killed,
-              ::testing::ElementsAre("wimlib-imagex.exe", "Ghost.exe", "DISM.EXE"));
+  EXPECT_THAT(shop.processes.killed, ElementsAre("wimlib-imagex.exe", "Ghost.exe", "DISM.EXE"));
   EXPECT_TRUE(shop.processes.ranLike("imdisk.exe -D -m F:"));
   shop.run(60000);
   EXPECT_FALSE(shop.processes.ranLike("bcdboot")) << "nothing goes on after the end";
 }
 
-TEST(Closing, InTheMiddleOfTheFormatDoesNotApply) {
-  Installer shop;
-  shop.start();
-  shop.fillIn();
-  shop.time.after(300, [&] { shop.form.close(); });
-  shop.pressStart();
-  shop.run(60000);
-  EXPECT_TRUE(shop.processes.ranLike("format.com"));
-  EXPECT_FALSE(shop.processes.ranLike(" apply "));
-}
-
 TEST(Startup, EndsAtOnceWithoutTheImageTool) {
   Installer shop;
   shop.files.drop("X:\\Pavoline\\Bin\\wimlib-imagex");
-  shop.environment.commandLine = {"X:\\Pavoline\\Pavoline.exe"};
   Program program(shop.platform, shop.form);
   EXPECT_FALSE(program.load());
   EXPECT_EQ(shop.count("S20"), 1);
@@ -281,5 +225,4 @@ TEST(Startup, GivesNewSystemsTheFolderAndTheLibraryTheyLack) {
   }
 }
 
-}  // namespace
 }  // namespace pavoline

@@ -1,5 +1,7 @@
 #include "app/installer.h"
 
+#include <algorithm>
+
 #include "platform/text.h"
 
 namespace pavoline::testing {
@@ -17,19 +19,19 @@ std::string Image(int index, const std::string& name) {
 
 // What the imaging program prints while it applies an image of 2,000 files or more.
 void Apply(ToolRun& run, FakeFiles& files, int ms, bool dies) {
-  const auto percent = [&](int at, const std::string& what, int p) {
-    run.print(at,
-              "\r" + what + ": " + std::to_string(p) + " of 100 (" + std::to_string(p) + "%) done");
+  const auto phase = [&](const std::string& name, int from, int to, int last = 100) {
+    run.print(from, "\r\n");
+    for (int p = 0; p <= last; p += 5) {
+      const std::string percent = std::to_string(p);
+      run.print(from + (to - from) * p / 100,
+                "\r" + name + ": " + percent + " of 100 (" + percent + "%) done");
+    }
   };
-  for (int p = 0; p <= 100; p += 25) percent(p * 20, "Creating files", p);
-  run.print(2000, "\r\n");
-  const int last = dies ? 50 : 100;
-  for (int p = 0; p <= last; ++p) percent(2000 + p * ms / 100, "Extracting file data", p);
-  const int end = 2000 + last * ms / 100;
-  run.endsAt(end);
+  const int end = 2000 + ms;
+  phase("Creating files", 0, 2000);
+  phase("Extracting file data", 2000, end, dies ? 50 : 100);
   if (dies) return;
-  run.print(end, "\r\n");
-  for (int p = 0; p <= 100; p += 20) percent(end + p * 10, "Applying metadata to files", p);
+  phase("Applying metadata to files", end, end + 1000);
   run.print(end + 1000, "\r\nDone applying WIM image.\r\n");
   run.does(end + 1000, [&files] {
     files.version("E:\\Windows\\System32\\kernel32.dll", "10.0.19045.1");
@@ -52,13 +54,9 @@ Installer::Installer() {
     lang += "String(" + std::to_string(n) + ")=" + session.texts.strings[n] + "\r\n";
   }
   files.put("X:\\Pavoline\\Lang\\1033.lng", lang);
-  files.put("X:\\Pavoline\\Bin\\CxDir\\x64\\CxDir.exe");
-  files.put("X:\\Pavoline\\Bin\\Boot\\x64\\bcdboot.exe");
-  files.put("X:\\Pavoline\\Bin\\Boot\\x64\\bootsect.exe");
-  tools();
-}
-
-void Installer::tools() {
+  for (const char* tool : {"CxDir\\x64\\CxDir", "Boot\\x64\\bcdboot", "Boot\\x64\\bootsect"}) {
+    files.put("X:\\Pavoline\\Bin\\" + std::string(tool) + ".exe");
+  }
   processes.onStart("CxDir.exe", [this](ToolRun& run) { run.print(5, partitionLines); });
   processes.onStart("info --xml", [this](ToolRun& run) {
     run.print(50,
@@ -78,17 +76,16 @@ Session& Installer::start(std::vector<std::string> switches) {
   return program->session();
 }
 
-void Installer::fillIn(const std::string& source) {
-  form.combo1.setText(source);
+void Installer::fillIn() {
+  form.combo1.setText(kWim);
   form.combo[kEditions].select(1);
   form.text[kBootPartition].setText("S:");
   form.text[kInstallPartition].setText("E:");
 }
 
-int Installer::count(const std::string& partOfMessage) const {
-  int n = 0;
-  for (const auto& shown : dialogs.messages) n += Contains(shown.text, partOfMessage) ? 1 : 0;
-  return n;
+long Installer::count(const std::string& partOfMessage) const {
+  return std::ranges::count_if(
+      heard(), [&](const std::string& message) { return Contains(message, partOfMessage); });
 }
 
 }  // namespace pavoline::testing

@@ -18,20 +18,17 @@ struct Installer : Workshop {
   Session& start(std::vector<std::string> switches = {});
 
   // Fills the window as a person would: source, second edition, partitions S: and E:.
-  void fillIn(const std::string& source = "D:\\images\\win10.wim");
+  void fillIn();
   void pressStart() { form.command1[kStart].press(); }
 
   bool idle() const { return !form.busy && form.combo1.enabled(); }
-  int count(const std::string& partOfMessage) const;
+  long count(const std::string& partOfMessage) const;
   std::string journal() { return files.text("C:\\Windows\\temp\\Pavoline.log"); }
 
   std::unique_ptr<Program> program;
   int extractionMs = 20000;    // how long the apply takes
   bool toolDies = false;       // the imaging program vanishes at half of the extraction
   std::string partitionLines;  // what the partition lister prints
-
- private:
-  void tools();
 };
 
 }  // namespace pavoline::testing

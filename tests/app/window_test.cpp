@@ -6,50 +6,40 @@
 #include "app/installer.h"
 
 namespace pavoline {
-namespace {
 
 using testing::Installer;
 
 TEST(HotKeys, F2TogglesTheWidthAndTheOptions) {
   Installer shop;
   shop.start();
-  ASSERT_TRUE(shop.form.onKeyDown(kKeyF2, 0));
-  EXPECT_EQ(shop.form.width(), kNarrowWidth);
-  EXPECT_EQ(shop.form.status.text(), "S0");
-  EXPECT_FALSE(shop.form.frame[kOptionsFrame].visible());
-  shop.form.onKeyDown(kKeyF2, 0);
-  EXPECT_EQ(shop.form.width(), kWideWidth);
-  EXPECT_EQ(shop.form.status.text(), "S1");
-  EXPECT_TRUE(shop.form.frame[kOptionsFrame].visible());
+  for (const bool wide : {false, true}) {
+    ASSERT_TRUE(shop.form.onKeyDown(kKeyF2, 0));
+    EXPECT_EQ(shop.form.width(), wide ? kWideWidth : kNarrowWidth);
+    EXPECT_EQ(shop.form.status.text(), wide ? "S1" : "S0");
+    EXPECT_EQ(shop.form.frame[kOptionsFrame].visible(), wide);
+  }
 }
 
 TEST(HotKeys, StartToolsThatAreThereAndOnlyWhileIdle) {
-  struct Case {
-    int key;
-    const char* path;
-    bool closes;
-  };
-  for (const Case& c :
-       {Case{'B', "X:\\Pavoline\\Brantor.exe", true}, Case{'R', "X:\\Quillet\\Quillet.exe", true},
-        Case{'D', "X:\\DiskGenius\\DiskGenius.exe", false},
-        Case{'G', "X:\\Pavoline\\Bin\\Ghost\\x64\\ghost.exe", true}}) {
-    Installer missing;
-    missing.start();
-    missing.form.onKeyDown(c.key, kControlKey);
-    EXPECT_FALSE(missing.form.unloaded()) << c.path;
-
+  for (const auto& [key, path, closes] :
+       {std::tuple{'B', "X:\\Pavoline\\Brantor.exe", true},
+        {'R', "X:\\Quillet\\Quillet.exe", true},
+        {'D', "X:\\DiskGenius\\DiskGenius.exe", false},
+        {'G', "X:\\Pavoline\\Bin\\Ghost\\x64\\ghost.exe", true}}) {
     Installer shop;
     shop.files.shortNames = false;  // started by its short path
-    shop.files.put(c.path);
     shop.start();
-    shop.form.onKeyDown(c.key, kShiftNone);
+    shop.form.onKeyDown(key, kControlKey);
+    EXPECT_FALSE(shop.form.unloaded()) << path;  // it is not there
+    shop.files.put(path);
+    shop.form.onKeyDown(key, kShiftNone);
     shop.form.busy = true;
-    shop.form.onKeyDown(c.key, kControlKey);
-    EXPECT_FALSE(shop.processes.ranLike(c.path)) << c.path;
+    shop.form.onKeyDown(key, kControlKey);
+    EXPECT_FALSE(shop.processes.ranLike(path)) << path;
     shop.form.busy = false;
-    shop.form.onKeyDown(c.key, kControlKey);
-    EXPECT_TRUE(shop.processes.ranLike(c.path)) << c.path;
-    EXPECT_EQ(shop.form.unloaded(), c.closes) << c.path;
+    shop.form.onKeyDown(key, kControlKey);
+    EXPECT_TRUE(shop.processes.ranLike(path)) << path;
+    EXPECT_EQ(shop.form.unloaded(), closes) << path;
   }
 }
 
@@ -93,11 +83,10 @@ TEST(Rows, RefuseAnswerFilesInOtherEncodings) {
 TEST(Chooser, IsRefusedUntilThePartitionsAreKnown) {
   Installer shop;
   shop.start();
-  shop.form.setTag("0");
-  shop.form.command1[kChooseBoot].press();
-  EXPECT_EQ(shop.count("S45"), 1);
-  shop.form.setTag("1");
-  shop.form.command1[kChooseBoot].press();
+  for (const char* known : {"0", "1"}) {
+    shop.form.setTag(known);
+    shop.form.command1[kChooseBoot].press();
+  }
   EXPECT_EQ(shop.count("S45"), 1);
   EXPECT_EQ(shop.dialogs.shownForms.size(), 1u);
 }
@@ -122,5 +111,4 @@ TEST(Search, RunsOnTheButtonAndStopsOnTheSecondPress) {
   EXPECT_LT(shop.program->session().search.found.size(), 2u);
 }
 
-}  // namespace
 }  // namespace pavoline

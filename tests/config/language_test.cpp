@@ -5,7 +5,6 @@
 #include "support/workshop.h"
 
 namespace pavoline {
-namespace {
 
 using testing::Workshop;
 
@@ -18,21 +17,17 @@ void Ship(Workshop& shop, const std::string& locale, const std::string& text = "
 }
 
 TEST(Language, FallsBackFromRelatedLocalesToEnglish) {
-  struct Case {
-    unsigned locale;
-    std::string shipped, used;
-    unsigned threadLocale;
-  };
-  for (const Case& c : {Case{1031, "1031", "1031", 1031}, Case{3079, "1031", "1031", 1031},
-                        Case{3079, "3079", "3079", 3079}, Case{4100, "2052", "2052", 2052},
-                        Case{5124, "1028", "1028", 1028}, Case{1041, "1033", "1033", 1033},
-                        Case{3079, "1033", "1033", 1033}}) {
+  using Case = std::tuple<unsigned, std::string, unsigned>;
+  for (const auto& [locale, shipped, threadLocale] :
+       {Case{1031, "1031", 1031}, Case{3079, "1031", 1031}, Case{3079, "3079", 3079},
+        Case{4100, "2052", 2052}, Case{5124, "1028", 1028}, Case{1041, "1033", 1033},
+        Case{3079, "1033", 1033}}) {
     Workshop shop;
-    shop.environment.thread = c.locale;
-    Ship(shop, c.shipped);
+    shop.environment.thread = locale;
+    Ship(shop, shipped);
     LoadLanguage(shop.session);
-    EXPECT_EQ(shop.form.command1[kStart].text(), "go " + c.used) << c.locale;
-    EXPECT_EQ(shop.environment.thread, c.threadLocale) << c.locale;
+    EXPECT_EQ(shop.form.command1[kStart].text(), "go " + shipped) << locale;
+    EXPECT_EQ(shop.environment.thread, threadLocale) << locale;
   }
 }
 
@@ -81,5 +76,4 @@ TEST(Language, LeavesTheOldFileWhenTheNewOneCannotBeWritten) {
   EXPECT_EQ(shop.files.below("X:\\Pavoline\\Lang").size(), 1u) << "no draft is left";
 }
 
-}  // namespace
 }  // namespace pavoline

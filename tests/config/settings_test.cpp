@@ -4,7 +4,6 @@
 #include "support/workshop.h"
 
 namespace pavoline {
-namespace {
 
 using testing::Workshop;
 
@@ -29,20 +28,15 @@ TEST(Settings, GiveTheDefaultsWithoutAFile) {
 }
 
 TEST(Settings, ReadFlagsByTheirExactValues) {
-  struct Case {
-    const char* key;
-    const char* value;
-    CheckIndex box;
-    bool ticked;
-  };
-  for (const Case& c :
-       {Case{"BootRepair", "0", kRepairBoot, false}, Case{"BootRepair", "yes", kRepairBoot, false},
-        Case{"BootRepair", "", kRepairBoot, true}, Case{"AutoRestart", "2", kRestart, false},
-        Case{"NoFormatting", "1", kDoNotFormat, true},
-        Case{"NoFormatting", "yes", kDoNotFormat, false}}) {
+  for (const auto& [line, box, ticked] : {std::tuple{"BootRepair=0", kRepairBoot, false},
+                                          {"BootRepair=yes", kRepairBoot, false},
+                                          {"BootRepair=", kRepairBoot, true},
+                                          {"AutoRestart=2", kRestart, false},
+                                          {"NoFormatting=1", kDoNotFormat, true},
+                                          {"NoFormatting=yes", kDoNotFormat, false}}) {
     Workshop shop;
-    LoadWith(shop, std::string(c.key) + "=" + c.value + "\r\n");
-    EXPECT_EQ(shop.form.check[c.box].ticked(), c.ticked) << c.key << "=" << c.value;
+    LoadWith(shop, std::string(line) + "\r\n");
+    EXPECT_EQ(shop.form.check[box].ticked(), ticked) << line;
   }
   for (const auto& [value, on] : {std::pair{"0", false}, {"no", true}, {"1", true}}) {
     Workshop shop;
@@ -103,5 +97,4 @@ TEST(Settings, SaveWhatTheUserChangedAndNothingElse) {
   EXPECT_EQ(again.session.options.searchLevel, 3) << "an administrator's setting";
 }
 
-}  // namespace
 }  // namespace pavoline

@@ -6,10 +6,8 @@
 #include "platform/text.h"
 
 namespace pavoline::testing {
-namespace {
 
-using ::testing::HasSubstr;
-using ::testing::Optional;
+using namespace ::testing;
 
 class ProcessContract : public Contract {
  protected:
@@ -36,27 +34,19 @@ class ProcessContract : public Contract {
 };
 
 TEST_F(ProcessContract, AProgramRunsUntilItHasDoneItsWork) {
-  const auto program = startWriter(600);
-  ASSERT_TRUE(program);
-  EXPECT_TRUE(program->running());
-  EXPECT_EQ(writers().size(), 1u);
-  waitFor(*program);
-  EXPECT_FALSE(program->running());
-  EXPECT_THAT(files_.read(file_), Optional(std::string("beginend")));
-  EXPECT_TRUE(writers().empty());
-  program->waitHandlingEvents();  // returns at once
-}
-
-TEST_F(ProcessContract, AFileIsReadWhileAProgramStillWritesIt) {
   const auto program = startWriter(1500);
   ASSERT_TRUE(program);
-  std::string seen;
+  EXPECT_EQ(writers().size(), 1u);
+  std::string seen;  // the file is read while it is written
   while (program->running() && seen.empty()) {
     platform_.processes.handleEvents();
     seen = files_.read(file_).value_or("");
   }
   EXPECT_EQ(seen, "begin");
   waitFor(*program);
+  EXPECT_THAT(files_.read(file_), Optional(std::string("beginend")));
+  EXPECT_TRUE(writers().empty());
+  program->waitHandlingEvents();  // returns at once
 }
 
 TEST_F(ProcessContract, AProgramLetGoRunsOn) {
@@ -77,19 +67,11 @@ TEST_F(ProcessContract, ATerminatedProgramIsGone) {
   platform_.processes.terminate(0xFFFFFFF0);  // nobody's: ignored
 }
 
-TEST_F(ProcessContract, ABatchFileIsStartedByItsPath) {
-  files_.write(path("t.bat"), "@echo off\r\necho 100%% of %windir%>" + path("t.log") + "\r\n");
-  const auto program = platform_.processes.start(path("t.bat"), ShowMode::kHidden);
-  ASSERT_TRUE(program);
-  waitFor(*program);
-  EXPECT_THAT(files_.read(path("t.log")),
-              Optional("100% of " + platform_.environment.variable("windir") + "\r\n"));
-}
-
 TEST_F(ProcessContract, ABatchFileGoesOnWithItsNextLineWhenAProgramIsTerminated) {
-  files_.write(path("t.bat"), "@echo off\r\n" + platform_.environment.variable("ComSpec") +
-                                  " /c exit\r\n" + machine_->writer(file_, 1500) +
-                                  "\r\necho next>" + path("t.log") + "\r\n");
+  const auto variable = [&](const char* name) { return platform_.environment.variable(name); };
+  files_.write(path("t.bat"), "@echo off\r\n" + variable("ComSpec") + " /c exit\r\n" +
+                                  machine_->writer(file_, 1500) + "\r\necho 100%% of %windir%>" +
+                                  path("t.log") + "\r\n");
   const auto program = platform_.processes.start(path("t.bat"), ShowMode::kHidden);
   ASSERT_TRUE(program);
   while (program->running() && writers().empty()) platform_.processes.handleEvents();
@@ -98,7 +80,7 @@ TEST_F(ProcessContract, ABatchFileGoesOnWithItsNextLineWhenAProgramIsTerminated)
   platform_.processes.terminate(writers()[0].id);
   waitFor(*program);
   EXPECT_TRUE(writers().empty());
-  EXPECT_THAT(files_.read(path("t.log")), Optional(std::string("next\r\n")));
+  EXPECT_THAT(files_.read(path("t.log")), Optional("100% of " + variable("windir") + "\r\n"));
   waitFor(*platform_.processes.start(machine_->writer(path("later"), 2000), ShowMode::kHidden));
   EXPECT_NE(files_.read(file_), "beginend");  // what it had left to do was not done
 }
@@ -112,39 +94,24 @@ TEST_F(ProcessContract, WhatCannotBeStartedIsNull) {
   }
 }
 
-TEST_F(ProcessContract, RedirectionIsSwitchedOffAndBack) {
-  const auto old = platform_.processes.disableRedirection();
-  if (old != 0) platform_.processes.revertRedirection(old);
-  EXPECT_TRUE(files_.isFolder(platform_.environment.variable("windir") + "\\System32"));
-}
-
 using EnvironmentContract = Contract;
-
-TEST_F(EnvironmentContract, VariablesAreFoundByNameInAnyCase) {
-  Environment& environment = platform_.environment;
-  EXPECT_TRUE(files_.isFolder(environment.variable("windir")));
-  EXPECT_EQ(environment.variable("WinDir"), environment.variable("windir"));
-  EXPECT_THAT(LowerAscii(environment.variable("ComSpec")), HasSubstr("cmd.exe"));
-  EXPECT_EQ(environment.variable("NoSuchVariableAtAll"), "");
-}
 
 TEST_F(EnvironmentContract, TheProgramKnowsItselfAndItsLocale) {
   Environment& environment = platform_.environment;
+  EXPECT_EQ(environment.variable("WinDir"), environment.variable("windir"));
+  EXPECT_TRUE(files_.isFolder(environment.variable("windir") + "\\System32"));
+  EXPECT_EQ(environment.variable("NoSuchVariableAtAll"), "");
   ASSERT_FALSE(environment.arguments().empty());
   EXPECT_TRUE(files_.isFolder(environment.programFolder()));
   EXPECT_NE(environment.programFolder().back(), '\\');
   environment.setThreadLocale(1031);
   EXPECT_EQ(environment.threadLocale(), 1031u);
   EXPECT_NE(environment.systemLocale(), 0u);
-  EXPECT_FALSE(environment.fontExists("No Such Font At All"));
-  EXPECT_FALSE(environment.fontExists(""));
+  EXPECT_FALSE(environment.fontExists("No Such Font At All") || environment.fontExists(""));
   EXPECT_GE(environment.now().year, 2024);
-}
-
-TEST_F(EnvironmentContract, RandomNumbersStayInTheirRange) {
-  platform_.environment.reseedRandom();
+  environment.reseedRandom();
   for (int i = 0; i < 100; ++i) {
-    const double number = platform_.environment.random();
+    const double number = environment.random();
     EXPECT_TRUE(number >= 0 && number < 1) << number;
   }
 }
@@ -158,20 +125,7 @@ TEST_F(DrivesContract, ALetterTellsItsVolume) {
   EXPECT_EQ(drives.type(LowerAscii(system)), kDriveFixed);
   EXPECT_GT(drives.freeBytes(system).value_or(0), 0u);
   EXPECT_EQ(drives.type("Q:"), kDriveNoRoot);
-  EXPECT_EQ(drives.freeBytes("Q:"), std::nullopt);
-  EXPECT_EQ(drives.position("Q:").has_value(), false);
+  EXPECT_FALSE(drives.freeBytes("Q:") || drives.position("Q:"));
 }
 
-using WindowsContract = Contract;
-
-TEST_F(WindowsContract, AWindowThatIsNotThereIsNone) {
-  ForeignWindows& windows = platform_.windows;
-  EXPECT_EQ(windows.findByClass("NoSuchClassAtAll"), 0u);
-  EXPECT_EQ(windows.findByTitle("No such title at all"), 0u);
-  EXPECT_EQ(windows.title(0), "");
-  windows.hide(0);
-  windows.minimize(0);
-}
-
-}  // namespace
 }  // namespace pavoline::testing

@@ -3,10 +3,8 @@
 #include "contract/contract_test.h"
 
 namespace pavoline::testing {
-namespace {
 
-using ::testing::HasSubstr;
-using ::testing::Optional;
+using namespace ::testing;
 
 class ProfileContract : public Contract {
  protected:
@@ -28,8 +26,7 @@ TEST_F(ProfileContract, ValuesAreFoundByNameWithoutBlanksAndQuotes) {
                "[Option]\r\nLate=again\r\n");
   const std::pair<const char*, const char*> cases[] = {
       {"A", "first"}, {"b", "blanks inside"}, {"Quoted", "x"},  {"Half", "\"x"}, {"Single", "y"},
-      {"Empty", ""},  {"Two", "a=b"},         {"AFTER", "gap"}, {"C", ""},       {"None", ""},
-  };
+      {"Empty", ""},  {"Two", "a=b"},         {"AFTER", "gap"}, {"C", ""},       {"None", ""}};
   for (const auto& [key, expected] : cases) EXPECT_EQ(value(key), expected) << key;
   EXPECT_EQ(platform_.profile.read(ini_, "Missing", "A", 128), "");
   EXPECT_EQ(platform_.profile.read(path("missing.ini"), "Option", "A", 128), "");
@@ -62,8 +59,7 @@ TEST_F(ProfileContract, AWriteKeepsAllElseAndReplacesInPlace) {
   EXPECT_TRUE(set("A", "1"));  // creates file and section
   EXPECT_EQ(value("A"), "1");
   files_.write(ini_, "; mine\r\n[Option]\r\nA=1\r\nB=2\r\n[Other]\r\nA=other\r\n");
-  EXPECT_TRUE(set("a", "new"));
-  EXPECT_TRUE(set("C", "x y"));
+  EXPECT_TRUE(set("a", "new") && set("C", "x y"));
   EXPECT_TRUE(platform_.profile.write(ini_, "Third", "A", "3"));
   const std::string text = files_.read(ini_).value_or("");
   EXPECT_THAT(text, HasSubstr("; mine\r\n[Option]\r\n"));
@@ -74,5 +70,4 @@ TEST_F(ProfileContract, AWriteKeepsAllElseAndReplacesInPlace) {
   EXPECT_FALSE(platform_.profile.write(path("no\\folder.ini"), "Option", "A", "1"));
 }
 
-}  // namespace
 }  // namespace pavoline::testing

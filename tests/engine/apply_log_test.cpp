@@ -10,7 +10,6 @@
 #include "platform/text.h"
 
 namespace pavoline {
-namespace {
 
 std::string Capture(const std::string& name) {
   std::ifstream in(PAVOLINE_SOURCE_DIR "/tests/engine/captures/" + name + ".log", std::ios::binary);
@@ -69,5 +68,4 @@ TEST(ApplyLog, SkipsAPercentThatIsNoneAndHoldsOneThatIsTooMuch) {
   }
 }
 
-}  // namespace
 }  // namespace pavoline

@@ -7,7 +7,6 @@
 #include "support/workshop.h"
 
 namespace pavoline::testing {
-namespace {
 
 using ::testing::ElementsAre;
 
@@ -31,9 +30,10 @@ TEST(CommandRunner, BatchRedirectsItsLastLineAndLeavesTheLogOnly) {
 TEST(CommandRunner, DiskpartRunsItsScriptInSight) {
   Workshop w;
   RunDiskpart(w.session, "list disk\r\nexit", "vhd");
-  EXPECT_EQ(w.processes.started.at(0).command,
+  const FakeProcesses::Started& run = w.processes.started.at(0);
+  EXPECT_EQ(run.command,
             "C:\\Windows\\System32\\cmd.exe /c \"diskpart.exe /S " + kTemp + "vhd.txt\"");
-  EXPECT_EQ(w.processes.started.at(0).mode, ShowMode::kNormal);
+  EXPECT_EQ(run.mode, ShowMode::kNormal);
   EXPECT_EQ(w.files.text(kTemp + "vhd.txt"), "list disk\r\nexit\r\n");
 }
 
@@ -99,5 +99,4 @@ TEST(MidBetween, TakesWhatStandsBetweenTheMarkers) {
   EXPECT_EQ(MidBetween("</a><a>1", "<a>", "</a>", true), "");
 }
 
-}  // namespace
 }  // namespace pavoline::testing

@@ -6,10 +6,8 @@
 #include "engine/engine_shop.h"
 
 namespace pavoline::testing {
-namespace {
 
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
+using namespace ::testing;
 
 const std::string kApply = "\"X:\\Pavoline\"\\Bin\\wimlib-imagex\\x64\\wimlib-imagex.exe apply ";
 const std::string kInto = " >C:\\Windows\\temp\\apply.xml\r\n";
@@ -19,8 +17,7 @@ TEST(WimSetup, FormatsWithTheLabelKeptAndStartsTheApply) {
   w.session.applyOptions = "--compact=lzx";
   w.time.after(100, [&] { EXPECT_EQ(w.form.status.text(), "S31 E:"); });
   WimSetup(w.session);
-  EXPECT_EQ(w.processes.started.at(0).command,
-            "C:\\Windows\\System32\\format.com E: /FS:NTFS /v:MyDisk /q /x /y");
+  EXPECT_EQ(w.commands().at(0), "C:\\Windows\\System32\\format.com E: /FS:NTFS /v:MyDisk /q /x /y");
   EXPECT_EQ(w.processes.started[0].mode, ShowMode::kHidden);
   EXPECT_THAT(w.taskbar.states, ElementsAre(TaskbarState::kIndeterminate, TaskbarState::kNone));
   EXPECT_EQ(w.processes.started.at(1).script,
@@ -60,10 +57,7 @@ TEST(WimSetup, WithoutFormatComNothingIsStarted) {
     w.session.commandLine.install = unattended;
     w.files.drop("C:\\Windows\\System32\\format.com");
     WimSetup(w.session);
-    ASSERT_EQ(w.dialogs.messages.size(), 1u);
-    EXPECT_EQ(w.dialogs.messages[0].text, "S32\nS33\nS34\nS35");
-    EXPECT_EQ(w.dialogs.messages[0].flags, 48);
-    EXPECT_EQ(w.dialogs.messages[0].title, "S22");
+    EXPECT_THAT(w.heard(), ElementsAre("S32\nS33\nS34\nS35|S22|48"));
     EXPECT_FALSE(w.form.busy || w.form.timer1.enabled());
     EXPECT_EQ(w.form.unloaded(), unattended);
     EXPECT_TRUE(w.processes.started.empty());
@@ -106,10 +100,7 @@ TEST(WimSetup, AFailedCopyEndsTheInstallation) {
   w.session.wimcopy = true;
   w.files.failNext(FileOperation::kCopy);
   WimSetup(w.session);
-  ASSERT_EQ(w.dialogs.messages.size(), 1u);
-  EXPECT_EQ(w.dialogs.messages[0].text, "Copy failed! ");
-  EXPECT_EQ(w.dialogs.messages[0].flags, 16);
-  EXPECT_EQ(w.dialogs.messages[0].title, "S8");
+  EXPECT_THAT(w.heard(), ElementsAre("Copy failed! |S8|16"));
   EXPECT_EQ(w.form.progressBar1.value(), 0);
   EXPECT_FALSE(w.form.busy || w.processes.ranLike("apply"));
 }
@@ -128,5 +119,4 @@ TEST(WimSetup, ClosingTheWindowEndsItAtOnce) {
   }
 }
 
-}  // namespace
 }  // namespace pavoline::testing

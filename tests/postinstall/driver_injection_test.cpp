@@ -6,7 +6,6 @@
 #include "postinstall/driver_log.h"
 
 namespace pavoline::testing {
-namespace {
 
 const std::string kScript = "C:\\Windows\\temp\\SetDrv.bat";
 const std::string kHead = "\r\nDeployment Image Servicing and Management tool\r\n\r\n";
@@ -18,26 +17,21 @@ const std::string kThird =
 const std::string kEnd = "The operation completed successfully.\r\n";
 
 TEST(DriverLog, TheLastWholeLineTells) {
-  struct Case {
-    std::string log;
-    DriverStep::Kind kind;
-    int done = 0, total = 0;
-  };
-  for (const Case& c : {
-           Case{"", DriverStep::kOverUnlessRunning},
-           Case{"\r\n", DriverStep::kOverUnlessRunning},
-           Case{kHead + kSearch, DriverStep::kSearching},
-           Case{"Searching for driver packages...", DriverStep::kOverUnlessRunning},
-           Case{kSearch + kFound, DriverStep::kOverUnlessRunning},
-           Case{kThird + "Installing 4 of 1", DriverStep::kInstalling, 3, 12},
-           Case{"Installing 3 of many - a b: c d\r\n", DriverStep::kUnknown},
-           Case{"Installing 99999 of 12 - a b: c\r\n", DriverStep::kInstalling, 0, 12},
-           Case{kThird + kEnd, DriverStep::kOverUnlessRunning},
-       }) {
-    const DriverStep step = ParseDriverLog(c.log);
-    EXPECT_EQ(step.kind, c.kind) << c.log;
-    EXPECT_EQ(step.done, c.done) << c.log;
-    EXPECT_EQ(step.total, c.total) << c.log;
+  using Case = std::tuple<std::string, DriverStep::Kind, int, int>;
+  for (const auto& [log, kind, done, total] :
+       {Case{"", DriverStep::kOverUnlessRunning, 0, 0},
+        Case{"\r\n", DriverStep::kOverUnlessRunning, 0, 0},
+        Case{kHead + kSearch, DriverStep::kSearching, 0, 0},
+        Case{"Searching for driver packages...", DriverStep::kOverUnlessRunning, 0, 0},
+        Case{kSearch + kFound, DriverStep::kOverUnlessRunning, 0, 0},
+        Case{kThird + "Installing 4 of 1", DriverStep::kInstalling, 3, 12},
+        Case{"Installing 3 of many - a b: c d\r\n", DriverStep::kUnknown, 0, 0},
+        Case{"Installing 99999 of 12 - a b: c\r\n", DriverStep::kInstalling, 0, 12},
+        Case{kThird + kEnd, DriverStep::kOverUnlessRunning, 0, 0}}) {
+    const DriverStep step = ParseDriverLog(log);
+    EXPECT_EQ(step.kind, kind) << log;
+    EXPECT_EQ(step.done, done) << log;
+    EXPECT_EQ(step.total, total) << log;
   }
 }
 
@@ -90,5 +84,4 @@ TEST(DriverInjection, WithoutItsScriptOrDismTheInstallationGoesOn) {
   }
 }
 
-}  // namespace
 }  // namespace pavoline::testing

@@ -7,30 +7,27 @@
 #include "postinstall/setup_ok.h"
 
 namespace pavoline::testing {
-namespace {
 
 using Commands = std::vector<std::string>;
 
 TEST(SetupOK, GoesByTheVersionOfTheAppliedSystemAndTheTicks) {
-  struct Case {
-    const char *version, *sector;
-    bool ticked, answerFileAndDrivers;
-  };
-  for (const Case& c :
-       {Case{"10.0.19041.1", "/nt60", true, true}, Case{"10.0.19041.1", "/nt60", false, false},
-        Case{"6.0.6000.1", "/nt60", true, true}, Case{"5.2.3790.1", "/nt52", true, false},
-        Case{"", "/nt52", true, false}}) {
+  for (const auto& [version, sector, ticked, answerFileAndDrivers] :
+       {std::tuple{"10.0.19041.1", "/nt60", true, true},
+        {"10.0.19041.1", "/nt60", false, false},
+        {"6.0.6000.1", "/nt60", true, true},
+        {"5.2.3790.1", "/nt52", true, false},
+        {"", "/nt52", true, false}}) {
     EngineShop w;
-    w.applied(c.version);
+    w.applied(version);
     w.files.put("D:\\answer.xml", "\xEF\xBB\xBFtext");
     w.form.text[kAnswerFile].setText("D:\\answer.xml");
     w.form.text[kDriverFolder].setText("D:\\SOURCES");
-    for (int box : {kUseAnswerFile, kAddDrivers}) w.form.check[box].setValue(c.ticked);
+    for (int box : {kUseAnswerFile, kAddDrivers}) w.form.check[box].setValue(ticked);
     SetupOK(w.session);
-    EXPECT_TRUE(w.processes.ranLike(std::string("bootsect.exe ") + c.sector)) << c.version;
-    EXPECT_EQ(w.files.exists("E:\\Windows\\Panther\\unattend.xml"), c.answerFileAndDrivers);
-    EXPECT_EQ(w.processes.ranLike("dism.exe"), c.answerFileAndDrivers) << c.version;
-    EXPECT_EQ(w.said("S40"), !c.answerFileAndDrivers) << "drivers go on to the end themselves";
+    EXPECT_TRUE(w.processes.ranLike(std::string("bootsect.exe ") + sector)) << version;
+    EXPECT_EQ(w.files.exists("E:\\Windows\\Panther\\unattend.xml"), answerFileAndDrivers);
+    EXPECT_EQ(w.processes.ranLike("dism.exe"), answerFileAndDrivers) << version;
+    EXPECT_EQ(w.said("S40"), !answerFileAndDrivers) << "drivers go on to the end themselves";
   }
 }
 
@@ -44,8 +41,7 @@ TEST(CallPlugin, RunsWhatTheTextMeans) {
            {"MyTool", {"D:\\fix.exe /quiet E:"}},
            {"Bare", {"D:\\fix.exe"}},
            {"Gone", {}},
-           {"", {}},
-       }) {
+           {"", {}}}) {
     EngineShop w;
     for (const char* path : {"D:\\fix.exe", "D:\\%ip%.bat"}) w.files.put(path);
     w.session.plugins.add("MyTool", "D:\\fix.exe /quiet %ip%");
@@ -69,19 +65,14 @@ TEST(CallPlugin, AnnouncesOrRestarts) {
   struct Case {
     bool restart, silent, toolThere;
     int answer;
-    Commands ran;
-    std::string message;
-    int flags;
+    Commands ran, heard;
   };
-  for (const Case& c : {
-           Case{false, false, true, 1, {}, "S40", 64},
-           Case{false, true, true, 1, {}, "", 0},
-           Case{true, false, false, 1, {}, "S41", 64},
-           Case{true, true, false, 1, {}, "", 0},
-           Case{true, false, true, 1, {go}, "S40\nS42", 49},
-           Case{true, false, true, 2, {go, stop}, "S40\nS42", 49},
-           Case{true, true, true, 2, {go}, "", 0},
-       }) {
+  for (const Case& c :
+       {Case{false, false, true, 1, {}, {"S40|S8|64"}}, Case{false, true, true, 1, {}, {}},
+        Case{true, false, false, 1, {}, {"S41|S8|64"}}, Case{true, true, false, 1, {}, {}},
+        Case{true, false, true, 1, {go}, {"S40\nS42|S8|49"}},
+        Case{true, false, true, 2, {go, stop}, {"S40\nS42|S8|49"}},
+        Case{true, true, true, 2, {go}, {}}}) {
     EngineShop w;
     w.form.check[kRestart].setValue(c.restart);
     w.session.commandLine.silent = c.silent;
@@ -90,12 +81,7 @@ TEST(CallPlugin, AnnouncesOrRestarts) {
     w.dialogs.answers = {c.answer};
     CallPlugin(w.session);
     EXPECT_EQ(w.commands(), c.ran);
-    ASSERT_EQ(w.dialogs.messages.size(), c.silent ? 0u : 1u);
-    if (!c.silent) {
-      EXPECT_EQ(w.dialogs.messages[0].text, c.message);
-      EXPECT_EQ(w.dialogs.messages[0].flags, c.flags);
-      EXPECT_EQ(w.dialogs.messages[0].title, "S8");
-    }
+    EXPECT_EQ(w.heard(), c.heard);
     EXPECT_FALSE(w.form.busy);
     EXPECT_EQ(w.form.unloaded(), c.silent);
   }
@@ -112,5 +98,4 @@ TEST(CallPlugin, ClosingDuringThePluginRestartsNothing) {
   EXPECT_TRUE(w.dialogs.messages.empty());
 }
 
-}  // namespace
 }  // namespace pavoline::testing

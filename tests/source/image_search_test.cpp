@@ -5,7 +5,6 @@
 #include "source_shop.h"
 
 namespace pavoline::testing {
-namespace {
 
 using Paths = std::vector<std::string>;
 
@@ -16,8 +15,8 @@ struct ImageSearch : ::testing::Test, SourceShop {
     session.partitions = {{"1:2\tD:\t9GB"}, {"2:1\tE:\t9GB"}, {"2:2\t\t9GB"}};
     drives.add("G:", kDriveCdRom);
   }
-  void image(const std::string& path, std::uint64_t bytes = kLimit + 1) {
-    files.sized(path, bytes);
+  void images(const std::vector<std::string>& paths, std::uint64_t bytes = kLimit + 1) {
+    for (const std::string& path : paths) files.sized(path, bytes);
   }
   const Paths& search(const std::string& plugins = "") {
     form.combo1.clear();
@@ -27,12 +26,9 @@ struct ImageSearch : ::testing::Test, SourceShop {
 };
 
 TEST_F(ImageSearch, LooksIntoTheNamedFoldersOfAllDrives) {
-  for (const char* path :
-       {"D:\\iso\\b.wim", "D:\\iso\\a.iso", "D:\\iso\\sub\\c.wim", "D:\\d.wim", "E:\\ISO\\e.ESD",
-        "E:\\wim\\f.gho", "E:\\other\\g.wim", "G:\\iso\\h.iso"}) {
-    image(path);
-  }
-  image("X:\\iso\\current.wim");  // a partition without letter is not the current drive
+  images({"D:\\iso\\b.wim", "D:\\iso\\a.iso", "D:\\iso\\sub\\c.wim", "D:\\d.wim", "E:\\ISO\\e.ESD",
+          "E:\\wim\\f.gho", "E:\\other\\g.wim", "G:\\iso\\h.iso"});
+  images({"X:\\iso\\current.wim"});  // a partition without letter is not the current drive
   EXPECT_EQ(search(), (Paths{"E:\\wim\\f.gho", "E:\\iso\\e.ESD", "D:\\iso\\b.wim", "D:\\iso\\a.iso",
                              "G:\\iso\\h.iso"}));
   EXPECT_EQ(session.search.found.size(), 5u);
@@ -47,12 +43,10 @@ TEST_F(ImageSearch, LooksIntoTheNamedFoldersOfAllDrives) {
 
 TEST_F(ImageSearch, TakesLargeFilesOnly) {
   session.options.searchDir = "iso";
-  image("D:\\iso\\exact.wim", kLimit);
-  image("D:\\iso\\BOOT.WIM", 5 * kLimit);
-  image("D:\\iso\\large.wim", 20 * kLimit);
-  image("D:\\iso\\readme.txt");
+  images({"D:\\iso\\exact.wim"}, kLimit);
+  images({"D:\\iso\\BOOT.WIM", "D:\\iso\\large.wim"}, 20 * kLimit);
+  images({"D:\\iso\\readme.txt", "D:\\iso\\hidden.wim"});
   files.folder("D:\\iso\\folder.wim");
-  image("D:\\iso\\hidden.wim");
   files.attributes("D:\\iso\\hidden.wim", 2 + 32);
   EXPECT_EQ(search(), (Paths{"D:\\iso\\hidden.wim", "D:\\iso\\large.wim"}));
   // What is listed stays, and a second search lists it again.
@@ -61,12 +55,9 @@ TEST_F(ImageSearch, TakesLargeFilesOnly) {
 }
 
 TEST_F(ImageSearch, GoesDownToTheLevelAskedFor) {
-  for (const char* path :
-       {"D:\\0.wim", "D:\\a\\1.wim", "D:\\a\\b\\2.wim", "D:\\a\\b\\c\\3.wim",
-        "D:\\a\\b\\c\\d\\4.wim", "D:\\Windows\\w.wim", "D:\\a\\Program Files (x86)\\w.wim",
-        "D:\\a\\b\\USERS\\w.wim", "E:\\e.wim", "G:\\x\\g.iso"}) {
-    image(path);
-  }
+  images({"D:\\0.wim", "D:\\a\\1.wim", "D:\\a\\b\\2.wim", "D:\\a\\b\\c\\3.wim",
+          "D:\\a\\b\\c\\d\\4.wim", "D:\\Windows\\w.wim", "D:\\a\\Program Files (x86)\\w.wim",
+          "D:\\a\\b\\USERS\\w.wim", "E:\\e.wim", "G:\\x\\g.iso"});
   session.options.searchType = 1;
   const Paths levels[] = {{"E:\\e.wim", "D:\\0.wim"},
                           {"D:\\a\\1.wim", "G:\\x\\g.iso"},
@@ -81,9 +72,7 @@ TEST_F(ImageSearch, GoesDownToTheLevelAskedFor) {
 }
 
 TEST_F(ImageSearch, InAMountedDriveTheFirstImageBecomesTheSource) {
-  for (const char* path : {"F:\\root.iso", "F:\\a\\1.esd", "F:\\a\\2.wim", "F:\\a\\b\\c\\3.wim"}) {
-    image(path);
-  }
+  images({"F:\\root.iso", "F:\\a\\1.esd", "F:\\a\\2.wim", "F:\\a\\b\\c\\3.wim"});
   session.options.searchLevel = 0;
   SearchImages(session, SearchMode::kMounted, "F:");
   EXPECT_EQ(source(), "F:\\a\\1.esd");
@@ -94,15 +83,14 @@ TEST_F(ImageSearch, InAMountedDriveTheFirstImageBecomesTheSource) {
 }
 
 TEST_F(ImageSearch, AMountedDriveWithoutImageLeavesTheOuterSearchAsItWas) {
-  image("D:\\iso\\1.wim");
-  image("D:\\iso\\2.wim");
+  images({"D:\\iso\\1.wim", "D:\\iso\\2.wim"});
   time.after(0, [this] { SearchImages(session, SearchMode::kMounted, "C:"); });
   EXPECT_EQ(search().size(), 2u);
   EXPECT_EQ(source(), "");
 }
 
 TEST_F(ImageSearch, CanBeStoppedAndPickedFromWhileItRuns) {
-  for (int i = 0; i < 9; ++i) image("D:\\iso\\" + std::to_string(i) + ".wim");
+  for (int i = 0; i < 9; ++i) images({"D:\\iso\\" + std::to_string(i) + ".wim"});
   session.search.running = true;
   time.after(3, [this] {
     EXPECT_EQ(form.status.text(), "S26 3");
@@ -148,11 +136,10 @@ TEST_F(PluginDiscovery, TheFirstOfEqualNamesWins) {
 }
 
 TEST_F(PluginDiscovery, DescriptionsThatLeadOutOfTheirFolderAreSkipped) {
-  const char* programs[] = {"..\\x.exe",  "a\\..\\..\\x.exe", "a/../../x.exe", "C:\\x.exe",
-                            "\\x.exe",    "/x.exe",           "C:x.exe",       "",
-                            ".. \\x.exe", "\\\\srv\\a\\x.exe"};
   int n = 0;
-  for (const char* program : programs) {
+  for (const char* program :
+       {"..\\x.exe", "a\\..\\..\\x.exe", "a/../../x.exe", "C:\\x.exe", "\\x.exe", "/x.exe",
+        "C:x.exe", "", ".. \\x.exe", "\\\\srv\\a\\x.exe"}) {
     const std::string name = "P" + std::to_string(n++);
     plugin("D:\\Plug-in\\" + name, name, program);
   }
@@ -162,5 +149,4 @@ TEST_F(PluginDiscovery, DescriptionsThatLeadOutOfTheirFolderAreSkipped) {
   EXPECT_EQ(form.combo2.items(), (Paths{"Fine"}));
 }
 
-}  // namespace
 }  // namespace pavoline::testing

@@ -29,13 +29,6 @@ struct SourceShop : Workshop {
   const std::string& source() { return form.combo1.text(); }
   std::string edition() { return form.combo[kEditions].text(); }
   std::size_t editionCount() { return form.combo[kEditions].items().size(); }
-
-  // Position of the first command that contains the text; as many as ran when none does.
-  std::size_t place(const std::string& part) {
-    std::size_t i = 0;
-    while (i < processes.ran.size() && !Contains(processes.ran[i], part)) ++i;
-    return i;
-  }
 };
 
 }  // namespace pavoline::testing

@@ -10,7 +10,6 @@
 #include "support/fake_text.h"
 
 namespace pavoline::testing {
-namespace {
 
 // Output of "wimlib-imagex info FILE --xml" (1.13.6) for a file with three images.
 std::string Capture() {
@@ -29,13 +28,11 @@ TEST(WimInfo, ReadsWhatTheImagingProgramWrites) {
   for (const std::string& bytes : {Capture(), ReplaceAll(Capture(), "\n", "\r\n")}) {
     const auto images = ParseWimInfo(Xml(bytes));
     ASSERT_EQ(images.size(), 3u);
-    EXPECT_EQ(images[0].listText, "Windows 10 Pro  64-Bit");
-    EXPECT_EQ(images[0].detailText, "Windows 10 Pro  64-Bit  en-US  10.0.19041.1");
-    EXPECT_EQ(images[1].listText, "上一个上 專業版  32位");
-    EXPECT_EQ(images[1].detailText, "上一个上 專業版  32-Bit  zh-CN  6.1.7601.17514");
+    const auto lines = [&](int n) { return images[n].listText + "|" + images[n].detailText; };
+    EXPECT_EQ(lines(0), "Windows 10 Pro  64-Bit|Windows 10 Pro  64-Bit  en-US  10.0.19041.1");
+    EXPECT_EQ(lines(1), "上一个上 專業版  32位|上一个上 專業版  32-Bit  zh-CN  6.1.7601.17514");
     EXPECT_EQ(images[1].language, "zh-CN");
-    EXPECT_EQ(images[2].listText, "Windows 10  ARM  32位-Bit");
-    EXPECT_EQ(images[2].detailText, "Windows 10 ARM  32-Bit  zh-CN  6.1.7601.17514");
+    EXPECT_EQ(lines(2), "Windows 10  ARM  32位-Bit|Windows 10 ARM  32-Bit  zh-CN  6.1.7601.17514");
     EXPECT_EQ(images[2].index, 3);
   }
 }
@@ -53,9 +50,8 @@ TEST(WimInfo, TakesOutputCutAnywhere) {
 
 TEST(WimInfo, BuildsTheLines) {
   const std::string nine = "<IMAGE INDEX=\"1\"><ARCH>9</ARCH><NAME>A  B</NAME></IMAGE>";
-  const struct {
-    std::string xml, list, details;  // of the last image
-  } cases[] = {
+  // Expected are the lines of the last image.
+  const std::tuple<std::string, const char*, const char*> cases[] = {
       {nine, "A  B  64-Bit", "A B"},
       {nine + "INDEX<ARCH>12</ARCH><NAME>C</NAME>", "C  64-Bit-Bit", "C"},
       {nine + "INDEX<ARCH>0</ARCH><NAME>C</NAME>", "C  32-Bit", "C"},
@@ -65,17 +61,15 @@ TEST(WimInfo, BuildsTheLines) {
       {"INDEX<NAME>C</NAME><LANGUAGE>en-US</LANGUAGE><LANGUAGE>de-DE</LANGUAGE>", "C-Bit",
        "C-Bit  en-US  ..."},
       {"INDEX", "-Bit", ""},
-      {"INDEX<NAME></NAME><DISPLAYNAME>D", "-Bit", ""},
-  };
-  for (const auto& c : cases) {
-    const auto images = ParseWimInfo(c.xml);
-    ASSERT_FALSE(images.empty()) << c.xml;
-    EXPECT_EQ(images.back().listText, c.list) << c.xml;
-    EXPECT_EQ(images.back().detailText, c.details) << c.xml;
+      {"INDEX<NAME></NAME><DISPLAYNAME>D", "-Bit", ""}};
+  for (const auto& [xml, list, details] : cases) {
+    const auto images = ParseWimInfo(xml);
+    ASSERT_FALSE(images.empty()) << xml;
+    EXPECT_EQ(images.back().listText, list) << xml;
+    EXPECT_EQ(images.back().detailText, details) << xml;
   }
   EXPECT_TRUE(ParseWimInfo("").empty());
   EXPECT_TRUE(ParseWimInfo("<IMAGE index=\"1\"></IMAGE>some error").empty());
 }
 
-}  // namespace
 }  // namespace pavoline::testing

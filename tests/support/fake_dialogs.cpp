@@ -1,6 +1,9 @@
 #include "support/fake_dialogs.h"
 
+#include <gtest/gtest.h>
+
 #include "platform/text.h"
+#include "support/layout_check.h"
 
 namespace pavoline::testing {
 namespace {
@@ -36,22 +39,17 @@ std::string FakeDialogs::saveFile(const FileRequest& request) {
   return Take(savedFiles, std::string());
 }
 
-std::string FakeDialogs::chooseFolder(const std::string& title, const std::string& initialFolder) {
-  folderRequests.emplace_back(title, initialFolder);
+std::string FakeDialogs::chooseFolder(const std::string&, const std::string&) {
   return Take(folders, std::string());
 }
 
 void FakeDialogs::showModal(Form& form) {
   shownForms.push_back(form.name());
+  EXPECT_EQ(LayoutFaults(form), "");
   time_.watch(form);
   if (const auto act = Take(modals, {}); act) act(form);
   if (!form.unloaded()) form.unload();
   time_.forget(form);
-}
-
-bool FakeDialogs::openDocument(const std::string& pathOrAddress) {
-  documents.push_back(pathOrAddress);
-  return canOpenDocuments;
 }
 
 }  // namespace pavoline::testing

@@ -12,8 +12,7 @@
 namespace pavoline::testing {
 
 // The person at the screen: answers as told, OK and "cancelled" where nothing was told.
-class FakeDialogs : public Dialogs {
- public:
+struct FakeDialogs : Dialogs {
   explicit FakeDialogs(SimulatedTime& time) : time_(time) {}
 
   struct Shown {
@@ -31,7 +30,6 @@ class FakeDialogs : public Dialogs {
 
   std::deque<std::string> files, savedFiles, folders;  // the next choices; empty: cancelled
   std::vector<FileRequest> openRequests, saveRequests;
-  std::vector<std::pair<std::string, std::string>> folderRequests;  // title, initial folder
 
   // What the person does in the next windows; one left open is then closed.
   std::deque<std::function<void(Form&)>> modals;
@@ -45,7 +43,10 @@ class FakeDialogs : public Dialogs {
   std::string saveFile(const FileRequest& request) override;
   std::string chooseFolder(const std::string& title, const std::string& initialFolder) override;
   void showModal(Form& form) override;
-  bool openDocument(const std::string& pathOrAddress) override;
+  bool openDocument(const std::string& pathOrAddress) override {
+    documents.push_back(pathOrAddress);
+    return canOpenDocuments;
+  }
 
  private:
   SimulatedTime& time_;

@@ -10,46 +10,39 @@
 
 namespace pavoline::testing {
 
-enum class FileOperation {
-  kRead,
-  kWrite,
-  kAppend,
-  kRemove,
-  kRename,
-  kCreateFolder,
-  kCopy,
-  kDeleteTree
-};
+enum class FileOperation { kWrite, kRename, kCopy };
 
 // A tree of drives in memory. Paths are matched without regard to case and by long or 8.3 names.
 // Tests build and look at it with the methods of the first part, the program uses the second.
-class FakeFiles : public Files {
- public:
-  void folder(const std::string& path);  // with all that lies above it
+struct FakeFiles : Files {
+  void folder(const std::string& path) { make(path, true); }  // with all that lies above it
   void put(const std::string& path, const std::string& content = "");
-  void sized(const std::string& path, std::uint64_t bytes);  // a large file without its content
-  void version(const std::string& path, const std::string& fileVersion);  // file is made if missing
+  void sized(const std::string& path, std::uint64_t bytes) {  // a large file without its content
+    make(path, false).size = bytes;
+  }
+  void version(const std::string& path, const std::string& number) {  // file is made if missing
+    make(path, false).version = number;
+  }
   void attributes(const std::string& path, std::uint32_t word);
-  void modified(const std::string& path, const std::string& time);
-  void shortName(const std::string& path, const std::string& name);  // instead of the derived one
   void drop(const std::string& path);  // a file or folder with all below it; none is no fault
-  std::string text(const std::string& path);                  // content; empty for a missing file
+  std::string text(const std::string& path) {  // content; empty for a missing file
+    const Node* node = find(path);
+    return node ? node->content : std::string();
+  }
   std::vector<std::string> below(const std::string& folder);  // paths of all files, in order
 
-  bool shortNames = true;                              // false: volumes keep none
-  std::set<std::string> readOnlyFolders, fullFolders;  // as given to `readOnly` and `full`
-  void readOnly(const std::string& folder) { readOnlyFolders.insert(key(folder)); }
+  bool shortNames = true;             // false: volumes keep none
+  std::set<std::string> fullFolders;  // as given to `full`
   void full(const std::string& folder) { fullFolders.insert(key(folder)); }
   void failNext(FileOperation operation) { ++failures_[operation]; }
-  int copySteps = 4;  // calls of a copy's progress, the last one with all bytes
 
-  std::vector<std::string> listed;    // patterns asked for
-  std::vector<std::string> deleted;   // trees deleted, in order
-  std::vector<unsigned> deleteFlags;  // with them
   std::string currentFolder = "X:\\Pavoline";
 
-  bool exists(const std::string& path) override;
-  bool isFolder(const std::string& path) override;
+  bool exists(const std::string& path) override { return find(path) != nullptr; }
+  bool isFolder(const std::string& path) override {
+    const Node* node = find(path);
+    return node && node->folder;
+  }
   std::optional<std::string> read(const std::string& path) override;
   bool write(const std::string& path, const std::string& bytes) override;
   bool append(const std::string& path, const std::string& bytes) override;
@@ -62,8 +55,15 @@ class FakeFiles : public Files {
                         const CopyProgress& progress) override;
   void list(const std::string& pattern, const EntryVisitor& visit) override;
   std::string shortPath(const std::string& path) override;
-  std::string fileVersion(const std::string& path) override;
-  bool setCurrentFolder(const std::string& path) override;
+  std::string fileVersion(const std::string& path) override {
+    const Node* node = find(path);
+    return node ? node->version : std::string();
+  }
+  bool setCurrentFolder(const std::string& path) override {
+    if (!isFolder(path)) return false;
+    currentFolder = absolute(path);
+    return true;
+  }
   bool deleteTree(const std::string& path, unsigned flags) override;
 
  private:
@@ -73,7 +73,6 @@ class FakeFiles : public Files {
     std::string content;
     std::optional<std::uint64_t> size;  // when it is not the content's
     std::uint32_t attributes = 0;
-    std::string modified = "2024-05-06 07:08";
     std::string version;
   };
 

@@ -27,71 +27,20 @@ void FakeDrives::add(const std::string& drive, int type, std::optional<VolumePos
   drives_[Upper(drive)] = {type, position, free};
 }
 
-void FakeDrives::remove(const std::string& drive) {
-  files_.drop(drive);
-  drives_.erase(Upper(drive));
-}
-
-void FakeDrives::wipe(const std::string& drive) {
-  files_.drop(drive);
-  files_.folder(drive + "\\");
-}
-
 const FakeDrives::Facts* FakeDrives::find(const std::string& drive) const {
   const auto it = drives_.find(Upper(drive.substr(0, 2)));
   return it == drives_.end() ? nullptr : &it->second;
 }
 
-int FakeDrives::type(const std::string& drive) {
-  const Facts* facts = find(drive);
-  return facts ? facts->type : kDriveNoRoot;
-}
-
-std::optional<std::uint64_t> FakeDrives::freeBytes(const std::string& drive) {
-  const Facts* facts = find(drive);
-  return facts ? std::optional(facts->free) : std::nullopt;
-}
-
-std::optional<VolumePosition> FakeDrives::position(const std::string& drive) {
-  const Facts* facts = find(drive);
-  return facts ? facts->position : std::nullopt;
-}
-
-ForeignWindow FakeForeignWindows::open(const std::string& className, const std::string& title) {
-  all.push_back({className, title});
-  return all.size();
-}
-
-FakeForeignWindows::Window* FakeForeignWindows::find(ForeignWindow window) {
-  if (window == 0 || window > all.size() || !all[window - 1].open) return nullptr;
-  return &all[window - 1];
-}
-
-ForeignWindow FakeForeignWindows::findByClass(const std::string& className) {
+ForeignWindow FakeForeignWindows::find(std::string Window::*field, const std::string& value) {
   for (std::size_t i = 0; i < all.size(); ++i) {
-    if (all[i].open && Lower(all[i].className) == Lower(className)) return i + 1;
-  }
-  return 0;
-}
-
-ForeignWindow FakeForeignWindows::findByTitle(const std::string& title) {
-  for (std::size_t i = 0; i < all.size(); ++i) {
-    if (all[i].open && Lower(all[i].title) == Lower(title)) return i + 1;
+    if (all[i].open && Lower(all[i].*field) == Lower(value)) return i + 1;
   }
   return 0;
 }
 
 std::string FakeForeignWindows::title(ForeignWindow window) {
-  const Window* found = find(window);
-  return found ? Encode(Decode(found->title).substr(0, 254)) : std::string();
-}
-
-void FakeForeignWindows::hide(ForeignWindow window) {
-  if (Window* found = find(window)) found->hidden = true;
-}
-
-void FakeForeignWindows::minimize(ForeignWindow window) {
-  if (Window* found = find(window)) found->minimized = true;
+  return isOpen(window) ? Encode(Decode(at(window).title).substr(0, 254)) : std::string();
 }
 
 }  // namespace pavoline::testing

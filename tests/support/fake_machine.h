@@ -12,12 +12,12 @@
 #include "platform/foreign_windows.h"
 #include "platform/taskbar.h"
 #include "support/fake_files.h"
+#include "support/fold_case.h"
 #include "support/simulated_time.h"
 
 namespace pavoline::testing {
 
-class FakeEnvironment : public Environment {
- public:
+struct FakeEnvironment : Environment {
   explicit FakeEnvironment(SimulatedTime& time) : time_(time) {}
 
   std::map<std::string, std::string> variables;  // names in lower case
@@ -45,19 +45,33 @@ class FakeEnvironment : public Environment {
   SimulatedTime& time_;
 };
 
-class FakeDrives : public Drives {
- public:
+struct FakeDrives : Drives {
   explicit FakeDrives(FakeFiles& files) : files_(files) {}
 
   // Adds a drive "D:" with an empty root, or gives one that is there other facts.
   void add(const std::string& drive, int type = kDriveFixed,
            std::optional<VolumePosition> position = {}, std::uint64_t free = 100ull << 30);
-  void remove(const std::string& drive);  // with everything on it
-  void wipe(const std::string& drive);    // as formatting does
+  void remove(const std::string& drive) {  // with everything on it
+    files_.drop(drive);
+    drives_.erase(Upper(drive));
+  }
+  void wipe(const std::string& drive) {  // as formatting does
+    files_.drop(drive);
+    files_.folder(drive + "\\");
+  }
 
-  int type(const std::string& drive) override;
-  std::optional<std::uint64_t> freeBytes(const std::string& drive) override;
-  std::optional<VolumePosition> position(const std::string& drive) override;
+  int type(const std::string& drive) override {
+    const Facts* facts = find(drive);
+    return facts ? facts->type : kDriveNoRoot;
+  }
+  std::optional<std::uint64_t> freeBytes(const std::string& drive) override {
+    const Facts* facts = find(drive);
+    return facts ? std::optional(facts->free) : std::nullopt;
+  }
+  std::optional<VolumePosition> position(const std::string& drive) override {
+    const Facts* facts = find(drive);
+    return facts ? facts->position : std::nullopt;
+  }
 
  private:
   struct Facts {
@@ -71,29 +85,41 @@ class FakeDrives : public Drives {
   std::map<std::string, Facts> drives_;
 };
 
-class FakeForeignWindows : public ForeignWindows {
- public:
+struct FakeForeignWindows : ForeignWindows {
   struct Window {
     std::string className, title;
     bool open = true, hidden = false, minimized = false;
   };
   std::vector<Window> all;  // a window's handle is its place + 1
 
-  ForeignWindow open(const std::string& className, const std::string& title);
+  ForeignWindow open(const std::string& className, const std::string& title) {
+    all.push_back({className, title});
+    return all.size();
+  }
   Window& at(ForeignWindow window) { return all.at(window - 1); }
 
-  ForeignWindow findByClass(const std::string& className) override;
-  ForeignWindow findByTitle(const std::string& title) override;
+  ForeignWindow findByClass(const std::string& className) override {
+    return find(&Window::className, className);
+  }
+  ForeignWindow findByTitle(const std::string& title) override {
+    return find(&Window::title, title);
+  }
   std::string title(ForeignWindow window) override;
-  void hide(ForeignWindow window) override;
-  void minimize(ForeignWindow window) override;
+  void hide(ForeignWindow window) override {
+    if (isOpen(window)) at(window).hidden = true;
+  }
+  void minimize(ForeignWindow window) override {
+    if (isOpen(window)) at(window).minimized = true;
+  }
 
  private:
-  Window* find(ForeignWindow window);
+  bool isOpen(ForeignWindow window) const {
+    return window > 0 && window <= all.size() && all[window - 1].open;
+  }
+  ForeignWindow find(std::string Window::*field, const std::string& value);
 };
 
-class FakeTaskbar : public Taskbar {
- public:
+struct FakeTaskbar : Taskbar {
   bool available = true;  // what `create` answers
   bool created = false;
   std::vector<int> values;  // percent of the total

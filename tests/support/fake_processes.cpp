@@ -76,10 +76,6 @@ void FakeProcesses::onStart(const std::string& partOfCommand, Behaviour behaviou
   behaviours_.emplace_back(Lower(partOfCommand), std::move(behaviour));
 }
 
-void FakeProcesses::alreadyRunning(const std::string& imageName) {
-  add({imageName, std::make_shared<Job>(), false});
-}
-
 bool FakeProcesses::ranLike(const std::string& partOfCommand) const {
   return std::any_of(ran.begin(), ran.end(), [&](const std::string& line) {
     return Contains(Lower(line), Lower(partOfCommand));
@@ -205,12 +201,6 @@ void FakeProcesses::waitOnce() {
   } else if (++waitsAfterUnload_ > 1000) {
     throw std::runtime_error("The main window has gone and a wait still goes on");
   }
-}
-
-std::uintptr_t FakeProcesses::disableRedirection() {
-  if (!is64BitWindows) return 0;
-  ++redirectionOffDepth;
-  return 7;
 }
 
 void FakeProcesses::revertRedirection(std::uintptr_t oldValue) {

@@ -35,8 +35,7 @@ class ToolRun {
 
 // Programs that run in simulated time. A batch file's lines run one after the other; a program
 // without a behaviour ends at once, one whose file is missing does not start.
-class FakeProcesses : public Processes {
- public:
+struct FakeProcesses : Processes {
   FakeProcesses(SimulatedTime& time, FakeFiles& files, Environment& environment)
       : time_(time), files_(files), environment_(environment) {}
 
@@ -51,7 +50,6 @@ class FakeProcesses : public Processes {
   std::vector<std::string> ran;     // every single command, batch lines with variables put in
   std::vector<std::string> killed;  // image names as listed
   int failNextStarts = 0;
-  bool is64BitWindows = true;  // there is a redirection to switch off
   int redirectionOffDepth = 0;
   long eventsMs = 1;  // simulated time that handling the pending events takes
 
@@ -59,11 +57,13 @@ class FakeProcesses : public Processes {
   // For commands that contain this text, case ignored. Of several the one given last counts.
   void onStart(const std::string& partOfCommand, Behaviour behaviour);
   // A program that runs besides, until it is terminated.
-  void alreadyRunning(const std::string& imageName);
+  void alreadyRunning(const std::string& imageName) {
+    add({imageName, std::make_shared<Job>(), false});
+  }
   bool ranLike(const std::string& partOfCommand) const;  // case ignored
 
   std::unique_ptr<StartedProgram> start(const std::string& commandLine, ShowMode mode) override;
-  std::uintptr_t disableRedirection() override;
+  std::uintptr_t disableRedirection() override { return ++redirectionOffDepth, 7; }
   void revertRedirection(std::uintptr_t oldValue) override;
   std::vector<RunningProcess> list() override;
   void terminate(std::uint32_t id) override;

@@ -76,10 +76,6 @@ std::string FakeProfile::read(const std::string& file, const std::string& sectio
 
 bool FakeProfile::write(const std::string& file, const std::string& section, const std::string& key,
                         const std::string& value) {
-  if (failNextWrite) {
-    failNextWrite = false;
-    return false;
-  }
   auto all = lines(file);
   const Place place = Find(all, section, key);
   if (place.key != std::string::npos) {

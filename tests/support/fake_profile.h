@@ -10,11 +10,8 @@
 namespace pavoline::testing {
 
 // INI files in the fake drive tree.
-class FakeProfile : public Profile {
- public:
+struct FakeProfile : Profile {
   FakeProfile(FakeFiles& files, FakeTextServices& text) : files_(files), text_(text) {}
-
-  bool failNextWrite = false;
 
   std::string read(const std::string& file, const std::string& section, const std::string& key,
                    int bufferBytes) override;

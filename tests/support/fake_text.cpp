@@ -83,9 +83,6 @@ std::string FakeTextServices::fromUtf16(const std::string& bytes) {
   return Encode(result);
 }
 
-std::string FakeTextServices::lower(const std::string& text) { return Lower(text); }
-std::string FakeTextServices::upper(const std::string& text) { return Upper(text); }
-
 std::string FakeTextServices::toUtf16(const std::string& text) {
   return Convert("UTF-8", "UTF-16LE", text).value_or(std::string());
 }

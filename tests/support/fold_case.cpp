@@ -3,6 +3,9 @@
 #include <locale.h>
 #include <wctype.h>
 
+#include <algorithm>
+#include <cuchar>
+
 namespace pavoline::testing {
 namespace {
 
@@ -23,34 +26,29 @@ std::string Lower(std::string_view text) { return Map(text, towlower_l); }
 std::string Upper(std::string_view text) { return Map(text, towupper_l); }
 
 std::u32string Decode(std::string_view utf8) {
+  const locale_t before = uselocale(Unicode());
   std::u32string result;
   for (std::size_t i = 0; i < utf8.size();) {
-    const auto lead = static_cast<unsigned char>(utf8[i]);
-    const std::size_t length = lead < 0x80 ? 1 : lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-    char32_t c = length == 1 ? lead : lead & (0x7F >> length);
-    bool good = lead < 0x80 || (lead >= 0xC2 && lead < 0xF5);
-    for (std::size_t k = 1; good && k < length; ++k) {
-      good = i + k < utf8.size() && (utf8[i + k] & 0xC0) == 0x80;
-      if (good) c = (c << 6) | (utf8[i + k] & 0x3F);
-    }
+    char32_t c = 0;
+    std::mbstate_t state{};
+    const std::size_t length = std::mbrtoc32(&c, utf8.data() + i, utf8.size() - i, &state);
+    const bool good = length <= utf8.size() - i;
     result += good ? c : U'\uFFFD';
-    i += good ? length : 1;
+    i += good ? std::max<std::size_t>(length, 1) : 1;
   }
+  uselocale(before);
   return result;
 }
 
 std::string Encode(std::u32string_view characters) {
+  const locale_t before = uselocale(Unicode());
   std::string result;
-  for (char32_t c : characters) {
-    if (c < 0x80) {
-      result += static_cast<char>(c);
-      continue;
-    }
-    const int more = c < 0x800 ? 1 : c < 0x10000 ? 2 : 3;
-    const int lead = more == 1 ? 0xC0 : more == 2 ? 0xE0 : 0xF0;
-    result += static_cast<char>(lead | static_cast<int>(c >> (6 * more)));
-    for (int k = more - 1; k >= 0; --k) result += static_cast<char>(0x80 | ((c >> (6 * k)) & 0x3F));
+  for (const char32_t c : characters) {
+    char bytes[16];
+    std::mbstate_t state{};
+    result.append(bytes, std::c32rtomb(bytes, c, &state));
   }
+  uselocale(before);
   return result;
 }
 

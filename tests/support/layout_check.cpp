@@ -1,65 +1,51 @@
 #include "support/layout_check.h"
 
-#include <algorithm>
-
 #include "form/pixels.h"
 
 namespace pavoline::testing {
 namespace {
 
-int Right(const Rect& r) { return r.left + r.width; }
-int Bottom(const Rect& r) { return r.top + r.height; }
-
 bool Overlap(const Rect& a, const Rect& b) {
-  return a.left < Right(b) && b.left < Right(a) && a.top < Bottom(b) && b.top < Bottom(a);
+  return a.left < b.left + b.width && b.left < a.left + a.width && a.top < b.top + b.height &&
+         b.top < a.top + a.height;
+}
+
+bool LiesIn(const Rect& inner, const Rect& outer) {
+  return inner.left >= outer.left && inner.left + inner.width <= outer.left + outer.width &&
+         inner.top >= outer.top && inner.top + inner.height <= outer.top + outer.height;
 }
 
 bool Holds(const Control& outer, const Control& inner) {
-  const Rect& a = outer.bounds();
-  const Rect& b = inner.bounds();
-  return outer.kind() == Control::Kind::kFrame && a.left < b.left && Right(b) < Right(a) &&
-         a.top < b.top && Bottom(b) < Bottom(a);
-}
-
-std::string Name(const Form& form, const Control& control) {
-  const auto& all = form.controls();
-  const auto place = std::find(all.begin(), all.end(), &control) - all.begin();
-  return form.name() + " #" + std::to_string(place) + " \"" + control.text() + "\"";
+  const Rect& frame = outer.bounds();
+  return outer.kind() == Control::Kind::kFrame &&
+         LiesIn(inner.bounds(), {frame.left + 1, frame.top + 1, frame.width - 2, frame.height - 2});
 }
 
 bool ColumnsFit(const ListView& list) {
-  constexpr int kScrollBarAndBorder = 21 * kTwipsPerPixel;
-  int sum = 0;
-  for (const ListColumn& column : list.columns()) sum += column.width;
-  return sum + kScrollBarAndBorder <= list.bounds().width;
-}
-
-std::string FaultsOf(const Form& form, const Control& control) {
-  const std::string name = Name(form, control);
-  const Rect& r = control.bounds();
-  std::string faults;
-  if (r.width <= 0 || r.height <= 0) faults += name + ": no size\n";
-  if (r.left < 0 || r.top < 0 || Right(r) > form.width() - kFramePixels * kTwipsPerPixel ||
-      Bottom(r) > form.height()) {
-    faults += name + ": outside the window\n";
-  }
-  const auto* list = dynamic_cast<const ListView*>(&control);
-  if (list && !ColumnsFit(*list)) faults += name + ": the columns are wider than the list\n";
-  return faults;
+  int room = list.bounds().width - 21 * kTwipsPerPixel;  // scroll bar and border
+  for (const ListColumn& column : list.columns()) room -= column.width;
+  return room >= 0;
 }
 
 }  // namespace
 
 std::string LayoutFaults(const Form& form) {
   std::string faults;
+  const Rect inside{0, 0, form.width() - kFramePixels * kTwipsPerPixel, form.height()};
   for (const Control* one : form.controls()) {
     if (!one->visible()) continue;
-    faults += FaultsOf(form, *one);
+    const std::string name = form.name() + " \"" + one->text() + "\"";
+    const Rect& bounds = one->bounds();
+    if (bounds.width <= 0 || bounds.height <= 0) faults += name + ": no size\n";
+    if (!LiesIn(bounds, inside)) faults += name + ": outside the window\n";
+    const auto* list = dynamic_cast<const ListView*>(one);
+    if (list && !ColumnsFit(*list)) faults += name + ": the columns are wider than the list\n";
     for (const Control* other : form.controls()) {
       if (other == one) break;
-      if (!other->visible() || !Overlap(one->bounds(), other->bounds())) continue;
-      if (Holds(*one, *other) || Holds(*other, *one)) continue;
-      faults += Name(form, *one) + " overlaps " + Name(form, *other) + "\n";
+      if (other->visible() && Overlap(bounds, other->bounds()) && !Holds(*one, *other) &&
+          !Holds(*other, *one)) {
+        faults += name + " overlaps \"" + other->text() + "\"\n";
+      }
     }
   }
   return faults;

@@ -33,11 +33,11 @@ long SimulatedTime::nextDue() {
   return due;
 }
 
-bool SimulatedTime::anythingAhead() { return nextDue() >= 0; }
-
 void SimulatedTime::fireOneDueBy(long time) {
   now_ = std::max(now_, time);
-  if (now_ > limit) throw std::runtime_error("The simulated time is up: something waits for ever");
+  constexpr long kOneDay = 24L * 3600 * 1000;
+  if (now_ > kOneDay)
+    throw std::runtime_error("The simulated time is up: something waits for ever");
   if (!queue_.empty() && queue_.begin()->first <= time) {
     const Action action = queue_.begin()->second;
     queue_.erase(queue_.begin());

@@ -1,5 +1,6 @@
 #include "support/workshop.h"
 
+#include <algorithm>
 #include <map>
 
 #include "platform/text.h"
@@ -12,8 +13,7 @@ Texts RecognisableTexts() {
   const std::map<std::size_t, std::string> placeholders = {
       {14, " %f%"},  {15, " %bp%"}, {16, " %ip%"}, {17, " %ip_id%"}, {19, " %ip_id%"},
       {26, " %n%"},  {31, " %ip%"}, {55, " %n%"},  {73, " %ip%"},    {68, " %bp%"},
-      {69, " %bp%"}, {78, " %f%"},  {83, " %F%"},  {87, " %F%"},     {112, " %v%"},
-  };
+      {69, " %bp%"}, {78, " %f%"},  {83, " %F%"},  {87, " %F%"},     {112, " %v%"}};
   Texts texts;
   for (std::size_t n = 0; n < texts.strings.size(); ++n) {
     texts.strings[n] = "S" + std::to_string(n);
@@ -82,10 +82,16 @@ bool Workshop::runUntil(const std::function<bool()>& reached, long limitMs) {
 }
 
 bool Workshop::said(const std::string& partOfMessage) const {
+  return std::any_of(dialogs.messages.begin(), dialogs.messages.end(),
+                     [&](const auto& shown) { return Contains(shown.text, partOfMessage); });
+}
+
+std::vector<std::string> Workshop::heard() const {
+  std::vector<std::string> result;
   for (const auto& shown : dialogs.messages) {
-    if (Contains(shown.text, partOfMessage)) return true;
+    result.push_back(shown.text + "|" + shown.title + "|" + std::to_string(shown.flags));
   }
-  return false;
+  return result;
 }
 
 }  // namespace pavoline::testing

@@ -46,6 +46,7 @@ struct Workshop : FakePlatform {
   bool runUntil(const std::function<bool()>& reached, long limitMs = 3600 * 1000);
 
   bool said(const std::string& partOfMessage) const;
+  std::vector<std::string> heard() const;  // "text|title|flags" of every message
 };
 
 }  // namespace pavoline::testing

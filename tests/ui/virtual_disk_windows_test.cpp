@@ -1,19 +1,18 @@
 #include <gmock/gmock.h>
 
+#include "disk/virtual_disk.h"
 #include "support/workshop.h"
 #include "ui/controls.h"
 #include "ui/small_windows.h"
 
 namespace pavoline::testing {
-namespace {
 
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
+using namespace ::testing;
 
 // diskpart by its effect: drive V: comes with "Attach", and goes with "Detach".
 struct DiskWorkshop : Workshop {
   DiskWorkshop() {
-    processes.onStart("diskpart", [this](ToolRun& run) {
+    processes.onStart("diskpart.exe /S", [this](ToolRun& run) {
       const std::string script = files.text("C:\\Windows\\temp\\vhd.txt");
       scripts.push_back(script);
       if (!works) return;
@@ -39,11 +38,6 @@ struct DiskWorkshop : Workshop {
       ButtonWith(window, "S90").press();
     });
   }
-  std::vector<std::string> heard() const {
-    std::vector<std::string> texts;
-    for (const auto& shown : dialogs.messages) texts.push_back(shown.text);
-    return texts;
-  }
 
   bool works = true;
   bool stayedOpen = false;
@@ -51,43 +45,38 @@ struct DiskWorkshop : Workshop {
 };
 
 TEST(VirtualDiskWindow, AttachesAndDetachesTheChosenFile) {
-  const struct {
-    std::string button;
-    bool works;
-    std::string title, message, messageTitle;
-  } cases[] = {{"S88", true, "S80", "S83 D:\\a.vhd", "S84"},
-               {"S88", false, "S80", "S82", "S8"},
-               {"S89", true, "S85", "S87 D:\\a.vhd", "S84"},
-               {"S89", false, "S85", "S86", "S8"}};
-  for (const auto& c : cases) {
+  using Case = std::tuple<bool, bool, const char*>;
+  for (const auto& [attach, works, message] :
+       {Case{true, true, "S83 D:\\a b.vhd|S84|64"}, Case{true, false, "S82|S8|64"},
+        Case{false, true, "S87 D:\\a b.vhd|S84|64"}, Case{false, false, "S86|S8|64"}}) {
     DiskWorkshop w;
-    w.works = c.works;
-    if (c.button == "S89") w.drives.add("V:");
-    w.dialogs.files = {"D:\\a.vhd"};
-    w.inWindow([&](Form& window) { ButtonWith(window, c.button).press(); });
-    ASSERT_EQ(w.dialogs.openRequests.size(), 1u);
-    EXPECT_EQ(w.dialogs.openRequests[0].title, c.title);
+    w.works = works;
+    if (!attach) w.drives.add("V:");
+    w.dialogs.files = {"D:\\a b.vhd"};
+    w.inWindow([&](Form& window) { ButtonWith(window, attach ? "S88" : "S89").press(); });
+    EXPECT_EQ(w.dialogs.openRequests.at(0).title, attach ? "S80" : "S85");
     EXPECT_EQ(w.dialogs.openRequests[0].filters.at(0).patterns, "*.vhd;*.vhdx");
-    ASSERT_EQ(w.dialogs.messages.size(), 1u);
-    EXPECT_EQ(w.dialogs.messages[0].text, c.message);
-    EXPECT_EQ(w.dialogs.messages[0].title, c.messageTitle);
+    EXPECT_THAT(w.scripts,
+                ElementsAre("Select vdisk file=\"D:\\a b.vhd\"\r\n" +
+                            std::string(attach ? "Attach" : "Detach") + " vdisk\r\nExit\r\n"));
+    EXPECT_THAT(w.heard(), ElementsAre(message));
     // The choosers are filled anew when drives have come or gone.
-    EXPECT_EQ(w.processes.ranLike("CxDir.exe"), c.works);
+    EXPECT_EQ(w.processes.ranLike("CxDir.exe"), works);
   }
 }
 
 TEST(VirtualDiskWindow, RunsNothingWithoutAFileAndNothingTwice) {
   DiskWorkshop w;
   w.inWindow([](Form& window) { ButtonWith(window, "S88").press(); });
-  EXPECT_TRUE(w.scripts.empty());
-  EXPECT_TRUE(w.dialogs.messages.empty());
+  EXPECT_TRUE(w.scripts.empty() && w.dialogs.messages.empty());
 
   w.session.osVersion = 6.1F;
   w.dialogs.files = {"D:\\a.vhd", "D:\\b.vhd"};
   w.inWindow([&](Form& window) {
     w.time.after(50, [&] {
       ButtonWith(window, "S88").press();
-      EXPECT_FALSE(window.close());
+      EXPECT_FALSE(window.close() || AttachVirtualDisk(w.session, "D:\\b.vhd"));
+      EXPECT_FALSE(CreateVirtualDisk(w.session, {"D:\\c.vhd", {}, "1", {}, {}, ""}));
     });
     ButtonWith(window, "S88").press();
     EXPECT_TRUE(window.close());
@@ -125,18 +114,14 @@ TEST(VirtualDiskCreation, BuildsTheDiskThatWasEntered) {
     Nth<TextBox>(creation, 2).setText("Work");
   });
   EXPECT_FALSE(w.stayedOpen);
-  ASSERT_EQ(w.scripts.size(), 1u);
-  EXPECT_THAT(
-      w.scripts[0],
-      HasSubstr(
-          "Create vdisk file=\"D:\\disk.vhdx\" maximum 2048 type=Expandable\r\n"
-          "Select vdisk file=\"D:\\disk.vhdx\"\r\nAttach vdisk\r\nCreate partition primary\r\n"
-          "Format FS=NTFS LABEL=Work quick\r\nAssign letter=V\r\nExit"));
-  EXPECT_THAT(w.heard(), ElementsAre(HasSubstr("S108 Work\r\nS109 V:")));
+  EXPECT_THAT(w.scripts, ElementsAre(HasSubstr("file=\"D:\\disk.vhdx\" maximum 2048 "
+                                               "type=Expandable\r\n")));
+  EXPECT_THAT(w.scripts[0], HasSubstr("LABEL=Work quick\r\nAssign letter=V\r\n"));
+  EXPECT_THAT(w.heard(), ElementsAre("S108 Work\r\nS109 V:|S84|64"));
   EXPECT_TRUE(w.processes.ranLike("CxDir.exe"));
 
-  DiskWorkshop fixed;
-  fixed.create([](Form& creation) {
+  w.works = false;  // and the next letter does not come up
+  w.create([](Form& creation) {
     Nth<OptionButton>(creation, 1).setChosen(true);
     Nth<OptionButton>(creation, 0).setChosen(true);  // VHD again
     EXPECT_EQ(Nth<TextBox>(creation, 0).text(), "D:\\disk.vhd");
@@ -144,53 +129,35 @@ TEST(VirtualDiskCreation, BuildsTheDiskThatWasEntered) {
     Nth<ComboBox>(creation).select(0);               // MB
     Nth<TextBox>(creation, 1).setText("512");
   });
-  ASSERT_EQ(fixed.scripts.size(), 1u);
-  EXPECT_THAT(fixed.scripts[0], HasSubstr("file=\"D:\\disk.vhd\" maximum 512 type=Fixed\r\n"));
+  EXPECT_THAT(w.scripts.at(1), HasSubstr("file=\"D:\\disk.vhd\" maximum 512 type=Fixed\r\n"));
+  EXPECT_THAT(w.scripts[1], HasSubstr("letter=Z"));
+  EXPECT_EQ(w.heard().back(), "S102||16");
+  EXPECT_TRUE(w.stayedOpen);
 }
 
-TEST(VirtualDiskCreation, RefusesWhatCannotBeMadeAndStaysOpen) {
-  const auto file = [](const char* path) {
-    return [path](Form& creation) { Nth<TextBox>(creation, 0).setText(path); };
-  };
-  const auto size = [](const char* text, int unit) {
-    return [=](Form& creation) {
-      Nth<TextBox>(creation, 1).setText(text);
-      Nth<ComboBox>(creation).select(unit);
-    };
-  };
-  const struct {
-    std::function<void(Form&)> fill;
-    std::string message;
-  } cases[] = {
-      {file(""), "S105"},           {file("D:\\missing\\a.vhd"), "S105"},
-      {file("Q:\\a.vhd"), "S105"},  {file("D:\\"), "S100"},
-      {file("D:\\a?.vhd"), "S100"}, {file("D:\\a\"b.vhd"), "S100"},
-      {size("", 1), "S101"},        {size("abc", 1), "S101"},
-      {size("0", 1), "S101"},       {size("-1", 1), "S101"},
-      {size("1e9", 1), "S101"},     {size("٣", 1), "S101"},
-      {size("1000", 2), "S106"},    {size("101", 1), "S107"},
-  };
-  for (const auto& c : cases) {
+TEST(VirtualDiskCreation, RefusesWithTheFirstReasonAndStaysOpen) {
+  const std::tuple<const char*, const char*, int, std::string> cases[] = {
+      {"", "1", 1, "S105|S12|16"},        {"D:\\none\\?", "x", 1, "S105|S12|16"},
+      {"Q:\\a.vhd", "1", 1, "S105|"},     {"a.vhd", "1", 1, "S105|"},
+      {"Bin\\a.vhd", "1", 1, "S105|"},    {"E:\\", "x", 1, "S100|Tips:|16"},
+      {"E:\\a?.vhd", "x", 1, "S100|"},    {"E:\\a", "x", 1, "S101|Tips:|16"},
+      {"E:\\a", "0", 1, "S101|"},         {"E:\\a", "1000", 2, "S106|Tips:|16"},
+      {"E:\\a", "5", 1, "S107|S12|16"},   {"E:\\a", "999", 2, "S107|"},
+      {"E:\\a", "5119", 0, "S104|S12|16"}};
+  for (const auto& [file, size, unit, message] : cases) {
     DiskWorkshop w;
-    w.create(c.fill);
-    EXPECT_THAT(w.heard(), ElementsAre(c.message));
-    EXPECT_TRUE(w.stayedOpen) << c.message;
-    EXPECT_TRUE(w.scripts.empty()) << c.message;
-    EXPECT_FALSE(w.processes.ranLike("CxDir.exe"));
+    w.drives.add("E:", kDriveFixed, {}, (std::uint64_t{5} << 30) - 1);
+    for (const char letter : std::string("VZYWTSRQPONMLKJIHG")) {
+      if (unit == 0) w.drives.add(std::string(1, letter) + ":");
+    }
+    w.create([&, path = file, text = size, index = unit](Form& creation) {
+      Nth<TextBox>(creation, 0).setText(path);
+      Nth<TextBox>(creation, 1).setText(text);
+      Nth<ComboBox>(creation).select(index);
+    });
+    EXPECT_THAT(w.heard(), ElementsAre(HasSubstr(message))) << file << " " << size;
+    EXPECT_TRUE(w.stayedOpen && w.processes.started.empty()) << message;
   }
-
-  DiskWorkshop noLetter;
-  for (const char letter : std::string("VZYWTSRQPONMLKJIHG")) {
-    noLetter.drives.add(std::string(1, letter) + ":");
-  }
-  noLetter.create([](Form&) {});
-  EXPECT_THAT(noLetter.heard(), ElementsAre("S104"));
-
-  DiskWorkshop broken;
-  broken.works = false;
-  broken.create([](Form&) {});
-  EXPECT_THAT(broken.heard(), ElementsAre("S102"));
-  EXPECT_TRUE(broken.stayedOpen);
 }
 
 TEST(VirtualDiskCreation, OffersTheFormatsOfTheSystem) {
@@ -205,13 +172,10 @@ TEST(VirtualDiskCreation, OffersTheFormatsOfTheSystem) {
     EXPECT_EQ(w.dialogs.saveRequests.back().initialFolder, "D:");
     EXPECT_EQ(Nth<TextBox>(creation, 0).text(), "D:\\new.vhd");
     Nth<OptionButton>(creation, 1).setChosen(true);
-    browse.press();
+    for (int times = 0; times < 2; ++times) browse.press();  // the second time cancelled
     EXPECT_EQ(w.dialogs.saveRequests.back().filters.at(0).patterns, "*.vhdx;*.vhd");
-    EXPECT_EQ(Nth<TextBox>(creation, 0).text(), "D:\\other.vhdx");
-    browse.press();  // cancelled
     EXPECT_EQ(Nth<TextBox>(creation, 0).text(), "D:\\other.vhdx");
   });
 }
 
-}  // namespace
 }  // namespace pavoline::testing
