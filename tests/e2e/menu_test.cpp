@@ -72,22 +72,6 @@ TEST_F(SystemMenu, NamesAndSettingsAreKept) {
   EXPECT_EQ(setting("BootRepair"), "1");
 }
 
-TEST_F(SystemMenu, LanguageFileComesBackTheSame) {
-  Person person;
-  std::vector<std::string> shipped, written;
-  for (int i = 0; i <= kTextTools; ++i) shipped.push_back(text(i));
-  const std::string file = std::string(kAppFolder) + "\\Lang\\copy.lng";
-  choose(person, kMenuLanguageFile);
-  ASSERT_TRUE(bench::answerFileDialog(person.main.program(), file, kPatience));
-  ASSERT_TRUE(soon([&] { return exists(file); }));
-  EXPECT_TRUE(person.leftInPeace());
-  ASSERT_TRUE(MoveFileExW(bench::fromUtf8(file).c_str(),
-                          bench::fromUtf8(std::string(kAppFolder) + "\\Lang\\1033.lng").c_str(),
-                          MOVEFILE_REPLACE_EXISTING));
-  for (int i = 0; i <= kTextTools; ++i) written.push_back(text(i));
-  EXPECT_EQ(written, shipped);
-}
-
 TEST_F(SystemMenu, VirtualDiskCreatedDetachedAndAttached) {
   const std::string file = "D:\\Disks & more\\new disk.vhd";
   makeFolder("D:\\Disks & more");

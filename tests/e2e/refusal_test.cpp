@@ -89,20 +89,6 @@ TEST_F(Refusing, FilesThatAreNoImages) {
   faultsAsked_ = true;  // the imaging program refuses them as well
 }
 
-TEST_F(Refusing, FilesThatCannotBeWritten) {
-  place("small.wim", kImage);
-  const std::string inTheWay = "C:\\windows\\temp\\apply.bat";
-  makeFolder(inTheWay);
-  {
-    Person person;
-    ASSERT_TRUE(person.opensImage(kImage));
-    person.startsAndConfirms();
-    EXPECT_EQ(person.hears(), text(kTextApplyFailed));
-    EXPECT_TRUE(person.leftInPeace());
-  }
-  RemoveDirectoryW(bench::fromUtf8(inTheWay).c_str());
-}
-
 TEST_F(Refusing, SettingsOfGarbageAndLanguagesGone) {
   std::string garbage;
   for (unsigned seed = 1; garbage.size() < 10'000'000; seed = seed * 1103515245 + 12345) {
