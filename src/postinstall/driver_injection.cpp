@@ -48,21 +48,17 @@ void DriverMonitorTick(Session& session) {
   if (form.unloaded()) return;
   const std::string log = session.platform.files.read(LogPath(session)).value_or(std::string());
   const DriverStep step = ParseDriverLog(log);
-  switch (step.kind) {
-    case DriverStep::kSearching:
-      form.status.setText(String(session, kTextSearchingDrivers));
-      break;
-    case DriverStep::kInstalling:
-      form.status.setText(String(session, kTextAddingDrivers));
-      form.progressBar1.setMaximum(step.total);
-      form.progressBar1.setValue(step.done);
-      break;
-    case DriverStep::kOverUnlessRunning:
-      if (!IsProcessRunning(session, "dism.exe")) Finish(session);
-      break;
-    case DriverStep::kUnknown:
-      break;
+  if (step.kind == DriverStep::kSearching) {
+    form.status.setText(String(session, kTextSearchingDrivers));
+    return;
   }
+  if (step.kind == DriverStep::kInstalling) {
+    form.status.setText(String(session, kTextAddingDrivers));
+    form.progressBar1.setMaximum(step.total);
+    form.progressBar1.setValue(step.done);
+  }
+  // Whatever the last line says: dism may fail and end with a long one that names its own log.
+  if (!IsProcessRunning(session, "dism.exe")) Finish(session);
 }
 
 }  // namespace pavoline

@@ -24,14 +24,11 @@ DriverStep ParseDriverLog(std::string_view log) {
   const std::string_view line = LastWholeLine(log);
   const auto words = Split(line, " ");
   if (words.size() < kProgressWords) {
-    step.kind = Contains(line, "...") ? DriverStep::kSearching : DriverStep::kOverUnlessRunning;
+    if (Contains(line, "...")) step.kind = DriverStep::kSearching;
     return step;
   }
   // "Installing 3 of 12 - oem3.inf: The driver package was successfully installed."
-  if (!IsNumeric(words[1]) || !IsNumeric(words[3])) {
-    step.kind = DriverStep::kUnknown;
-    return step;
-  }
+  if (!IsNumeric(words[1]) || !IsNumeric(words[3])) return step;
   step.kind = DriverStep::kInstalling;
   step.done = LeadingInteger16(words[1]);
   step.total = LeadingInteger16(words[3]);

@@ -7,12 +7,11 @@ namespace pavoline {
 // What the last whole line of dism's output tells.
 struct DriverStep {
   enum Kind {
-    kSearching,          // a phase line, ending in dots
-    kInstalling,         // `done` of `total` packages
-    kOverUnlessRunning,  // a short line of another kind, or none at all
-    kUnknown,            // a long line of another kind
+    kSearching,   // a phase line, ending in dots
+    kInstalling,  // `done` of `total` packages
+    kOther,       // a line of another kind, or none at all
   };
-  Kind kind = kOverUnlessRunning;
+  Kind kind = kOther;
   int done = 0, total = 0;
 };
 

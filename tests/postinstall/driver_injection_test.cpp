@@ -19,15 +19,14 @@ const std::string kEnd = "The operation completed successfully.\r\n";
 TEST(DriverLog, TheLastWholeLineTells) {
   using Case = std::tuple<std::string, DriverStep::Kind, int, int>;
   for (const auto& [log, kind, done, total] :
-       {Case{"", DriverStep::kOverUnlessRunning, 0, 0},
-        Case{"\r\n", DriverStep::kOverUnlessRunning, 0, 0},
+       {Case{"", DriverStep::kOther, 0, 0}, Case{"\r\n", DriverStep::kOther, 0, 0},
         Case{kHead + kSearch, DriverStep::kSearching, 0, 0},
-        Case{"Searching for driver packages...", DriverStep::kOverUnlessRunning, 0, 0},
-        Case{kSearch + kFound, DriverStep::kOverUnlessRunning, 0, 0},
+        Case{"Searching for driver packages...", DriverStep::kOther, 0, 0},
+        Case{kSearch + kFound, DriverStep::kOther, 0, 0},
         Case{kThird + "Installing 4 of 1", DriverStep::kInstalling, 3, 12},
-        Case{"Installing 3 of many - a b: c d\r\n", DriverStep::kUnknown, 0, 0},
+        Case{"Installing 3 of many - a b: c d\r\n", DriverStep::kOther, 0, 0},
         Case{"Installing 99999 of 12 - a b: c\r\n", DriverStep::kInstalling, 0, 12},
-        Case{kThird + kEnd, DriverStep::kOverUnlessRunning, 0, 0}}) {
+        Case{kThird + kEnd, DriverStep::kOther, 0, 0}}) {
     const DriverStep step = ParseDriverLog(log);
     EXPECT_EQ(step.kind, kind) << log;
     EXPECT_EQ(step.done, done) << log;
@@ -68,6 +67,17 @@ TEST(DriverInjection, FollowsDismToTheEnd) {
   EXPECT_FALSE(w.files.exists("C:\\Windows\\temp\\SetDrv.xml") || w.files.exists(kScript));
   EXPECT_EQ(w.form.progressBar1.value(), 100);
   EXPECT_TRUE(w.said("S40"));
+}
+
+TEST(DriverInjection, GoesOnWhateverDismSaidLast) {
+  for (const std::string& last :
+       {kThird, std::string("The DISM log file can be found at C:\\dism.log\r\n")}) {
+    DriverShop w("D:\\DRIVERS");
+    w.processes.onStart("dism.exe", [&](ToolRun& run) { run.print(500, kSearch + last); });
+    StartDriverInjection(w.session);
+    w.run(1000);
+    EXPECT_FALSE(w.form.timer3.enabled() || w.form.busy) << last;
+  }
 }
 
 TEST(DriverInjection, WithoutItsScriptOrDismTheInstallationGoesOn) {
