@@ -9,6 +9,7 @@ using bench::Window;
 using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
+using testing::IsEmpty;
 using testing::StartsWith;
 using namespace pavoline;
 
@@ -112,6 +113,25 @@ TEST_F(Installing, ImagingProgramKilledWhileItWrites) {
   EXPECT_EQ(person.hears(), text(kTextApplyFailed));
   EXPECT_TRUE(person.leftInPeace());
   EXPECT_THAT(toolsRun(), ElementsAre("format", "wimlib-imagex"));
+}
+
+TEST_F(Installing, FormatProgramMissing) {
+  constexpr wchar_t kFormat[] = L"C:\\windows\\system32\\format.com";
+  constexpr wchar_t kAway[] = L"C:\\windows\\system32\\format.away";
+  place("small.wim", kImage);
+  write("E:\\letter.txt", "stays");
+  Person person;
+  ASSERT_TRUE(person.opensImage(kImage));
+  ASSERT_TRUE(MoveFileW(kFormat, kAway));
+  person.startsAndConfirms();
+  const std::string message = person.hears();
+  MoveFileW(kAway, kFormat);
+  for (int line = kTextFormatMissing; line < kTextFormatMissing + 4; ++line) {
+    EXPECT_THAT(message, HasSubstr(text(line)));
+  }
+  EXPECT_TRUE(person.leftInPeace());
+  EXPECT_THAT(toolsRun(), IsEmpty());
+  EXPECT_EQ(read("E:\\letter.txt"), "stays");
 }
 
 TEST_F(Installing, ClosedInMidApply) {

@@ -9,8 +9,8 @@
 
 #include "app/program.h"
 #include "driver/main_window.h"
+#include "driver/ruler.h"
 #include "form/text_numbers.h"
-#include "ruler.h"
 #include "tour/tour.h"
 #include "win32/form_window.h"
 #include "win32/win_platform.h"

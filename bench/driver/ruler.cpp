@@ -1,4 +1,4 @@
-#include "ruler.h"
+#include "driver/ruler.h"
 
 #include <windows.h>
 // After windows.h, on which it leans.
