@@ -20,7 +20,7 @@ struct MenuItem {
 };
 
 // Keys that logic knows by name; the values are the platform's virtual-key codes.
-enum KeyCode { kKeyEscape = 0x1B, kKeyF1 = 0x70, kKeyF2 = 0x71, kKeyF3 = 0x72 };
+enum KeyCode { kKeyF1 = 0x70, kKeyF2 = 0x71, kKeyF3 = 0x72 };
 // Modifiers in the `shift` argument of key handlers; they add up.
 enum ShiftState { kShiftNone = 0, kShiftKey = 1, kControlKey = 2, kAltKey = 4 };
 

@@ -75,7 +75,6 @@ enum TextNumber {
   kTextVirtualDisk = 71,
   kTextApplyMode = 72,
   kTextSourceOnTarget = 73,
-  kTextRepairingBoot = kTextBootFiles,
   kTextColumnName = 74,
   kTextColumnFolder = 75,
   kTextColumnKind = 76,

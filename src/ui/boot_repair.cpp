@@ -46,7 +46,7 @@ void Report(Session& session, const std::string& boot) {
 
 void Repair(Session& session, const std::string& boot) {
   Form1& form = session.form;
-  form.status.setText(String(session, kTextRepairingBoot));
+  form.status.setText(String(session, kTextBootFiles));
   session.bootRepairRequested = true;
   CallBootMbr(session, kBootSectorVersion);
   session.bootRepairRequested = false;
