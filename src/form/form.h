@@ -15,6 +15,7 @@ struct MenuItem {
   bool checked = false;
   int image = 0;                // resource number of the 16x16 picture; 0: none
   std::vector<MenuItem> items;  // of a submenu
+  bool enabled = true;
 
   bool separator() const { return text.empty(); }
 };

@@ -14,6 +14,13 @@ inline constexpr int kWarningMessage = 48;
 inline constexpr int kQuestionWarning = 49;  // OK and Cancel
 inline constexpr int kInformationMessage = 64;
 inline constexpr int kAnswerOk = 1;
+inline constexpr int kAnswerCancel = 2;
+
+// How long a message waits for an answer: it shows the seconds left and then takes `answer`.
+struct MessageLimit {
+  int seconds = 0;  // 0: for as long as the person wants
+  int answer = kAnswerOk;
+};
 
 struct FileFilter {
   std::string description;  // as shown
@@ -33,7 +40,8 @@ class Dialogs {
  public:
   virtual ~Dialogs() = default;
 
-  virtual int message(const std::string& text, int flags, const std::string& title) = 0;
+  virtual int message(const std::string& text, int flags, const std::string& title,
+                      const MessageLimit& limit) = 0;
 
   // The chosen path, empty when cancelled.
   virtual std::string openFile(const FileRequest& request) = 0;

@@ -19,6 +19,15 @@ struct VolumePosition {
   std::uint32_t partition = 0;
 };
 
+// What the system knows a mounted volume by. Unknown parts are empty or zero.
+struct VolumeFacts {
+  std::string name;          // the volume's own name, "\\\\?\\Volume{...}\\"
+  std::uint32_t serial = 0;  // given by the last formatting
+  std::uint32_t disk = 0;    // from 1
+  std::uint64_t offset = 0;  // of its first byte on that disk
+  bool operator==(const VolumeFacts&) const = default;
+};
+
 // A drive is written "D:".
 class Drives {
  public:
@@ -29,6 +38,14 @@ class Drives {
 
   // Nothing for a drive that lies on no partition of a disk.
   virtual std::optional<VolumePosition> position(const std::string& drive) = 0;
+
+  virtual VolumeFacts facts(const std::string& drive) = 0;
+
+  // Gives the volume at a position a letter that is free. False when there is no such volume, or
+  // the system refuses.
+  virtual bool assignLetter(const VolumePosition& position, const std::string& drive) = 0;
+  // Takes a volume's letter away; its files stay.
+  virtual bool removeLetter(const std::string& drive) = 0;
 };
 
 }  // namespace pavoline

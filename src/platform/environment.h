@@ -7,7 +7,7 @@
 namespace pavoline {
 
 struct LocalTime {
-  int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0;
+  int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0, millisecond = 0;
 };
 
 // What the program asks about the machine and the process it runs in.
@@ -16,6 +16,8 @@ class Environment {
   virtual ~Environment() = default;
 
   virtual std::string variable(const std::string& name) = 0;  // empty when not set
+
+  virtual void setVariable(const std::string& name, const std::string& value) = 0;
 
   // The process's arguments after the platform's splitting rules, the program path first.
   virtual std::vector<std::string> arguments() = 0;
@@ -29,6 +31,8 @@ class Environment {
   virtual bool fontExists(const std::string& name) = 0;
 
   virtual LocalTime now() = 0;
+  // Since some fixed moment; never set back, unlike the clock.
+  virtual std::uint64_t milliseconds() = 0;
   virtual void reseedRandom() = 0;
   virtual double random() = 0;  // uniform in [0, 1)
 };

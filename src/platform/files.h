@@ -24,6 +24,9 @@ using EntryVisitor = std::function<bool(const FileEntry&)>;
 // Called while a file is copied, with the bytes done and in all; false cancels the copy.
 using CopyProgress = std::function<bool(std::uint64_t done, std::uint64_t total)>;
 
+// `read` takes no larger file (bytes): what the program reads whole are texts of its tools.
+inline constexpr std::uint64_t kLargestRead = 64u << 20;
+
 // Paths are absolute Windows paths, or relative to the current folder.
 class Files {
  public:
@@ -32,9 +35,25 @@ class Files {
   virtual bool exists(const std::string& path) = 0;    // a file or a folder
   virtual bool isFolder(const std::string& path) = 0;  // an existing folder
 
+  // True for a folder whose entries can be listed. Leaves the current folder as it is.
+  virtual bool accessible(const std::string& folder) = 0;
+
+  // The path from its drive on, "." and ".." worked out against the current folder; the path itself
+  // need not exist.
+  virtual std::string fullPath(const std::string& path) = 0;
+
   // All bytes of a file, also of one that another program is still writing.
-  // Nothing when it cannot be read.
+  // Nothing when it cannot be read or is larger than kLargestRead.
   virtual std::optional<std::string> read(const std::string& path) = 0;
+
+  // At most `room` bytes from `offset` on, of a file of any size, also of one that is being written.
+  // Empty behind the end. Nothing when the file cannot be read.
+  virtual std::optional<std::string> readPart(const std::string& path, std::uint64_t offset,
+                                              std::size_t room) = 0;
+
+  // Writes a file that must not be there yet: nothing that lies under the name is taken over. False
+  // when something does, or when any byte could not be written.
+  virtual bool create(const std::string& path, const std::string& bytes) = 0;
 
   // Creates or truncates the file. False when any byte could not be written.
   virtual bool write(const std::string& path, const std::string& bytes) = 0;

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,6 +18,14 @@ class StartedProgram {
   virtual ~StartedProgram() = default;
 
   virtual bool running() = 0;
+  virtual std::uint32_t id() = 0;
+
+  // Nothing while the program runs.
+  virtual std::optional<std::uint32_t> exitCode() = 0;
+
+  // Calls the action once, from the event loop, when the program has ended; at once at the next
+  // round of events when it has ended already. It is forgotten with this object.
+  virtual void whenEnded(std::function<void()> action) = 0;
 
   // Sleeps until the program has ended or user-interface events are pending, whichever comes
   // first; handles the pending events and returns. Costs no processor time while nothing happens.
@@ -27,24 +37,43 @@ struct RunningProcess {
   std::string imageName;  // as the system lists it, for example "WIMLIB-IMAGEX.EXE"
 };
 
+struct StartRequest {
+  // A command line, or a batch file by its path.
+  std::string commandLine;
+  ShowMode mode = ShowMode::kHidden;
+
+  // Full path of the program that runs, whatever the command line's first word would find; empty:
+  // that word decides.
+  std::string program;
+
+  // A file, made anew, that takes what the program and its children write to their standard error,
+  // and to their standard output where they do not redirect it; standard input is then empty.
+  // Empty: the streams are those of the program's own console. A file that cannot be made costs
+  // the output, not the start.
+  std::string outputFile;
+};
+
 class Processes {
  public:
   virtual ~Processes() = default;
 
-  // Starts a command line (or a batch file by its path) in the current directory.
-  // Null when it could not be started.
-  virtual std::unique_ptr<StartedProgram> start(const std::string& commandLine, ShowMode mode) = 0;
+  // Starts a program in the current directory. Null when it could not be started.
+  virtual std::unique_ptr<StartedProgram> start(const StartRequest& request) = 0;
 
   // Switches the 32-bit view of System32 off for this thread and returns the value that
   // `revertRedirection` wants; 0 when there was nothing to switch off.
   virtual std::uintptr_t disableRedirection() = 0;
   virtual void revertRedirection(std::uintptr_t oldValue) = 0;
 
+  // Empty when the system gave no list, since the program itself always runs.
   virtual std::vector<RunningProcess> list() = 0;
   virtual void terminate(std::uint32_t id) = 0;  // with exit code 1; a failure is ignored
 
   // Handles all pending user-interface events and returns.
   virtual void handleEvents() = 0;
+
+  // Handles events for that long, sleeping in between. Returns early when the main window is gone.
+  virtual void handleEventsFor(long milliseconds) = 0;
 };
 
 }  // namespace pavoline
