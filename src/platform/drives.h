@@ -21,7 +21,7 @@ struct VolumePosition {
 
 // What the system knows a mounted volume by. Unknown parts are empty or zero.
 struct VolumeFacts {
-  std::string name;          // the volume's own name, "\\\\?\\Volume{...}\\"
+  std::string name;          // the volume's own name, "\\?\Volume{...}\"
   std::uint32_t serial = 0;  // given by the last formatting
   std::uint32_t disk = 0;    // from 1
   std::uint64_t offset = 0;  // of its first byte on that disk
