@@ -17,7 +17,7 @@ die() {
 }
 
 bench_packages=(wine64 wine xvfb wimtools ntfs-3g xorriso qemu-utils imagemagick fonts-wine fonts-wqy-microhei
-  locales-all procps perl)
+  locales-all procps perl fdisk)
 build_packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix libgtest-dev libgmock-dev)
 
 # need_packages NAME...: installs what is missing, or says how and stops.
