@@ -32,7 +32,8 @@ class ToolRun {
   friend class FakeProcesses;
   void appends(long ms, const std::string& file, const std::string& text);
 
-  std::string errors_;  // file that takes its standard error; empty: none
+  std::string errors_;       // file that takes its standard error; empty: none
+  bool errorsOnly_ = false;  // and not its output
   std::uint32_t code_ = 0;
   std::multimap<long, std::function<void(FakeFiles&)>> steps_;
   long end_ = 0;
@@ -85,6 +86,7 @@ struct FakeProcesses : Processes {
     bool batch = false, running = true;
     bool programGiven = false;  // whatever the line begins with
     std::string outputFile;     // empty: none
+    bool errorsOnly = false;
     std::uint32_t id = 0, code = 0;
     std::vector<std::weak_ptr<std::function<void()>>> whenEnded;
   };
