@@ -94,27 +94,17 @@ TEST(ApplyMonitor, NoLivingOrUnseenToolIsTakenForDead) {
 }
 
 TEST(ApplyMonitor, AToolThatHasJustFinishedIsNoAccident) {
-  // The tool writes its last line and ends between the reading of the log and the listing.
-  struct LateProcesses : FakeProcesses {
-    using FakeProcesses::FakeProcesses;
-    std::function<void()> beforeListing;
-    std::vector<RunningProcess> list() override {
-      if (beforeListing) beforeListing();
-      return FakeProcesses::list();
-    }
-  };
   InstallShop w;
-  LateProcesses late(w.time, w.files, w.environment);
-  Platform platform{late,   w.files,   w.drives,  w.profile, w.environment,
-                    w.text, w.windows, w.taskbar, w.dialogs};
-  Session session{platform, w.form};
-  session.paths = w.session.paths;
   ApplyRun run;
-  WimSetup(session, w.plan, w.plan.source, run);
+  WimSetup(w.session, w.plan, w.plan.source, run);
   run.progress.createPercent = 100;
+  w.run(0);
   w.files.put(kLog, Extracted(98) + Extracted(99));
-  late.beforeListing = [&] { w.files.put(kLog, Extracted(98) + Extracted(99) + kDone); };
-  EXPECT_EQ(ApplyMonitorTick(session, run).kind, StepResult::kWaits);
+  w.processes.onList = [&] {  // its last line comes between the reading of the log and the listing
+    w.files.put(kLog, Extracted(98) + Extracted(99) + kDone);
+    w.processes.terminate(run.tool->id() + 1);
+  };
+  EXPECT_EQ(ApplyMonitorTick(w.session, run).kind, StepResult::kWaits);
   EXPECT_EQ(run.progress.extractPercent, 100);
 }
 

@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "run/taskbar_progress.h"
 #include "support/installer.h"
 
 namespace pavoline::testing {
@@ -113,15 +112,6 @@ TEST(GhostTick, AProgramThatNeverShowsAWindowFails) {
     EXPECT_EQ(w.install(), 3);
     EXPECT_THAT(w.heard(), ElementsAre(starts ? "S30\n\nM21\nError 11030|S12|16" : "S30|S12|16"));
     EXPECT_FALSE(w.form.timer2.enabled());
-  }
-}
-
-TEST(Taskbar, ExistsFromVersionSixPointOne) {
-  for (const auto& [version, exists] : {std::pair{6.0f, false}, {6.1f, true}, {10.0f, true}}) {
-    Workshop w;
-    w.session.osVersion = version;
-    CreateTaskbarProgress(w.session);
-    EXPECT_EQ(w.taskbar.created, exists) << version;
   }
 }
 

@@ -44,16 +44,12 @@ struct Installer : InstallShop {
   // As a person: source, second edition, partitions S: and E:.
   void fillIn();
   void pressStart() { form.command1[kStart].press(); }
-  // Starts without a person and waits for the program's end: the exit code.
+  // Starts without a person, some words left out, and waits for the program's end: the exit code.
   int unattended(std::vector<std::string> more, const std::string& without = "");
 
   Session& running() { return program->session(); }
   bool idle() { return running().activity == Activity::kIdle && form.combo1.enabled(); }
   long count(const std::string& partOfMessage) const;
-  bool installed() const {  // or began to
-    return processes.ranLike("format.com") || processes.ranLike(" apply ") ||
-           processes.ranLike("-clone");
-  }
   std::string journal() { return files.text("C:\\Windows\\temp\\Pavoline.log"); }
 
   std::unique_ptr<Program> program;
