@@ -262,6 +262,7 @@ void FakeProcesses::terminate(std::uint32_t id) {
 }
 
 std::vector<RunningProcess> FakeProcesses::list() {
+  if (onList) onList();
   if (noList) return {};
   std::vector<RunningProcess> result = {{1, "pavoline.exe"}};
   for (const auto& [id, process] : processes_) result.push_back({id, process.image});

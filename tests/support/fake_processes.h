@@ -59,7 +59,8 @@ struct FakeProcesses : Processes {
   std::vector<std::string> ran;     // every single command, batch lines with variables put in
   std::vector<std::string> killed;  // image names as listed
   int failNextStarts = 0;
-  bool noList = false;  // the system gives no process list
+  bool noList = false;           // the system gives no process list
+  std::function<void()> onList;  // before it is made
   int redirectionOffDepth = 0;
   long eventsMs = 1;  // simulated time that handling the pending events takes
 
