@@ -30,13 +30,9 @@ TEST(VirtualDiskTexts, TurnSizesIntoMegabytes) {
   }
 }
 
-TEST(VirtualDiskTexts, ChooseALetterAndANameThatCanBe) {
+TEST(VirtualDiskTexts, ChooseALetterAndTheExtension) {
   EXPECT_EQ(GetULetter("C:,D:,V:,Z:,"), "Y");
   EXPECT_EQ(GetULetter("G:,H:,I:,J:,K:,L:,M:,N:,O:,P:,Q:,R:,S:,T:,V:,W:,Y:,Z:,"), "");
-  for (const char c : std::string("?*:/\\\"<>|\n")) {
-    EXPECT_FALSE(IsVirtualDiskName(std::string("a") + c)) << c;
-  }
-  for (const char* name : {"a b & 100%", "上.vhdx", "."}) EXPECT_TRUE(IsVirtualDiskName(name));
   EXPECT_EQ(WithVirtualDiskExtension("D:\\DATA.VHDX", VirtualDiskFormat::kVhd), "D:\\DATA.VHD");
   EXPECT_EQ(WithVirtualDiskExtension("D:\\a.img", VirtualDiskFormat::kVhdx), "D:\\a.img.vhdx");
 }

@@ -30,18 +30,13 @@ struct IsoMount : ::testing::Test, SourceShop {
 };
 
 TEST(MountLog, NamesTheDrive) {
-  const std::pair<std::string, std::string> cases[] = {
-      {"Creating device...\r\nCreated device 0: F: -> C:\\X.iso\r\n", "F:"},
-      {"Creating device...\r\nError: -> no", ""},
-      {" -> Created device ", ""},
-      {"", ""}};
-  for (const auto& [log, drive] : cases) {
-    EXPECT_EQ(MountedDrive(log), drive) << log;
-    for (std::size_t cut = 0; cut < log.size(); ++cut) {
-      const std::string early = MountedDrive(log.substr(0, cut));
-      EXPECT_TRUE(early.empty() || early == drive) << log << " cut at " << cut;
-    }
+  const std::string log = "Creating device...\r\nCreated device 0: F: -> C:\\X.iso\r\n";
+  EXPECT_EQ(MountedDrive(log), "F:");
+  for (std::size_t cut = 0; cut < log.size(); ++cut) {
+    const std::string early = MountedDrive(log.substr(0, cut));
+    EXPECT_TRUE(early.empty() || early == "F:") << "cut at " << cut;
   }
+  EXPECT_EQ(MountedDrive(" -> Created device "), "");
 }
 
 TEST_F(IsoMount, TheImageOnTheDriveBecomesTheSource) {
