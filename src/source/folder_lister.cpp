@@ -4,6 +4,7 @@
 #include <optional>
 #include <string_view>
 
+#include "platform/environment.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/processes.h"
@@ -37,7 +38,13 @@ bool IsWanted(const FileEntry& entry) {
 
 }  // namespace
 
+// Often enough for the window to paint and for Stop to answer at once; handling them after each
+// entry would take several times as long as the listing itself.
 void FolderWalk::handleEvents() const {
+  constexpr std::uint64_t kInterval = 15;  // milliseconds
+  const std::uint64_t now = session.platform.environment.milliseconds();
+  if (handledAt != 0 && now - handledAt < kInterval) return;
+  handledAt = std::max<std::uint64_t>(now, 1);
   std::optional<SourceWait> wait;
   if (locksSource) wait.emplace(session);
   session.platform.processes.handleEvents();

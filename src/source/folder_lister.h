@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -13,7 +14,10 @@ struct FolderWalk {
   bool locksSource = false;  // the source box must not change while the walk goes on
 
   bool ended() const { return session.search.stop || session.form.unloaded(); }
+  // Called after each entry; handles events when some time has gone by since it last did.
   void handleEvents() const;
+
+  mutable std::uint64_t handledAt = 0;  // milliseconds of the environment
 };
 
 // Adds the full paths of a folder's subfolders to `found`, but for those that belong to an

@@ -1,5 +1,6 @@
 #include "source/wim_info.h"
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -22,6 +23,7 @@ constexpr std::size_t kLongestArchText = 1024;
 
 // A name is text of an XML file, in which these characters are written out.
 std::string PlainText(std::string text) {
+  if (!Contains(text, "&")) return text;
   for (const auto& [entity, character] :
        {std::pair{"&lt;", "<"}, {"&gt;", ">"}, {"&quot;", "\""}, {"&apos;", "'"}, {"&amp;", "&"}}) {
     text = ReplaceAll(std::move(text), entity, character);
@@ -62,7 +64,12 @@ void BuildLines(WimImageInfo& image, CarryOver& carried) {
 std::vector<WimImageInfo> ParseWimInfo(const std::string& xml) {
   std::vector<WimImageInfo> images;
   CarryOver carried;
-  for (const std::string& chunk : Split(xml, "</IMAGE>")) {
+  constexpr std::string_view kEnd = "</IMAGE>";
+  const std::string_view text = xml;
+  for (std::size_t from = 0; from < text.size();) {
+    const auto end = std::min(text.find(kEnd, from), text.size());
+    const std::string_view chunk = text.substr(from, end - from);
+    from = end + kEnd.size();
     if (!Contains(chunk, "INDEX")) continue;
     WimImageInfo image;
     image.index = static_cast<int>(images.size()) + 1;

@@ -265,6 +265,7 @@ void FakeFiles::list(const std::string& pattern, const EntryVisitor& visit) {
         {node.name, node.attributes, node.size.value_or(node.content.size()), "2024-05-06 07:08"});
   }
   for (const FileEntry& entry : entries) {
+    if (onEntry) onEntry();
     if (!visit(entry)) return;
   }
 }

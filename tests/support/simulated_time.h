@@ -23,6 +23,7 @@ class SimulatedTime {
   // The form watched first, the main window, has gone: waits should end.
   bool mainUnloaded() const { return !forms_.empty() && forms_.front()->unloaded(); }
 
+  void pass(long ms) { now_ += ms; }    // nothing is noticed until events are handled
   void advance(long ms);                // fires all that is due within this span
   void advanceWhileMainStays(long ms);  // the same, but stops where the main window goes
   void advanceToNext();  // to the next thing that happens; throws when nothing ever will
