@@ -31,12 +31,12 @@ constexpr std::string_view kSkipped[] = {
     "users",
 };
 
-bool IsWanted(const FileEntry& entry) {
+}  // namespace
+
+bool IsSearchedFolder(const FileEntry& entry) {
   return (entry.attributes & kFolderAttribute) != 0 &&
          std::ranges::find(kSkipped, LowerAscii(entry.name)) == std::end(kSkipped);
 }
-
-}  // namespace
 
 // Often enough for the window to paint and for Stop to answer at once; handling them after each
 // entry would take several times as long as the listing itself.
@@ -58,7 +58,7 @@ void ListFolders(const FolderWalk& walk, const std::string& folder,
   if (walk.ended() || !files.accessible(folder)) return;
   const std::string base = WithBackslash(folder);
   files.list(base + "*.*", [&](const FileEntry& entry) {
-    if (IsWanted(entry)) found.push_back(base + entry.name);
+    if (IsSearchedFolder(entry)) found.push_back(base + entry.name);
     walk.handleEvents();
     return !walk.ended();
   });

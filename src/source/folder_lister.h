@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/files.h"
 #include "session/session.h"
 
 namespace pavoline {
@@ -19,6 +20,9 @@ struct FolderWalk {
 
   mutable std::uint64_t handledAt = 0;  // milliseconds of the environment
 };
+
+// False for what is no folder, and for folders that belong to an installed system.
+bool IsSearchedFolder(const FileEntry& entry);
 
 // Adds the full paths of a folder's subfolders to `found`, but for those that belong to an
 // installed system. A folder that is missing or not accessible has none. The current folder stays
