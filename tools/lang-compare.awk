@@ -7,17 +7,22 @@ function wrong(line, key, why) {
   failed = 1
 }
 
-# The placeholders of a text with their counts, in a fixed order.
-function placeholders(text, names, found, rest, count, at, i) {
-  split("%bp% %ip% %ip_id% %F% %f% %n% %v%", names, " ")
-  found = ""
-  for (i = 1; i in names; i++) {
-    rest = text
-    for (count = 0; (at = index(rest, names[i])) > 0; count++)
-      rest = substr(rest, at + length(names[i]))
-    if (count) found = found (found ? " " : "") names[i] (count > 1 ? " x" count : "")
+# The placeholders of a text with their counts, in an order that no translation changes. Letter
+# case counts, as it does to the program.
+function placeholders(text, names, counts, name, n, i, found) {
+  split("", counts)
+  for (n = 0; match(text, /%[A-Za-z_]+%/); text = substr(text, RSTART + RLENGTH)) {
+    name = substr(text, RSTART, RLENGTH)
+    if (!counts[name]++) {
+      for (i = ++n; i > 1 && names[i - 1] > name; i--) names[i] = names[i - 1]
+      names[i] = name
+    }
   }
-  return found ? found : "none"
+  for (i = 1; i <= n; i++) {
+    name = names[i]
+    found = found (i > 1 ? " " : "") name (counts[name] > 1 ? " x" counts[name] : "")
+  }
+  return n ? found : "none"
 }
 
 # How a text ends, alike in every script: CJK writes other marks and "(&X)" before the colon.

@@ -1,5 +1,5 @@
 # Reads one language source and prints "line TAB key TAB text" for every text in it; the keys are
-# font, String(n) and Caption(n). A line that the format does not know is told as "file:line: why",
+# font, String(n), Caption(n) and More(n). A line that the format does not know is told as "file:line: why",
 # and the exit status is then 1. Run with LC_ALL=C: lines are taken as bytes.
 
 function wrong(why) {
@@ -14,8 +14,9 @@ function number(key) {
 
 function known(key) {
   if (section == "Option") return key == "font"
-  if (section != "Language") return 0
   # The same number written in two ways (String(07)) would be two keys to the program.
+  if (section == "More") return key ~ /^More\((0|[1-9][0-9]?)\)$/
+  if (section != "Language") return 0
   if (key ~ /^String\((0|[1-9][0-9]*)\)$/) return number(key) + 0 <= 114
   if (key ~ /^Caption\((0|[1-9][0-9]*)\)$/) return number(key) + 0 <= 12
   return 0
@@ -26,7 +27,9 @@ FNR == 1 && /^\357\273\277/ { wrong("a byte-order mark stands before the text");
 /^;/ || /^$/ { next }
 /^\[/ {
   section = substr($0, 2, length($0) - 2)
-  if ($0 != "[Option]" && $0 != "[Language]") wrong("unknown section " $0)
+  if ($0 !~ /^\[(Option|Language|More)\]$/) wrong("unknown section " $0)
+  # Reading looks into the first section of a name only.
+  else if (sections[section]++) wrong("section " $0 " is given twice")
   next
 }
 {

@@ -8,7 +8,7 @@
 
 #include "engine/apply_log.h"
 #include "engine/apply_monitor.h"
-#include "engine/command_runner.h"
+#include "run/command_runner.h"
 #include "form/text_numbers.h"
 #include "platform/files.h"
 #include "platform/processes.h"

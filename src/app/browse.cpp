@@ -5,7 +5,6 @@
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
-#include "postinstall/answer_file.h"
 #include "source/iso_mount.h"
 
 namespace pavoline {
@@ -17,10 +16,6 @@ std::string RelativeToProgram(const Session& session, const std::string& path) {
   const std::string folder = session.paths.appDir + "\\";
   if (LowerAscii(path.substr(0, folder.size())) != LowerAscii(folder)) return path;
   return ".\\" + path.substr(folder.size());
-}
-
-std::string FromProgram(const Session& session, const std::string& path) {
-  return path.starts_with(".\\") ? session.paths.appDir + path.substr(1) : path;
 }
 
 FileRequest AnswerFileRequest(Session& session) {
@@ -42,8 +37,8 @@ bool IsMarkedUtf8(const std::string& bytes) { return bytes.starts_with("\xEF\xBB
 }  // namespace
 
 void BrowseImage(Session& session) {
-  // While an image is being read the box is locked, and a second reading must not start.
-  if (!session.form.combo1.enabled()) return;
+  // A second reading must not start while an image is being read.
+  if (!May(session, Action::kTakeSource)) return;
   const std::string patterns = "*.iso;*.wim;*.esd;*.gho";
   FileRequest request;
   request.title = String(session, kTextBrowseTitle);
@@ -64,15 +59,13 @@ void BrowseAnswerFile(Session& session) {
     if (form.text[kAnswerFile].text().empty()) form.check[kUseAnswerFile].setValue(0);
     return;
   }
-  const std::string bytes = session.platform.files.read(path).value_or("");
-  if (!IsMarkedUtf8(bytes)) {
+  if (!IsMarkedUtf8(session.platform.files.readPart(path, 0, 2).value_or(""))) {
     Message(session, String(session, kTextWrongEncoding), kErrorMessage,
             String(session, kTextInformation));
     if (form.text[kAnswerFile].text().empty()) form.check[kUseAnswerFile].setValue(0);
     return;
   }
   form.text[kAnswerFile].setText(RelativeToProgram(session, path));
-  session.templateMarked = IsTemplate(bytes);
 }
 
 void BrowseDrivers(Session& session) {

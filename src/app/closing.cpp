@@ -1,33 +1,64 @@
 #include "app/closing.h"
 
-#include "engine/command_runner.h"
+#include "disk/lent_letter.h"
 #include "form/text_numbers.h"
+#include "install/installation.h"
 #include "platform/dialogs.h"
+#include "run/command_runner.h"
 #include "source/iso_mount.h"
 
 namespace pavoline {
+namespace {
 
-bool QueryUnload(Session& session) {
-  if (!session.form.busy) return true;
-  if (!session.commandLine.install &&
-      Message(session, String(session, kTextCloseQuestion), kQuestionError,
-              String(session, kTextCloseTitle)) != kAnswerOk) {
-    return false;
-  }
+bool Agreed(Session& session) {
+  if (session.commandLine.install) return true;
+  const bool repair = session.activity == Activity::kRepairingBoot;
+  return Message(session,
+                 repair ? More(session, kMoreCloseRepair) : String(session, kTextCloseQuestion),
+                 kQuestionError, String(session, kTextCloseTitle)) == kAnswerOk;
+}
+
+void EndTools(Session& session) {
   for (const char* tool : {"wimlib-imagex.exe", "ghost.exe", "dism.exe"}) {
     KillProcessByName(session, tool);
   }
+}
+
+}  // namespace
+
+bool QueryUnload(Session& session) {
+  const Activity asked = session.activity;
+  switch (ClosingDuring(asked)) {
+    case Closing::kFree:
+      return true;
+    case Closing::kWait:
+      return false;
+    case Closing::kAsk:
+      break;
+  }
+  if (!Agreed(session)) return false;
+  // The work may have come to its end while the question was open.
+  if (session.activity == Activity::kInstalling) EndTools(session);
   return true;
 }
 
 void Unload(Session& session) {
   session.search.stop = true;
   for (Timer* timer : session.form.timers()) timer->setEnabled(false);
+  if (session.installation) {
+    EndInstallation(session, {Outcome::kCancelled, "", {"", "", 0, ExitCode::kCancelled}});
+  }
+  session.activity = Activity::kClosed;
+  TakeLetterBack(session);
   if (!session.mountedIsoDrive.empty()) {
-    ShellNoWait(session, DismountCommand(session, session.mountedIsoDrive), ShowMode::kHidden);
+    session.outerIsos.insert(session.outerIsos.begin(), {session.mountedIsoDrive, ""});
     session.mountedIsoDrive.clear();
   }
-  Journal(session, "closed");
+  for (const MountedIso& iso : session.outerIsos) {
+    ShellNoWait(session, DismountCommand(session, iso.drive), ShowMode::kHidden);
+  }
+  session.outerIsos.clear();
+  Journal(session, "closed, exit code " + std::to_string(static_cast<int>(session.exitCode)));
 }
 
 }  // namespace pavoline

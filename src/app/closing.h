@@ -4,8 +4,9 @@
 
 namespace pavoline {
 
-// The window is asked to close. While an installation runs a person is asked first (an unattended
-// run takes it as agreed); then the tools are ended. False: it stays open.
+// The window is asked to close. While an installation or a boot repair runs a person is asked first
+// (an unattended run takes it as agreed); then the tools of the installation are ended. False: it
+// stays open.
 bool QueryUnload(Session& session);
 
 // The window goes: what the program mounted is dismounted and what it searches is stopped.

@@ -36,7 +36,7 @@ constexpr HotKey kHotKeys[] = {
 }  // namespace
 
 bool HandleHotKey(Session& session, int keyCode, int shift) {
-  if (session.form.busy) return false;
+  if (!May(session, Action::kUseKeys)) return false;
   for (const HotKey& key : kHotKeys) {
     if (key.keyCode != keyCode || key.shift != shift) continue;
     key.run(session);

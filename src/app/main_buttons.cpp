@@ -1,8 +1,8 @@
 #include "app/main_buttons.h"
 
 #include "app/browse.h"
-#include "app/start_checks.h"
 #include "form/text_numbers.h"
+#include "install/start_checks.h"
 #include "platform/dialogs.h"
 #include "platform/text.h"
 #include "source/image_search.h"
@@ -16,7 +16,7 @@ void ChoosePartition(Session& session, PartitionPurpose purpose) {
     Message(session, String(session, kTextListNotReady), kInformationMessage, "Initializing...");
     return;
   }
-  ShowPartitionChooser(session, purpose);
+  if (May(session, Action::kChoose)) ShowPartitionChooser(session, purpose);
 }
 
 void ChooseBoot(Session& session) { ChoosePartition(session, PartitionPurpose::kBoot); }
@@ -49,20 +49,25 @@ void ToggleSearch(Session& session) {
     search.stop = true;
     return;
   }
+  if (!May(session, Action::kSearch)) return;  // perhaps a mounted image is being searched
+  if (!SearchDrives(session)) return;
+  session.form.status.setText(
+      ReplaceAll(String(session, kTextSearchDone), "%n%", std::to_string(search.found.size())));
+  if (!search.found.empty()) ShowImageList(session);
+}
+
+bool SearchDrives(Session& session) {
+  SearchState& search = session.search;
   Form1& form = session.form;
-  if (!form.combo1.enabled()) return;  // an image is being read, perhaps a mounted one searched
   search.found.clear();
   search.stop = false;
   search.running = true;
   form.search.setText(String(session, kTextStop));
   SearchImages(session, SearchMode::kDrives, "");
   search.running = false;
-  if (form.unloaded()) return;
+  if (form.unloaded()) return false;
   form.search.setText(String(session, kTextSearch));
-  if (form.busy) return;
-  form.status.setText(
-      ReplaceAll(String(session, kTextSearchDone), "%n%", std::to_string(search.found.size())));
-  if (!search.found.empty()) ShowImageList(session);
+  return session.activity == Activity::kIdle;
 }
 
 void ShowEditionDetails(Session& session) {

@@ -14,6 +14,10 @@ void Check_Click(Session& session, int index);
 // Starts the image search, or stops the one that runs.
 void ToggleSearch(Session& session);
 
+// Searches the drives for images while the search button stops it. False when there is nothing to
+// be said of it any more: the window is gone, or other work has begun.
+bool SearchDrives(Session& session);
+
 // Shows what is known of the chosen edition.
 void ShowEditionDetails(Session& session);
 

@@ -5,9 +5,11 @@
 #include "app/hot_keys.h"
 #include "app/main_buttons.h"
 #include "app/startup.h"
-#include "engine/apply_monitor.h"
-#include "engine/ghost_restore.h"
-#include "postinstall/driver_injection.h"
+#include "disk/partitions.h"
+#include "form/text_numbers.h"
+#include "install/installation.h"
+#include "platform/dialogs.h"
+#include "platform/text.h"
 #include "source/image_source.h"
 #include "ui/system_menu.h"
 
@@ -18,6 +20,15 @@ Program::Program(Platform& platform, Form1& form) : session_(platform, form) { c
 bool Program::load() {
   InitializeProgram(session_);
   return LoadMainWindow(session_);
+}
+
+void Program::fault(const std::string& what) {
+  Journal(session_, "unexpected error: " + what);
+  Message(session_, ReplaceAll(More(session_, kMoreFault), "%e%", what), kErrorMessage,
+          String(session_, kTextError));
+  session_.installation.reset();
+  session_.exitCode = ExitCode::kFault;
+  session_.form.unload();
 }
 
 void Program::connect() {
@@ -39,12 +50,16 @@ void Program::connect() {
     form.check[index].onChange = [&session, index] { Check_Click(session, index); };
   }
 
-  form.timer1.onTick = [&session] { ApplyMonitorTick(session); };
-  // One timer serves start-up and the Ghost restore; its interval tells which.
+  for (const int index : {kBootPartition, kInstallPartition}) {
+    form.text[index].onChange = [&session] { ShowPartitionFacts(session); };
+  }
+
+  form.timer1.onTick = [&session] { ApplyTick(session); };
+  // One timer serves start-up and the Ghost restore.
   form.timer2.onTick = [&session] {
-    session.form.timer2.interval() == kStartupInterval ? StartupTick(session) : GhostTick(session);
+    session.installation ? RestoreTick(session) : StartupTick(session);
   };
-  form.timer3.onTick = [&session] { DriverMonitorTick(session); };
+  form.timer3.onTick = [&session] { DriverTick(session); };
   form.timer4.onTick = [&session] { AutoStartTick(session); };
 }
 

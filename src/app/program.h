@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "session/session.h"
 
 namespace pavoline {
@@ -12,6 +14,12 @@ class Program {
 
   // Everything before the window appears. False: a message was shown, end the process at once.
   bool load();
+
+  // An error that nobody expected: told, noted, and the end of the program.
+  void fault(const std::string& what);
+
+  // What the process returns.
+  int exitCode() const { return static_cast<int>(session_.exitCode); }
 
   Session& session() { return session_; }
 

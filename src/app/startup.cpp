@@ -5,16 +5,20 @@
 #include "app/runtime_files.h"
 #include "config/language.h"
 #include "config/settings_file.h"
+#include "disk/lent_letter.h"
 #include "disk/partitions.h"
-#include "engine/taskbar_progress.h"
 #include "form/control_status.h"
 #include "form/main_layout.h"
 #include "form/text_numbers.h"
+#include "install/installation.h"
+#include "install/start_checks.h"
 #include "platform/dialogs.h"
 #include "platform/environment.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
+#include "run/command_runner.h"
+#include "run/taskbar_progress.h"
 #include "source/image_search.h"
 #include "ui/system_menu.h"
 #include "version.h"
@@ -50,7 +54,6 @@ void ReadCommandLine(Session& session) {
   const CommandLine line = ParseCommandLine(environment.arguments(), session.platform.text);
   if (line.locale) environment.setThreadLocale(*line.locale);
   session.commandLine = line.options;
-  session.exitAfterInstallation = line.options.install;
 }
 
 // The build of the tools that suits the machine. A 64-bit pre-installation environment usually
@@ -64,6 +67,7 @@ bool ChooseImageTool(Session& session) {
   const std::string tool =
       session.paths.binDir + "\\wimlib-imagex\\" + arch + "\\wimlib-imagex.exe";
   if (!files.exists(tool)) {
+    session.exitCode = ExitCode::kToolMissing;
     Message(session, String(session, kTextToolMissing), kInformationMessage,
             String(session, kTextInformation));
     return false;
@@ -90,7 +94,6 @@ void LockForUnattended(Session& session) {
   ControlStatus(form, session.texts, false);
   form.combo[kEditions].setEnabled(true);
   form.command1[kStart].setText(String(session, kTextStart));
-  form.busy = false;
 }
 
 void TakePartition(Session& session, const std::string& wanted, TextBox& field) {
@@ -104,21 +107,41 @@ void ApplySwitches(Session& session) {
   form.check[kRestart].setValue(line.reboot ? 1 : 0);
   TakePartition(session, line.bootPartition, form.text[kBootPartition]);
   TakePartition(session, line.installPartition, form.text[kInstallPartition]);
-  // Without its switch an unattended run never formats, whatever the settings file says.
-  form.check[kDoNotFormat].setValue(line.formatInstallPartition ? 0 : 1);
+  // Without its switch an unattended run never formats, whatever the settings file says. A Ghost
+  // image has taken the choice away, since a restore always overwrites.
+  if (KindOf(form.combo1.text()) != ImageKind::kGho) {
+    form.check[kDoNotFormat].setValue(line.formatInstallPartition ? 0 : 1);
+  }
   // A source that is not there leaves the box locked; opened, it lets the auto-start check press
   // Start, which tells what is missing and ends the run instead of waiting for ever.
   if (!session.platform.files.exists(line.sourcePath)) form.combo1.setEnabled(true);
+}
+
+// With "AUTO" a boot partition that lacks a letter only gets one by itself.
+void LendLetterToAuto(Session& session) {
+  if (session.commandLine.bootPartition != kAnyPartition) return;
+  const std::string& boot = session.form.text[kBootPartition].text();
+  const auto letterless = FindLetterlessBoot(session, session.form.text[kInstallPartition].text());
+  if (!letterless) return;
+  Journal(session,
+          "the boot partition of the install partition's disk has no letter; preselected: " + boot);
+  LendLetter(session, *letterless);
 }
 
 bool Matches(const TextBox& field, const std::string& wanted) {
   return wanted == kAnyPartition || field.text() == wanted;
 }
 
+void Started(Session& session) {
+  session.activity = Activity::kIdle;
+  if (session.activityChanged) session.activityChanged();
+}
+
 }  // namespace
 
 void InitializeProgram(Session& session) {
   FindFolders(session);
+  TrustSystemFoldersOnly(session);
   RepairRuntimeFiles(session);
   session.form.setCaption("Pavoline");
 }
@@ -142,13 +165,15 @@ bool LoadMainWindow(Session& session) {
 
 void StartupTick(Session& session) {
   Form1& form = session.form;
-  if (session.commandLine.install) LockForUnattended(session);
+  const bool unattended = session.commandLine.install;
+  if (unattended) LockForUnattended(session);
   form.timer2.setEnabled(false);
   form.setTag("0");
   GetPart(session);
   if (form.unloaded()) return;
   FillPartitionList(session, PartitionListKind::kInstall);
   FillPartitionList(session, PartitionListKind::kBoot);
+  ShowPartitionFacts(session);
   form.setTag("1");
   DiscoverPlugins(session, session.options.pluginDir);
   if (form.unloaded()) return;
@@ -156,24 +181,44 @@ void StartupTick(Session& session) {
   form.setTag("2");
   if (!session.commandLine.sourcePath.empty()) form.combo1.setText(session.commandLine.sourcePath);
   if (form.unloaded()) return;
-  if (session.commandLine.install) ApplySwitches(session);
+  if (unattended) {
+    ApplySwitches(session);
+    LendLetterToAuto(session);
+  } else {
+    Started(session);
+  }
   form.timer4.setEnabled(true);
+  // So that the source box's list is filled; an unattended run has its source.
+  if (!unattended && SearchDrives(session)) {
+    const bool wide = form.width() == kWideWidth;
+    form.status.setText(String(session, wide ? kTextStatusWide : kTextStatusNormal));
+  }
 }
 
 void AutoStartTick(Session& session) {
   Form1& form = session.form;
-  // Start is pressed once: after a failure the run waits for a person instead of formatting again.
-  if (!session.commandLine.install || !form.combo1.enabled() || session.autoStarted) return;
-  session.autoStarted = true;
-  if (Matches(form.text[kInstallPartition], session.commandLine.installPartition) &&
-      Matches(form.text[kBootPartition], session.commandLine.bootPartition)) {
-    Command1_Click(session, kStart);
+  // Only until Start has been pressed once, and not while the source is still being read.
+  if (!session.commandLine.install || session.activity != Activity::kStarting ||
+      !form.combo1.enabled()) {
     return;
   }
-  Journal(session, "unattended run ended: the partitions are install " +
-                       form.text[kInstallPartition].text() + ", boot " +
-                       form.text[kBootPartition].text());
-  form.unload();
+  Started(session);
+  const auto refuse = [&](const std::string& text, ExitCode code) {
+    EndInstallation(
+        session,
+        {Outcome::kRefused, "start", {text, String(session, kTextError), kErrorMessage, code}});
+  };
+  // One failure, one message: why the source cannot be used has been told.
+  if (session.sourceFaultTold) return refuse("", ExitCode::kRefused);
+  const std::string& install = form.text[kInstallPartition].text();
+  const std::string& boot = form.text[kBootPartition].text();
+  if (Matches(form.text[kInstallPartition], session.commandLine.installPartition) &&
+      Matches(form.text[kBootPartition], session.commandLine.bootPartition)) {
+    StartInstallation(session);
+    return;
+  }
+  refuse(ReplaceAll(ReplaceAll(More(session, kMoreOtherPartitions), "%ip%", install), "%bp%", boot),
+         ExitCode::kOtherPartitions);
 }
 
 }  // namespace pavoline

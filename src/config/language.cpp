@@ -61,6 +61,19 @@ void ReadTables(Session& session) {
   }
 }
 
+// A language file made for an earlier version lacks these: they are then English.
+void ReadMore(Session& session) {
+  const std::string english = FileOf(session, kEnglish);
+  for (int n = 0; n < kMoreCount; ++n) {
+    const std::string key = Numbered("More", n);
+    std::string text = ReadLanguageText(session, key, "More");
+    if (text.empty()) {
+      text = Trim(session.platform.profile.read(english, "More", key, kTextBuffer));
+    }
+    session.texts.more[static_cast<std::size_t>(n)] = text;
+  }
+}
+
 void ChooseFont(Session& session) {
   session.texts.fonts = ReadLanguageText(session, "font", "Option");
   for (const std::string& name : Split(session.texts.fonts, ",")) {
@@ -109,6 +122,7 @@ void LoadLanguage(Session& session) {
   ChooseLanguageFile(session);
   ChooseFont(session);
   ReadTables(session);
+  ReadMore(session);
   ApplyCaptions(session);
 }
 
@@ -121,6 +135,10 @@ bool WriteLanguageFile(Session& session, const std::string& path) {
   }
   for (std::size_t n = 0; n < texts.strings.size(); ++n) {
     file += ProfileLine(Numbered("String", static_cast<int>(n)), texts.strings[n]);
+  }
+  file += "\r\n[More]\r\n";
+  for (std::size_t n = 0; n < texts.more.size(); ++n) {
+    file += ProfileLine(Numbered("More", static_cast<int>(n)), texts.more[n]);
   }
   // UTF-16 holds every language; the new file takes the name only once it is whole.
   Files& files = session.platform.files;

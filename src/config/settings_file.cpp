@@ -49,6 +49,18 @@ void LoadSearchOptions(Session& session) {
   options.pluginDir = pluginDir.empty() ? "Plug-in" : pluginDir;
 }
 
+// Reading takes one pair of quotes off: a value that begins and ends with quotes gets another.
+std::string Quoted(const std::string& value) {
+  const bool quoted = value.size() > 1 && value.front() == '"' && value.back() == '"';
+  return quoted ? "\"" + value + "\"" : value;
+}
+
+// A Ghost image takes the choice away and clears the box; what was chosen is kept in its tag.
+std::string FormatChoice(const CheckBox& box) {
+  const bool taken = !box.enabled() && !box.tag().empty();
+  return taken ? box.tag() : std::to_string(box.value());
+}
+
 }  // namespace
 
 std::string ReadSetting(Session& session, const std::string& key) {
@@ -77,14 +89,14 @@ void LoadIni(Session& session) {
   session.advancedModeHide = DefaultOff(ReadSetting(session, "AdvancedModeHide"));
 }
 
-void SaveAsIni(Session& session) {
+bool SaveAsIni(Session& session) {
   const Form1& form = session.form;
   const auto flag = [&](CheckIndex index) { return std::to_string(form.check[index].value()); };
   const InstallOptions& options = session.options;
   const std::pair<const char*, std::string> values[] = {
       {"BootRepair", flag(kRepairBoot)},
       {"AutoRestart", flag(kRestart)},
-      {"NoFormatting", flag(kDoNotFormat)},
+      {"NoFormatting", FormatChoice(form.check[kDoNotFormat])},
       {"Unattend", flag(kUseAnswerFile)},
       {"UnattendFile", form.text[kAnswerFile].text()},
       {"AddDriver", flag(kAddDrivers)},
@@ -95,10 +107,15 @@ void SaveAsIni(Session& session) {
       {"PCUser", options.pcUser},
       {"WorkGroup", options.workGroup},
   };
+  bool saved = true;
   for (const auto& [key, value] : values) {
-    session.platform.profile.write(session.paths.settingsPath, kSection, key, value);
+    saved =
+        session.platform.profile.write(session.paths.settingsPath, kSection, key, Quoted(value)) &&
+        saved;
   }
-  Journal(session, "settings saved to " + session.paths.settingsPath);
+  Journal(session,
+          (saved ? "settings saved to " : "settings not saved to ") + session.paths.settingsPath);
+  return saved;
 }
 
 }  // namespace pavoline

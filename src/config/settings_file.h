@@ -13,7 +13,8 @@ std::string ReadSetting(Session& session, const std::string& key);
 // session. Missing keys give the defaults.
 void LoadIni(Session& session);
 
-// Writes what the user can change in the program; administrator settings are never written.
-void SaveAsIni(Session& session);
+// Writes what the user can change in the program; administrator settings are never written. False
+// when any value could not be written.
+bool SaveAsIni(Session& session);
 
 }  // namespace pavoline

@@ -1,10 +1,14 @@
 #include "disk/partitions.h"
 
-#include "engine/command_runner.h"
+#include <algorithm>
+
+#include "form/text_numbers.h"
 #include "platform/drives.h"
 #include "platform/files.h"
 #include "platform/text.h"
 #include "platform/text_services.h"
+#include "run/command_runner.h"
+#include "run/command_words.h"
 
 namespace pavoline {
 namespace {
@@ -26,7 +30,9 @@ double GhostBuild(Session& session) {
 }
 
 // The line with its address, and whatever else reads like it, replaced by the one that follows
-// from the drive. A drive that lies on no partition keeps the lister's address.
+// from the drive. The lister and the system count alike, so that this changes nothing as long as
+// both are right; it holds the numbers that newer Ghost builds take to what the system says at this
+// moment. A drive that lies on no partition keeps the lister's address.
 std::string Readdressed(Session& session, const std::string& line) {
   const PartitionEntry entry{line};
   const std::string address = entry.address();
@@ -56,34 +62,77 @@ const std::string& ChosenBefore(const TextBox& field) {
   return field.text().empty() ? field.tag() : field.text();
 }
 
-std::string DefaultDrive(const std::vector<PartitionRow>& rows, const std::string& before) {
+// The drive chosen before when it is offered; else the first row on the wanted disk, 0 being none;
+// else the first row.
+std::string DefaultDrive(const std::vector<PartitionRow>& rows, const std::string& before,
+                         int wantedDisk) {
   for (const PartitionRow& row : rows) {
     if (SameLetter(row.drive(), before)) return row.drive();
+  }
+  for (const PartitionRow& row : rows) {
+    if (wantedDisk != 0 && row.diskNumber == wantedDisk) return row.drive();
   }
   return rows.empty() ? std::string() : rows.front().drive();
 }
 
-}  // namespace
+// The disk that the program runs from, which is the technician's and not to be installed to.
+int ProgramDisk(Session& session) {
+  const auto position = session.platform.drives.position(session.paths.appDir.substr(0, 2));
+  return position ? static_cast<int>(position->disk) : 0;
+}
 
-void GetPart(Session& session) {
+bool RunLister(Session& session) {
   RunBatch(session,
            BatchPath(session, session.paths.appDir) + "\\Bin\\CxDir\\" +
                session.paths.imageToolArch + "\\CxDir.exe -vaskor",
            "GetPart");
-  if (session.form.unloaded()) return;
+  if (session.form.unloaded()) return false;
   const std::string path = TempFile(session, "GetPart.log");
   const auto log = session.platform.files.read(path);
   if (!log) {
     Journal(session, "partitions: no list");
-    return;
+    return false;
   }
   session.partitions = ReadLines(session, session.platform.text.fromAnsi(*log));
   session.platform.files.remove(path);
   Journal(session, "partitions listed: " + std::to_string(session.partitions.size()));
+  return !session.partitions.empty();
 }
 
-// Only sizes given in GB count, and only above 1: smaller partitions hold no system, and one of
-// 1024 GB or more is taken for a data disk.
+std::vector<PartitionRow> Rows(Session& session, bool install) {
+  std::vector<PartitionRow> rows;
+  for (const PartitionEntry& entry : session.partitions) {
+    if (entry.drive().empty()) continue;  // without a letter it can't be chosen
+    if (!(install ? IsInstallCandidate(entry) : IsBootCandidate(entry))) continue;
+    const bool removable = session.platform.drives.type(entry.drive()) == kDriveRemovable;
+    if (removable && !session.options.usbPartition) continue;
+    rows.push_back({{entry.drive(), entry.label(), entry.disk(), entry.fileSystem(), entry.size()},
+                    entry.diskNumber()});
+  }
+  const int ours = ProgramDisk(session);
+  std::ranges::stable_partition(
+      rows, [&](const PartitionRow& row) { return ours == 0 || row.diskNumber != ours; });
+  return rows;
+}
+
+const PartitionEntry* EntryOf(const Session& session, const std::string& drive) {
+  for (const PartitionEntry& entry : session.partitions) {
+    // By its drive, not by any text in it: a label may well hold another drive's name.
+    if (!entry.drive().empty() && LowerAscii(entry.drive()) == LowerAscii(drive)) return &entry;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+bool GetPart(Session& session) {
+  // The interpreter may leave a redirected log empty: an empty list is believed the second time.
+  if (RunLister(session)) return true;
+  return !session.form.unloaded() && RunLister(session);
+}
+
+// Only sizes given in GB count, and only above 1: smaller partitions hold no system. The lister
+// gives every size from 1 GB on in GB.
 bool IsInstallCandidate(const PartitionEntry& entry) {
   if (entry.fieldCount() < kInstallFields) return false;
   return Contains(entry.size(), "GB") && entry.kind() != "EFI" &&
@@ -99,17 +148,57 @@ bool IsBootCandidate(const PartitionEntry& entry) {
 void FillPartitionList(Session& session, PartitionListKind kind) {
   const bool install = kind == PartitionListKind::kInstall;
   std::vector<PartitionRow>& rows = install ? session.installRows : session.bootRows;
-  rows.clear();
-  for (const PartitionEntry& entry : session.partitions) {
-    if (entry.drive().empty()) continue;  // without a letter it can't be chosen
-    if (!(install ? IsInstallCandidate(entry) : IsBootCandidate(entry))) continue;
-    const bool removable = session.platform.drives.type(entry.drive()) == kDriveRemovable;
-    if (removable && !session.options.usbPartition) continue;
-    rows.push_back(
-        {{entry.drive(), entry.label(), entry.disk(), entry.fileSystem(), entry.size()}});
-  }
+  rows = Rows(session, install);
   TextBox& field = session.form.text[install ? kInstallPartition : kBootPartition];
-  field.setText(DefaultDrive(rows, ChosenBefore(field)));
+  const PartitionEntry* target =
+      install ? nullptr : EntryOf(session, session.form.text[kInstallPartition].text());
+  field.setText(DefaultDrive(rows, ChosenBefore(field), target ? target->diskNumber() : 0));
+}
+
+bool RefreshPartitions(Session& session) {
+  Form1& form = session.form;
+  const bool fresh = GetPart(session);
+  if (form.unloaded()) return false;
+  session.installRows = Rows(session, true);
+  session.bootRows = Rows(session, false);
+  // An entered partition stays as long as its drive is there.
+  for (const auto kind : {PartitionListKind::kInstall, PartitionListKind::kBoot}) {
+    const TextBox& field =
+        form.text[kind == PartitionListKind::kInstall ? kInstallPartition : kBootPartition];
+    const bool there = !field.text().empty() && session.platform.files.exists(field.text());
+    if (!there) FillPartitionList(session, kind);
+  }
+  ShowPartitionFacts(session);
+  return fresh;
+}
+
+std::optional<TargetVolume> FindVolume(Session& session, const std::string& drive) {
+  const PartitionEntry* entry = EntryOf(session, drive);
+  if (entry == nullptr || entry->address().empty()) return std::nullopt;
+  return TargetVolume{drive,
+                      entry->address(),
+                      entry->label(),
+                      entry->size(),
+                      entry->fileSystem(),
+                      entry->disk(),
+                      session.platform.drives.facts(drive)};
+}
+
+std::string DescribeVolume(const Session& session, const std::string& drive) {
+  const PartitionEntry* entry = EntryOf(session, drive);
+  if (entry == nullptr) return {};
+  const std::string label = entry->label().empty() ? More(session, kMoreNoLabel) : entry->label();
+  std::string text = More(session, kMoreVolumeFacts);
+  text = ReplaceAll(text, "%size%", entry->size());
+  text = ReplaceAll(text, "%fs%", entry->fileSystem());
+  text = ReplaceAll(text, "%disk%", entry->disk());
+  return ReplaceAll(text, "%label%", label);  // last: a label may hold anything
+}
+
+void ShowPartitionFacts(Session& session) {
+  for (const int index : {kBootPartition, kInstallPartition}) {
+    session.form.facts[index].setText(DescribeVolume(session, session.form.text[index].text()));
+  }
 }
 
 }  // namespace pavoline

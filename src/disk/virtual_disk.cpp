@@ -1,12 +1,12 @@
 #include "disk/virtual_disk.h"
 
-#include "engine/command_runner.h"
 #include "form/text_numbers.h"
 #include "platform/dialogs.h"
 #include "platform/drives.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
+#include "run/command_runner.h"
 #include "session/drive_list.h"
 
 namespace pavoline {
@@ -15,17 +15,18 @@ namespace {
 constexpr char kEntryTitle[] = "Tips:";
 constexpr char kJobName[] = "vhd";
 
-// Marks that a command runs, since its waiting lets buttons be pressed again.
-class CommandMark {
- public:
-  explicit CommandMark(Session& session) : flag_(session.virtualDiskCommand) { flag_ = true; }
-  ~CommandMark() { flag_ = false; }
-  CommandMark(const CommandMark&) = delete;
-  CommandMark& operator=(const CommandMark&) = delete;
+constexpr int kLongestDelay = 5000;  // milliseconds until a volume has its letter
+constexpr int kLookEvery = 250;
 
- private:
-  bool& flag_;
-};
+// A volume may come or go some time after diskpart has ended: waits for the drives to change.
+bool DrivesChange(Session& session, const std::string& before) {
+  for (int waited = 0; !session.form.unloaded(); waited += kLookEvery) {
+    if (DriveList(session, 0) != before) return true;
+    if (waited >= kLongestDelay) return false;
+    session.platform.processes.handleEventsFor(kLookEvery);
+  }
+  return false;
+}
 
 struct MoveTexts {
   const char* journal;
@@ -34,12 +35,11 @@ struct MoveTexts {
 
 bool MoveVirtualDisk(Session& session, const std::string& file, const std::string& script,
                      const MoveTexts& texts) {
-  if (file.empty() || session.virtualDiskCommand) return false;
-  const CommandMark mark(session);
+  if (file.empty()) return false;
   const std::string before = DriveList(session, 0);
   RunDiskpart(session, script, kJobName);
+  const bool changed = DrivesChange(session, before);
   if (session.form.unloaded()) return true;
-  const bool changed = DriveList(session, 0) != before;
   Journal(session, std::string("virtual disk ") + texts.journal + " " + file +
                        (changed ? ": done" : ": no drive letter changed"));
   if (changed) {
@@ -85,6 +85,12 @@ bool HasSpace(Session& session, const std::string& file, std::int32_t megabytes)
 
 bool ReportCreation(Session& session, const std::string& file, const std::string& label,
                     const std::string& drive) {
+  for (int waited = 0;
+       waited < kLongestDelay && !session.platform.files.exists(drive) && !session.form.unloaded();
+       waited += kLookEvery) {
+    session.platform.processes.handleEventsFor(kLookEvery);
+  }
+  if (session.form.unloaded()) return true;
   const bool created = session.platform.files.exists(drive);
   Journal(session, "virtual disk " + file + (created ? " created as " + drive : ": not created"));
   if (!created) return Refuse(session, kTextCreateFailed, "");
@@ -108,8 +114,6 @@ bool DetachVirtualDisk(Session& session, const std::string& file) {
 }
 
 bool CreateVirtualDisk(Session& session, const VirtualDiskRequest& request) {
-  if (session.virtualDiskCommand) return false;
-  const CommandMark mark(session);
   const VirtualDiskSize size = VirtualDiskMegabytes(request.size, request.unit);
   if (!CheckEntries(session, request, size)) return false;
 

@@ -25,8 +25,7 @@ struct VirtualDiskRequest {
 };
 
 // The three commands. Each asks nothing, runs its script (the window stays alive meanwhile) and
-// tells the person the outcome. True: done, the window that asked may close. A command called
-// while another one runs does nothing.
+// tells the person the outcome. True: done, the window that asked may close.
 bool AttachVirtualDisk(Session& session, const std::string& file);
 bool DetachVirtualDisk(Session& session, const std::string& file);
 bool CreateVirtualDisk(Session& session, const VirtualDiskRequest& request);

@@ -88,13 +88,15 @@ std::string DetachScript(const std::string& file) { return VolumeScript(file, "D
 
 std::string CreateScript(const std::string& file, std::int32_t megabytes, VirtualDiskType type,
                          const std::string& label, const std::string& letter) {
+  const std::string shown = ScriptLabel(label);  // an empty option would be refused
   return "Create vdisk file=" + Quoted(file) + " maximum " + std::to_string(megabytes) +
          " type=" + (type == VirtualDiskType::kFixed ? "Fixed" : "Expandable") +
          "\r\nSelect vdisk file=" + Quoted(file) +
          "\r\nAttach vdisk"
          "\r\nCreate partition primary"
-         "\r\nFormat FS=NTFS LABEL=" +
-         ScriptLabel(label) + " quick" + "\r\nAssign letter=" + letter + "\r\nExit";
+         "\r\nFormat FS=NTFS" +
+         (shown.empty() ? "" : " LABEL=" + shown) + " quick" + "\r\nAssign letter=" + letter +
+         "\r\nExit";
 }
 
 }  // namespace pavoline

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "engine/mid_between.h"
 #include "form/text_numbers.h"
 #include "platform/text.h"
+#include "run/mid_between.h"
 
 namespace pavoline {
 namespace {
@@ -14,30 +14,26 @@ constexpr std::string_view kExtracting = "Extracting file data:";
 constexpr std::string_view kMetadata = "Applying metadata to files:";
 constexpr std::string_view kDone = "Done applying WIM image.";
 
+constexpr std::size_t kLongestLine = 1024;  // bytes of a progress line that are looked at
+
 struct Phase {
   int status;
   int ApplyProgress::*percent;
-  std::string_view marker;
-  std::string_view nextMarker;
   bool watchesTool;
 };
 
-// Only the long phase watches the program. An image without any file data goes from the first
-// phase straight to the end, so the end is a sign in every phase.
+// Only the long phase watches the program.
 constexpr Phase kPhases[] = {
-    {kTextCreatingFiles, &ApplyProgress::createPercent, kCreating, kExtracting, false},
-    {kTextExtracting, &ApplyProgress::extractPercent, kExtracting, kMetadata, true},
-    {kTextApplyingMetadata, &ApplyProgress::metadataPercent, kMetadata, kDone, false},
+    {kTextCreatingFiles, &ApplyProgress::createPercent, false},
+    {kTextExtracting, &ApplyProgress::extractPercent, true},
+    {kTextApplyingMetadata, &ApplyProgress::metadataPercent, false},
 };
+constexpr int kLastPhase = 2;
 
-// What stands between the last two markers; nothing before the marker came twice.
-std::optional<std::string_view> LastWholeLine(std::string_view text, std::string_view marker) {
-  const auto last = text.rfind(marker);
-  if (last == std::string_view::npos || last < marker.size()) return std::nullopt;
-  const auto previous = text.rfind(marker, last - marker.size());
-  if (previous == std::string_view::npos) return std::nullopt;
-  const auto start = previous + marker.size();
-  return text.substr(start, last - start);
+// An image without any file data goes from the first phase straight to the end, so the end is a
+// sign in every phase.
+bool IsOver(const ApplyLog& log, int phase) {
+  return log.done() || (phase < kLastPhase && log.phase(phase + 1).seen());
 }
 
 std::optional<int> PercentOf(std::string_view line) {
@@ -48,19 +44,55 @@ std::optional<int> PercentOf(std::string_view line) {
 
 }  // namespace
 
-ApplyStep ParseApplyLog(std::string_view text, const ApplyProgress& before) {
+void MarkerReader::keep(std::string_view text) {
+  current_.append(text.substr(0, kLongestLine - std::min(kLongestLine, current_.size())));
+}
+
+void MarkerReader::feed(std::string_view piece) {
+  pending_.append(piece);
+  std::size_t from = 0;
+  for (auto at = pending_.find(marker_); at != std::string::npos;
+       at = pending_.find(marker_, from)) {
+    keep(std::string_view(pending_).substr(from, at - from));
+    if (count_ > 0) whole_ = current_;
+    current_.clear();
+    count_ = std::min(count_ + 1, 2);
+    from = at + marker_.size();
+  }
+  // The end may be the beginning of a marker.
+  const std::size_t open = std::min(pending_.size() - from, marker_.size() - 1);
+  keep(std::string_view(pending_).substr(from, pending_.size() - from - open));
+  pending_.erase(0, pending_.size() - open);
+}
+
+std::optional<std::string_view> MarkerReader::lastWholeLine() const {
+  if (count_ < 2) return std::nullopt;
+  return whole_;
+}
+
+ApplyLog::ApplyLog()
+    : phases_{MarkerReader(kCreating), MarkerReader(kExtracting), MarkerReader(kMetadata)},
+      done_(kDone) {}
+
+void ApplyLog::feed(std::string_view piece) {
+  for (MarkerReader& reader : phases_) reader.feed(piece);
+  done_.feed(piece);
+}
+
+ApplyStep ParseApplyLog(const ApplyLog& log, const ApplyProgress& before) {
   ApplyStep step;
   step.progress = before;
-  const auto phase = std::find_if(std::begin(kPhases), std::end(kPhases),
-                                  [&](const Phase& p) { return before.*p.percent < 100; });
+  const auto* phase = std::find_if(std::begin(kPhases), std::end(kPhases),
+                                   [&](const Phase& p) { return before.*p.percent < 100; });
   if (phase == std::end(kPhases)) {
     step.finished = true;
     return step;
   }
+  const int number = static_cast<int>(phase - kPhases);
   step.status = phase->status;
-  if (Contains(text, phase->nextMarker) || Contains(text, kDone)) {
+  if (IsOver(log, number)) {
     step.shown = 100;
-  } else if (const auto line = LastWholeLine(text, phase->marker)) {
+  } else if (const auto line = log.phase(number).lastWholeLine()) {
     step.shown = PercentOf(*line);
     step.toolNeeded = phase->watchesTool;
   }

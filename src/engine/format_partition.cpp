@@ -1,53 +1,57 @@
 #include "engine/format_partition.h"
 
-#include "engine/command_runner.h"
-#include "engine/setback.h"
+#include <algorithm>
+#include <string>
+#include <string_view>
+
 #include "form/text_numbers.h"
-#include "platform/dialogs.h"
 #include "platform/environment.h"
 #include "platform/files.h"
 #include "platform/taskbar.h"
 #include "platform/text.h"
+#include "run/command_runner.h"
 
 namespace pavoline {
 namespace {
 
-// A label comes from the disk: what could end the option and begin another is left out with the
-// blanks.
+constexpr std::size_t kLongestLabel = 32;
+
+// The label as format's option, blanks left out. A label comes from a disk and through the code
+// page: one with a character that format refuses, or that stands for one the code page lacks ("?"),
+// is not given, so that the partition is formatted without a label rather than not at all.
 std::string LabelOption(const std::string& label) {
-  std::string kept;
-  for (const char c : label) {
-    const bool control = static_cast<unsigned char>(c) < ' ' || c == '\x7F';
-    if (!control && c != ' ' && c != '"' && c != '/') kept += c;
-  }
-  return kept.empty() ? kept : " /v:" + kept;
+  const std::string kept = ReplaceAll(label, " ", "");
+  const bool refused = std::ranges::any_of(kept, [](unsigned char c) {
+    constexpr std::string_view kRefused = "*?/\\|.,;:+=[]<>\"";
+    return c < ' ' || c == 0x7F || kRefused.find(static_cast<char>(c)) != std::string_view::npos;
+  });
+  return kept.empty() || refused || kept.size() > kLongestLabel ? std::string() : " /v:" + kept;
 }
 
-void ReportFormatMissing(Session& session) {
+Failure FormatMissing(Session& session) {
   std::string text = String(session, kTextFormatMissing);
   for (int line = 1; line < 4; ++line) text += "\n" + String(session, kTextFormatMissing + line);
-  RefuseInstallation(session, text, kWarningMessage, String(session, kTextCloseTitle));
+  return {text, String(session, kTextCloseTitle), kWarningMessage, ExitCode::kToolMissing};
 }
 
 }  // namespace
 
-bool FormatInstallPartition(Session& session) {
+StepResult FormatInstallPartition(Session& session, const Plan& plan) {
   Form1& form = session.form;
-  const std::string& drive = form.text[kInstallPartition].text();
+  const std::string& drive = plan.target.drive;
   const std::string program =
       session.platform.environment.variable("windir") + "\\System32\\format.com";
-  if (!session.platform.files.exists(program)) {
-    ReportFormatMissing(session);
-    return false;
-  }
+  if (!session.platform.files.exists(program)) return StepResult::Failed(FormatMissing(session));
   session.platform.taskbar.setProgressState(TaskbarState::kIndeterminate);
-  std::string& label = session.target.volumeLabel;
-  label = LabelOption(label);
   form.status.setText(ReplaceAll(String(session, kTextFormatting), "%ip%", drive));
-  ShellAndWait(session, program + " " + drive + " /FS:NTFS" + label + " /q /x /y",
-               ShowMode::kHidden);
+  const ToolEnd end = ShellAndWait(
+      session, program + " " + drive + " /FS:NTFS" + LabelOption(plan.target.label) + " /q /x /y",
+      ShowMode::kHidden);
   session.platform.taskbar.setProgressState(TaskbarState::kNone);
-  return !form.unloaded();
+  if (form.unloaded()) return StepResult::Closed();
+  if (end.started) return StepResult::Done();
+  return StepResult::Failed({ReplaceAll(More(session, kMoreNotStarted), "%f%", program),
+                             String(session, kTextError), kErrorMessage, ExitCode::kToolMissing});
 }
 
 }  // namespace pavoline

@@ -1,14 +1,14 @@
 #pragma once
 
-#include <string>
-
+#include "session/outcome.h"
+#include "session/plan.h"
 #include "session/session.h"
 
 namespace pavoline {
 
-// Formats the install partition as NTFS under its present label. False when the installation is
-// over: format.com is missing (said and dealt with), or the window was closed meanwhile. Whether
-// format itself succeeded cannot be told.
-bool FormatInstallPartition(Session& session);
+// Formats the install partition as NTFS under its present label. Failed when format.com is missing
+// or did not run. What format itself answers is noted, not judged: the apply shows whether the
+// partition can be written.
+StepResult FormatInstallPartition(Session& session, const Plan& plan);
 
 }  // namespace pavoline

@@ -1,15 +1,16 @@
 #include "engine/ghost_restore.h"
 
-#include "engine/command_runner.h"
-#include "engine/mid_between.h"
-#include "engine/setback.h"
-#include "engine/taskbar_progress.h"
+#include <algorithm>
+
+#include "engine/imaging_failure.h"
 #include "form/text_numbers.h"
-#include "platform/dialogs.h"
+#include "platform/environment.h"
 #include "platform/files.h"
-#include "platform/taskbar.h"
 #include "platform/text.h"
-#include "postinstall/setup_ok.h"
+#include "run/command_runner.h"
+#include "run/command_words.h"
+#include "run/mid_between.h"
+#include "run/taskbar_progress.h"
 
 namespace pavoline {
 namespace {
@@ -21,43 +22,27 @@ constexpr double kLastBuildByDrive = 10531;
 // 100. More than this counts as a completed restore.
 constexpr int kEnoughPercent = 80;
 
-std::string GhostFolder(const Session& session) {
-  return session.paths.appDir + "\\Bin\\Ghost\\" + session.paths.imageToolArch;
-}
+constexpr std::uint64_t kLongestWindowless = 60'000;  // milliseconds that Ghost may take to end
 
-// False for a program without a four-part version.
-bool ReadBuild(Session& session, double& build) {
-  const std::string path = GhostFolder(session) + "\\ghost.exe";
-  const auto parts = Split(session.platform.files.fileVersion(path), ".");
-  if (parts.size() < 4 || !IsNumeric(parts[3])) return false;
-  build = LeadingNumber(parts[3]);
-  return true;
-}
-
-// The program named in the details of the chosen line, "Path:.\Bin\Ghost\x64\Ghost.exe".
-std::string ChosenProgram(const Session& session) {
-  const auto& details = session.form.combo[kEditionDetails].items();
-  const auto chosen = static_cast<std::size_t>(session.form.combo[kEditions].selected());
-  if (chosen >= details.size()) return {};
-  return ReplaceAll(details[chosen], "Path:.", session.paths.appDir);
-}
-
-std::string GhostCommand(Session& session, const std::string& program, double build) {
-  const std::string destination = build <= kLastBuildByDrive
-                                      ? "@os:" + session.form.text[kInstallPartition].text()
-                                      : session.target.address;
-  return ShortPath(session, program) +
-         " -noide -clone,mode=pload,src=" + ShortPath(session, session.form.combo1.text()) +
+std::string GhostCommand(Session& session, const Plan& plan) {
+  const std::string destination =
+      plan.ghostBuild <= kLastBuildByDrive ? "@os:" + plan.target.drive : plan.target.address;
+  return ShortPath(session, plan.ghostProgram) +
+         " -noide -clone,mode=pload,src=" + ShortPath(session, plan.source) +
          ":1,dst=" + destination + " -sure";
 }
 
-// Looks for Ghost's progress window, and hides the console that it runs in, which bears the
-// program's short path as its title.
-ForeignWindow FindGhostWindow(Session& session) {
+// Looks for the progress window of the program that was started, and hides the console that it runs
+// in, which bears the program's short path as its title.
+ForeignWindow FindGhostWindow(Session& session, GhostRun& run) {
   ForeignWindows& windows = session.platform.windows;
-  const ForeignWindow found = windows.findByClass("GhostScreen");
-  if (found != 0) session.ghost.window = found;
-
+  ForeignWindow found = 0;
+  for (const ForeignWindow window : windows.listByClass("GhostScreen")) {
+    const bool stranger = std::ranges::find(run.strangers, window) != run.strangers.end();
+    if (stranger || windows.processOf(window) != run.tool->id()) continue;
+    found = window;
+    break;
+  }
   const std::string title =
       ReplaceAll(ShortPath(session, GhostFolder(session) + "\\Ghost.exe"), "\"", "");
   const ForeignWindow console = title.empty() ? 0 : windows.findByTitle(title);
@@ -65,82 +50,101 @@ ForeignWindow FindGhostWindow(Session& session) {
   return found;
 }
 
-void AwaitGhost(Session& session) {
-  if (FindGhostWindow(session) == 0) return;
-  session.form.status.setText(String(session, kTextExtracting));
-  session.form.progressBar1.setValue(0);
-  session.ghost.minimizePending = session.minimizeGhost;
-  session.form.timer2.setInterval(kGhostFollowInterval);
+StepResult Fail(Session& session, GhostRun& run) {
+  session.form.timer2.setEnabled(false);
+  const Failure failure = ImagingFailure(session, run.tool ? run.tool->lastWords(session) : "");
+  if (run.tool) run.tool->close(session);
+  return StepResult::Failed(failure);
 }
 
-void ShowPercent(Session& session, const std::string& percent) {
+StepResult AwaitGhost(Session& session, const Plan& plan, GhostRun& run) {
+  run.window = FindGhostWindow(session, run);
+  if (run.window == 0) {
+    const bool over =
+        !run.tool->starterRuns() && run.tool->look(session) == FollowedProgram::Sign::kEnded;
+    return over ? Fail(session, run) : StepResult::Waits();
+  }
+  session.form.status.setText(String(session, kTextExtracting));
+  session.form.progressBar1.setValue(0);
+  run.minimizePending = plan.minimizeGhost;
+  session.form.timer2.setInterval(kGhostFollowInterval);
+  return StepResult::Waits();
+}
+
+void ShowPercent(Session& session, GhostRun& run, const std::string& percent) {
   // A title may hold a dash and a percent sign of another kind.
   if (!IsNumeric(percent)) return;
   session.form.progressBar1.setValue(LeadingInteger16(percent));
-  if (session.ghost.minimizePending) {
-    session.ghost.minimizePending = false;
-    session.platform.windows.minimize(session.ghost.window);
+  if (run.minimizePending) {
+    run.minimizePending = false;
+    session.platform.windows.minimize(run.window);
   }
   CallW7TaskProgress(session);
 }
 
-void EndRestore(Session& session) {
-  Form1& form = session.form;
-  form.timer2.setEnabled(false);
-  Journal(session, "Ghost has ended at " + std::to_string(form.progressBar1.value()) + " percent");
-  if (form.progressBar1.value() <= kEnoughPercent) {
-    FailInstallation(session, String(session, kTextApplyFailed), String(session, kTextError));
-    return;
-  }
-  form.progressBar1.setValue(100);
-  SetupOK(session);
-  if (!form.unloaded()) session.platform.taskbar.setProgressValue(100, 100);
+StepResult EndRestore(Session& session, GhostRun& run) {
+  ProgressBar& bar = session.form.progressBar1;
+  Journal(session, "Ghost has ended at " + std::to_string(bar.value()) + " percent");
+  if (bar.value() <= kEnoughPercent) return Fail(session, run);
+  session.form.timer2.setEnabled(false);
+  run.tool->close(session);
+  bar.setValue(100);
+  CallW7TaskProgress(session);
+  return StepResult::Done();
 }
 
-void FollowGhost(Session& session) {
-  const std::string title = session.platform.windows.title(session.ghost.window);
-  const std::string percent = MidBetween(title, " - ", "%", false);
+// A window without a title is the end only when the program has gone as well; one that has lost
+// its window for good and lives on counts as ended.
+bool HasEnded(Session& session, GhostRun& run) {
+  if (!run.tool->starterRuns()) return run.tool->look(session) != FollowedProgram::Sign::kWorks;
+  if (session.platform.windows.exists(run.window)) return false;
+  const std::uint64_t now = session.platform.environment.milliseconds();
+  if (!run.goneSince) run.goneSince = now;
+  return now - *run.goneSince >= kLongestWindowless;
+}
+
+StepResult FollowGhost(Session& session, GhostRun& run) {
+  const std::string title = session.platform.windows.title(run.window);
+  const std::string percent = Trim(MidBetween(title, " - ", "%", false));
   if (!percent.empty()) {
-    ShowPercent(session, percent);
-  } else if (title.empty()) {
-    EndRestore(session);
+    ShowPercent(session, run, percent);
+  } else if (title.empty() && HasEnded(session, run)) {
+    return EndRestore(session, run);
   }
+  return StepResult::Waits();
 }
 
 }  // namespace
+
+std::string GhostFolder(const Session& session) {
+  return session.paths.appDir + "\\Bin\\Ghost\\" + session.paths.imageToolArch;
+}
+
+std::optional<double> GhostBuild(Session& session) {
+  const std::string path = GhostFolder(session) + "\\ghost.exe";
+  const auto parts = Split(session.platform.files.fileVersion(path), ".");
+  if (parts.size() < 4 || !IsNumeric(parts[3])) return std::nullopt;
+  return LeadingNumber(parts[3]);
+}
 
 std::string GhostMissingMessage(Session& session) {
   return ReplaceAll(String(session, kTextGhostMissing), "%f%",
                     GhostFolder(session) + "\\ghost.exe");
 }
 
-void GhoSetup(Session& session) {
+StepResult GhoSetup(Session& session, const Plan& plan, GhostRun& run) {
   Form1& form = session.form;
-  const std::string program = ChosenProgram(session);
-  double build = 0;
-  if (program.empty() || !ReadBuild(session, build)) {
-    RefuseInstallation(session, GhostMissingMessage(session), kErrorMessage,
-                       String(session, kTextError));
-    return;
-  }
-  form.progressBar1.setMaximum(100);
-  ShellNoWait(session, GhostCommand(session, program, build), ShowMode::kHidden);
+  run.strangers = session.platform.windows.listByClass("GhostScreen");
+  run.tool = StartProgram(session, GhostCommand(session, plan), {"ghost", "ghost.exe", ""});
+  if (!run.tool) return Fail(session, run);
   form.timer2.setInterval(kGhostWaitInterval);
   form.timer2.setEnabled(true);
+  return StepResult::Waits();
 }
 
-void GhostTick(Session& session) {
-  if (session.form.unloaded()) return;
-  switch (session.form.timer2.interval()) {
-    case kGhostWaitInterval:
-      AwaitGhost(session);
-      break;
-    case kGhostFollowInterval:
-      FollowGhost(session);
-      break;
-    default:
-      break;
-  }
+StepResult GhostTick(Session& session, const Plan& plan, GhostRun& run) {
+  if (session.form.unloaded()) return StepResult::Closed();
+  return run.window == 0 ? AwaitGhost(session, plan, run) : FollowGhost(session, run);
 }
 
 }  // namespace pavoline

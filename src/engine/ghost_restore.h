@@ -1,18 +1,40 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
+#include <vector>
 
+#include "platform/foreign_windows.h"
+#include "run/followed_program.h"
+#include "session/outcome.h"
+#include "session/plan.h"
 #include "session/session.h"
 
 namespace pavoline {
 
+// The Ghost program's folder, and the fourth part of its version; nothing for a program without a
+// four-part version.
+std::string GhostFolder(const Session& session);
+std::optional<double> GhostBuild(Session& session);
+
 // Says that the Ghost program is missing or useless, and where it was looked for.
 std::string GhostMissingMessage(Session& session);
 
-// Starts the Ghost program on the chosen image and partition and lets Timer2 follow its window.
-void GhoSetup(Session& session);
+// A restore that runs.
+struct GhostRun {
+  std::optional<FollowedProgram> tool;
+  std::vector<ForeignWindow> strangers;  // windows of Ghost's class that were there before
+  ForeignWindow window = 0;              // 0: not seen yet
+  bool minimizePending = false;
+  std::optional<std::uint64_t> goneSince;  // when the window was first missed, milliseconds
+};
 
-// One tick of Timer2 at the intervals 1000 (waiting for Ghost's window) and 500 (following it).
-void GhostTick(Session& session);
+// Starts the Ghost program on the plan's image and partition and lets Timer2 follow its window.
+StepResult GhoSetup(Session& session, const Plan& plan, GhostRun& run);
+
+// One tick of Timer2, which waits for Ghost's window and then follows it. Done when Ghost has ended
+// with enough of its work shown.
+StepResult GhostTick(Session& session, const Plan& plan, GhostRun& run);
 
 }  // namespace pavoline

@@ -1,14 +1,36 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 
+#include "engine/apply_log.h"
+#include "run/followed_program.h"
+#include "session/outcome.h"
+#include "session/plan.h"
 #include "session/session.h"
 
 namespace pavoline {
 
-// Formats the install partition unless told not to, copies the image for WIMBoot when the apply
-// mode asks for it, starts the imaging program and switches the monitor on. Returns while the
-// program runs.
-void WimSetup(Session& session);
+// An apply that runs: the program and how far its output has been read.
+struct ApplyRun {
+  std::optional<FollowedProgram> tool;
+  ApplyLog log;
+  std::uint64_t bytesRead = 0;
+  ApplyProgress progress;
+};
+
+// True when the files that an apply needs can be made. Tried before anything on the partition is
+// lost: a read-only or full temporary folder would show only after the formatting. It also takes
+// away what an earlier run left in them.
+bool ApplyFilesWritable(Session& session);
+
+// Starts the imaging program on `source`, which is the plan's image or a copy of it, and switches
+// the monitor on. Waits, or failed.
+StepResult WimSetup(Session& session, const Plan& plan, const std::string& source, ApplyRun& run);
+
+// One tick of Timer1: reads what is new in the imaging program's output and shows its phase and
+// percent. Done when the image is written; failed when the program has vanished before.
+StepResult ApplyMonitorTick(Session& session, ApplyRun& run);
 
 }  // namespace pavoline

@@ -1,10 +1,11 @@
 #include "engine/wimboot_copy.h"
 
-#include "engine/command_runner.h"
-#include "engine/setback.h"
-#include "engine/taskbar_progress.h"
 #include "form/text_numbers.h"
 #include "platform/files.h"
+#include "platform/processes.h"
+#include "run/command_runner.h"
+#include "run/command_words.h"
+#include "run/taskbar_progress.h"
 
 namespace pavoline {
 namespace {
@@ -25,26 +26,29 @@ bool CopyShowingProgress(Session& session, const std::string& from, const std::s
   return session.platform.files.copyWithProgress(from, to, progress);
 }
 
+std::string Folder(const Plan& plan) { return plan.target.drive + "\\System Volume Information"; }
+
 }  // namespace
 
-std::string CopyImageForWimboot(Session& session, const std::string& image) {
+std::string WimbootCopyPath(const Plan& plan) { return Folder(plan) + "\\Install.wim"; }
+
+StepResult CopyImageForWimboot(Session& session, const Plan& plan) {
   const Form1& form = session.form;
-  const std::string folder = form.text[kInstallPartition].text() + "\\System Volume Information";
-  const std::string copy = folder + "\\Install.wim";
+  const std::string folder = Folder(plan);
 
   if (!session.platform.files.exists(folder)) session.platform.files.createFolder(folder);
   RunBatch(session, "takeown /f " + BatchPath(session, folder) + " /a /r /d y", "takeown");
-  if (form.unloaded()) return {};
+  if (form.unloaded()) return StepResult::Closed();
 
   session.form.status.setText(String(session, kTextCopyingImage));
-  const bool copied = CopyShowingProgress(session, image, copy);
-  if (form.unloaded()) return {};
+  const bool copied = CopyShowingProgress(session, plan.source, WimbootCopyPath(plan));
+  if (form.unloaded()) return StepResult::Closed();
   if (!copied) {
-    FailInstallation(session, "Copy failed! ", String(session, kTextInformation));
-    return {};
+    return StepResult::Failed({"Copy failed! ", String(session, kTextInformation), kErrorMessage,
+                               ExitCode::kImagingFailed});
   }
   RunBatch(session, "echo y|cacls " + BatchPath(session, folder) + " /T /Grant SYSTEM:F", "cacls");
-  return form.unloaded() ? std::string() : copy;
+  return form.unloaded() ? StepResult::Closed() : StepResult::Done();
 }
 
 }  // namespace pavoline

@@ -2,13 +2,17 @@
 
 #include <string>
 
+#include "session/outcome.h"
+#include "session/plan.h"
 #include "session/session.h"
 
 namespace pavoline {
 
+// Where an image is applied from when it is first copied into the install partition.
+std::string WimbootCopyPath(const Plan& plan);
+
 // Copies the image into the install partition's system folder, where a system that keeps running
-// from its image looks for it, and opens that folder to the system. The path of the copy; empty
-// when the installation is over: the copy failed (said and dealt with) or the window was closed.
-std::string CopyImageForWimboot(Session& session, const std::string& image);
+// from its image looks for it, and opens that folder to the system.
+StepResult CopyImageForWimboot(Session& session, const Plan& plan);
 
 }  // namespace pavoline

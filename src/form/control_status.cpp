@@ -7,7 +7,6 @@
 namespace pavoline {
 
 void ControlStatus(Form1& form, const Texts& texts, bool enabled) {
-  form.busy = !enabled;
   form.command1[kStart].setText(texts.strings[enabled ? kTextStart : kTextBusy]);
   const bool wide = form.width() == kWideWidth;
   form.status.setText(texts.strings[wide ? kTextStatusWide : kTextStatusNormal]);
@@ -32,6 +31,23 @@ void ControlStatus(Form1& form, const Texts& texts, bool enabled) {
     row.field.setEnabled(enabled);
     form.command1[row.browse].setEnabled(enabled);
   }
+}
+
+std::vector<Control*> InputsOf(Form1& form) {
+  std::vector<Control*> inputs;
+  for (Control* control : form.controls()) {
+    switch (control->kind()) {
+      case Control::Kind::kButton:
+      case Control::Kind::kCheckBox:
+      case Control::Kind::kTextBox:
+      case Control::Kind::kComboBox:
+        inputs.push_back(control);
+        break;
+      default:
+        break;
+    }
+  }
+  return inputs;
 }
 
 }  // namespace pavoline

@@ -13,9 +13,11 @@ Form1::Form1() : Form("Form1") {
                                                           &label[2],
                                                           &text[kBootPartition],
                                                           &command1[kChooseBoot],
+                                                          &facts[kBootPartition],
                                                           &label[3],
                                                           &text[kInstallPartition],
                                                           &command1[kChooseInstall],
+                                                          &facts[kInstallPartition],
                                                           &check[kDoNotFormat],
                                                           &check[kRepairBoot],
                                                           &check[kRestart],
@@ -50,7 +52,7 @@ Form1::Form1() : Form("Form1") {
            &command1[kBrowseDrivers], &combo2, &command1[kBrowsePlugin]}) {
     control->setEnabled(false);
   }
-  defaultButton = &command1[kStart];
+  // No default button: Enter in a field must not begin what deletes a partition.
   setSize(kWideWidth, 5400);
 }
 

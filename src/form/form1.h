@@ -30,7 +30,7 @@ enum FrameIndex { kOptionsFrame = 0, kDetailsFrame = 1 };
 inline constexpr int kWideWidth = 13680;
 inline constexpr int kNarrowWidth = 7900;
 
-// Design intervals of the timers, milliseconds. Timer2's interval also tells its phase.
+// Intervals of the timers, milliseconds.
 inline constexpr int kApplyMonitorInterval = 1500;   // Timer1
 inline constexpr int kStartupInterval = 10;          // Timer2
 inline constexpr int kGhostWaitInterval = 1000;      // Timer2
@@ -48,6 +48,7 @@ class Form1 : public Form {
   Button search;          // starts and stops the image search
   ComboBox combo[2];      // editions; their details (never shown, kept in step with the first)
   TextBox text[4];
+  Label facts[2];         // what is known of the two chosen partitions, by TextIndex
   ComboBox combo2{true};  // plug-in program
   CheckBox check[6];
   Button command1[7];
@@ -56,10 +57,6 @@ class Form1 : public Form {
   Frame frame[2];
   ProgressBar progressBar1;
   Timer timer1, timer2, timer3, timer4;
-
-  // An installation runs. Goes with the Start button's caption: also where no language file gave
-  // the button two different captions, the two states must be told apart.
-  bool busy = false;
 };
 
 }  // namespace pavoline

@@ -40,16 +40,17 @@ constexpr int kColumnGap = 16;
 constexpr int kRight = kLeftEnd + 12;
 constexpr int kRightEnd = kWideWidth / kTwipsPerPixel - kFramePixels - kMargin;
 constexpr int kFrameInset = 11;
-constexpr int kBottom = 311;
+constexpr int kBottom = 345;
 
 constexpr int kImageTop = 11;
 constexpr int kEditionTop = 63;
 constexpr int kPartitionTop = 115;
-constexpr int kChecksTop = 169;
-constexpr int kStatusTop = 249;
+constexpr int kChecksTop = 203;
+constexpr int kStatusTop = 283;
 constexpr int kStartTop = kBottom - kButtonHeight;
 constexpr int kFieldBelowLabel = 18;
 constexpr int kCheckPitch = 23;
+constexpr int kFactsHeight = 2 * kLabelHeight;       // a long disk name takes a second line
 constexpr int kStatusHeight = 2 * kLabelHeight + 2;  // two lines, for the longer languages
 
 void PlaceImageAndEdition(Form1& form, const Widths& widths) {
@@ -66,21 +67,22 @@ void PlaceImageAndEdition(Form1& form, const Widths& widths) {
       Pixels(kLeft, kEditionTop + kFieldBelowLabel, kLeftEnd - kLeft, kFieldHeight));
 }
 
-// A partition's label above its field and its button.
-void PlacePartition(Label& label, TextBox& field, Button& choose, const Widths& widths, int left,
-                    int end) {
+// A partition's label above its field and its button, its facts below.
+void PlacePartition(Label& label, TextBox& field, Button& choose, Label& facts,
+                    const Widths& widths, int left, int end) {
   const int row = kPartitionTop + kFieldBelowLabel;
   label.setBounds(Pixels(left, kPartitionTop, end - left, kLabelHeight));
   field.setBounds(Pixels(left, row, end - left - kGap - widths.choose, kFieldHeight));
   choose.setBounds(Pixels(end - widths.choose, row, widths.choose, kFieldHeight));
+  facts.setBounds(Pixels(left, row + kFieldHeight + 4, end - left, kFactsHeight));
 }
 
 void PlacePartitions(Form1& form, const Widths& widths) {
   const int middle = (kLeft + kLeftEnd) / 2;
-  PlacePartition(form.label[2], form.text[kBootPartition], form.command1[kChooseBoot], widths,
-                 kLeft, middle - kColumnGap / 2);
-  PlacePartition(form.label[3], form.text[kInstallPartition], form.command1[kChooseInstall], widths,
-                 middle + kColumnGap / 2, kLeftEnd);
+  PlacePartition(form.label[2], form.text[kBootPartition], form.command1[kChooseBoot],
+                 form.facts[kBootPartition], widths, kLeft, middle - kColumnGap / 2);
+  PlacePartition(form.label[3], form.text[kInstallPartition], form.command1[kChooseInstall],
+                 form.facts[kInstallPartition], widths, middle + kColumnGap / 2, kLeftEnd);
 }
 
 void PlaceChecksAndStart(Form1& form, const Widths& widths) {

@@ -118,6 +118,34 @@ enum TextNumber {
   kTextTools = 114,
 };
 
+enum MoreNumber {
+  kMoreConfirm = 0,
+  kMoreVolumeFacts = 1,
+  kMoreNoLabel = 2,
+  kMoreLiesOnTarget = 3,
+  kMoreBootIsSystem = 4,
+  kMoreOtherVolume = 5,
+  kMoreNoList = 6,
+  kMoreGhostComma = 7,
+  kMoreLendLetter = 8,
+  kMoreNoBootTools = 9,
+  kMoreIncomplete = 10,
+  kMoreNoBootFiles = 11,
+  kMoreDriversFailed = 12,
+  kMoreDriversMissing = 13,
+  kMoreNothingToRepair = 14,
+  kMoreBootPutBack = 15,
+  kMoreOtherPartitions = 16,
+  kMoreFault = 17,
+  kMoreTempFile = 18,
+  kMoreCloseRepair = 19,
+  kMoreNoLetter = 20,
+  kMoreToolSaid = 21,
+  kMoreRestartsSoon = 22,
+  kMoreStop = 23,
+  kMoreNotStarted = 24,
+};
+
 enum CaptionNumber {
   kCaptionImage = 0,
   kCaptionEdition = 1,

@@ -7,13 +7,15 @@ namespace pavoline {
 
 inline constexpr int kStringCount = 115;
 inline constexpr int kCaptionCount = 13;
+inline constexpr int kMoreCount = 25;
 
-// The two tables of a language: what the program says, and the main window's fixed captions.
+// The tables of a language: what the program says, and the main window's fixed captions.
 // An entry that the language file lacks is empty.
 struct Texts {
   std::array<std::string, kStringCount> strings;
   std::array<std::string, kCaptionCount> captions;
-  std::string fonts;  // names by preference, separated by commas
+  std::array<std::string, kMoreCount> more;  // what the program says beyond the numbered table
+  std::string fonts;                         // names by preference, separated by commas
 };
 
 }  // namespace pavoline

@@ -3,26 +3,19 @@
 #include <cstdio>
 #include <utility>
 
-#include "engine/command_runner.h"
 #include "form/text_numbers.h"
 #include "platform/dialogs.h"
 #include "platform/environment.h"
 #include "platform/files.h"
 #include "platform/text.h"
 #include "postinstall/utf8_check.h"
+#include "run/tool_files.h"
 #include "session/random_letter.h"
 
 namespace pavoline {
 namespace {
 
 constexpr char kTemplateMark[] = "[Pavoline]";
-
-// The chosen template's path. A path below the program's folder is kept as ".\...".
-std::string TemplatePath(const Session& session) {
-  const std::string path =
-      ReplaceAll(session.form.text[kAnswerFile].text(), "%App.Path%", session.paths.appDir);
-  return path.starts_with(".\\") ? session.paths.appDir + path.substr(1) : path;
-}
 
 // The template's text without its first character, which is the byte-order mark; a template
 // without one loses a real character. Empty for bytes that are not UTF-8: what could be made of
@@ -88,19 +81,14 @@ void Save(Session& session, const std::string& text, const std::string& folder) 
 
 }  // namespace
 
-bool IsTemplate(const std::string& text) {
-  return Contains(text, kTemplateMark) && Contains(text, "process=1");
-}
-
-void WriteAnswerFile(Session& session) {
+void WriteAnswerFile(Session& session, const Plan& plan) {
   Files& files = session.platform.files;
-  const std::string windows = session.form.text[kInstallPartition].text() + "\\Windows";
+  const std::string windows = plan.target.drive + "\\Windows";
   if (files.exists(windows + "\\Panther\\unattend.xml")) return;
   session.form.status.setText(String(session, kTextWritingAnswerFile));
 
-  const std::string path = TemplatePath(session);
-  if (!files.exists(path)) return;
-  std::string text = TemplateText(session, path);
+  if (!files.exists(plan.answerFile)) return;
+  std::string text = TemplateText(session, plan.answerFile);
   if (text.empty()) return;
   // The built-in one logs on as Administrator by itself.
   if (Contains(text, kTemplateMark) && LowerAscii(session.options.pcUser) == "administrator") {

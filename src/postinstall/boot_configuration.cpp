@@ -2,13 +2,16 @@
 
 #include <algorithm>
 #include <string>
+#include <string_view>
 #include <vector>
 
-#include "engine/command_runner.h"
 #include "form/text_numbers.h"
 #include "platform/environment.h"
 #include "platform/files.h"
 #include "platform/text.h"
+#include "postinstall/boot_stores.h"
+#include "run/command_runner.h"
+#include "run/command_words.h"
 
 namespace pavoline {
 namespace {
@@ -19,9 +22,15 @@ constexpr char kEnvironmentDrive[] = "X:";
 constexpr float kFirstNewLoader = 5.3f;
 constexpr float kLastOldLoader = 5.2f;
 
-std::string Tool(const Session& session, const std::string& name) {
-  return CommandWord(session.paths.appDir + "\\Bin\\Boot\\" + session.paths.imageToolArch + "\\" +
-                     name);
+// The program's own copy of a tool, else the running system's; empty when neither is there.
+std::string ToolPath(Session& session, const std::string& name) {
+  Files& files = session.platform.files;
+  const std::string own =
+      session.paths.appDir + "\\Bin\\Boot\\" + session.paths.imageToolArch + "\\" + name;
+  if (files.exists(own)) return own;
+  const std::string system =
+      session.platform.environment.variable("windir") + "\\System32\\" + name;
+  return files.exists(system) ? system : std::string();
 }
 
 const char* LocaleName(unsigned locale) {
@@ -43,11 +52,10 @@ const char* LocaleName(unsigned locale) {
 
 // The edition's language; without one, that of the running thread, which later steps then see as
 // the edition's.
-std::string BootLanguage(Session& session) {
-  if (EditionLanguage(session).empty()) {
-    session.fallbackLanguage = LocaleName(session.platform.environment.threadLocale());
-  }
-  return EditionLanguage(session);
+std::string BootLanguage(Session& session, const BootJob& job) {
+  if (!job.language.empty()) return job.language;
+  session.fallbackLanguage = LocaleName(session.platform.environment.threadLocale());
+  return session.fallbackLanguage;
 }
 
 bool HoldsWindows(Session& session, const std::string& drive) {
@@ -66,31 +74,35 @@ std::vector<std::string> WindowsDrives(Session& session) {
   return drives;
 }
 
-// No firmware is asked for: the disk shall start under either.
-void WriteBootFiles(Session& session, const std::string& drive, const std::string& language) {
-  const std::string& boot = session.form.text[kBootPartition].text();
+// No firmware is asked for: the disk shall start under either. True when the files of one were
+// written; not every system has those of both.
+bool WriteBootFiles(Session& session, const BootJob& job, const std::string& bcdboot,
+                    const std::string& systemDrive, const std::string& language) {
+  bool written = false;
   for (const char* firmware : {"bios", "uefi"}) {
-    if (session.form.unloaded()) return;
-    ShellAndWait(session,
-                 Tool(session, "bcdboot.exe") + " " + drive + "\\Windows /s " + boot + " /f " +
-                     firmware + " /l " + language,
-                 ShowMode::kHidden);
+    if (session.form.unloaded()) return written;
+    const ToolEnd end = ShellAndWait(session,
+                                     CommandWord(bcdboot) + " " + systemDrive + "\\Windows /s " +
+                                         job.bootDrive + " /f " + firmware + " /l " + language,
+                                     ShowMode::kHidden);
+    const std::string store =
+        firmware == std::string_view("bios") ? BiosStore(job.bootDrive) : UefiStore(job.bootDrive);
+    written = written || (end.succeeded() && session.platform.files.exists(store));
   }
+  return written;
 }
 
-// The stores are made anew, not merged.
-void DeleteBootStores(Session& session) {
-  const std::string& boot = session.form.text[kBootPartition].text();
-  for (const char* store : {"\\boot\\bcd", "\\EFI\\Microsoft\\Boot\\bcd"}) {
-    const std::string path = boot + store;
-    if (session.platform.files.exists(path)) DeleteTree(session, path, kDeleteQuietly);
+// For every system on every partition; the first row's is written last and thus leads. The stores
+// are made anew, not merged.
+bool RebuildBootFiles(Session& session, const BootJob& job, const std::string& bcdboot,
+                      const std::vector<std::string>& systems, const std::string& language) {
+  BootStores stores(session, job.bootDrive);
+  bool written = false;
+  for (const std::string& drive : systems) {
+    if (WriteBootFiles(session, job, bcdboot, drive, language)) written = true;
   }
-}
-
-// For every system on every partition; the first row's is written last and thus leads.
-void RepairBootFiles(Session& session, const std::string& language) {
-  DeleteBootStores(session);
-  for (const std::string& drive : WindowsDrives(session)) WriteBootFiles(session, drive, language);
+  stores.settle();
+  return written;
 }
 
 // The first version on any partition that needs the newer loader; failing that the last one read.
@@ -105,31 +117,48 @@ float VersionOnAnyPartition(Session& session, float version) {
   return version;
 }
 
-void WriteBootSector(Session& session, float version) {
-  const char* loader = version <= kLastOldLoader ? " /nt52 " : " /nt60 ";
+void WriteBootSector(Session& session, const std::string& bootDrive, float version) {
+  const std::string bootsect = ToolPath(session, "bootsect.exe");
   session.form.status.setText(String(session, kTextBootSector));
-  ShellAndWait(
-      session,
-      Tool(session, "bootsect.exe") + loader + session.form.text[kBootPartition].text() + " /mbr",
-      ShowMode::kHidden);
+  if (bootsect.empty()) {
+    Journal(session, "no boot sector: bootsect.exe is missing");
+    return;
+  }
+  const char* loader = version <= kLastOldLoader ? " /nt52 " : " /nt60 ";
+  ShellAndWait(session, CommandWord(bootsect) + loader + bootDrive + " /mbr", ShowMode::kHidden);
+}
+
+bool WriteForJob(Session& session, const BootJob& job) {
+  const std::string bcdboot = ToolPath(session, "bcdboot.exe");
+  const std::string language = BootLanguage(session, job);
+  const std::vector<std::string> systems =
+      job.everyWindows ? WindowsDrives(session) : std::vector<std::string>{job.systemDrive};
+  if (bcdboot.empty()) Journal(session, "no boot files: bcdboot.exe is missing");
+  // Boot stores are taken away only when something will take their place.
+  if (bcdboot.empty() || systems.empty()) return false;
+  if (job.everyWindows) return RebuildBootFiles(session, job, bcdboot, systems, language);
+  return HoldsWindows(session, job.systemDrive) &&
+         WriteBootFiles(session, job, bcdboot, job.systemDrive, language);
 }
 
 }  // namespace
 
-void CallBootMbr(Session& session, float version) {
-  const Form1& form = session.form;
+bool AnythingToRepair(Session& session) {
+  return !ToolPath(session, "bcdboot.exe").empty() && !WindowsDrives(session).empty();
+}
+
+bool BootToolsPresent(Session& session) {
+  return !ToolPath(session, "bcdboot.exe").empty() && !ToolPath(session, "bootsect.exe").empty();
+}
+
+bool CallBootMbr(Session& session, const BootJob& job, float version) {
   session.form.status.setText(String(session, kTextBootFiles));
-  Journal(session, "boot files on " + form.text[kBootPartition].text());
-  const std::string language = BootLanguage(session);
-  const std::string& target = form.text[kInstallPartition].text();
-  if (form.check[kRepairBoot].ticked() || session.bootRepairRequested) {
-    RepairBootFiles(session, language);
-  } else if (HoldsWindows(session, target)) {
-    WriteBootFiles(session, target, language);
-  }
-  if (form.unloaded()) return;
-  WriteBootSector(session,
+  Journal(session, "boot files on " + job.bootDrive);
+  const bool written = WriteForJob(session, job);
+  if (session.form.unloaded()) return written;
+  WriteBootSector(session, job.bootDrive,
                   version < kFirstNewLoader ? VersionOnAnyPartition(session, version) : version);
+  return written;
 }
 
 }  // namespace pavoline

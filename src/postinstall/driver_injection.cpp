@@ -1,64 +1,69 @@
 #include "postinstall/driver_injection.h"
 
-#include "engine/command_runner.h"
 #include "form/text_numbers.h"
 #include "platform/files.h"
 #include "platform/text.h"
 #include "postinstall/driver_log.h"
-#include "postinstall/plugins.h"
+#include "run/command_runner.h"
+#include "run/command_words.h"
+#include "run/tool_files.h"
 
 namespace pavoline {
 namespace {
 
 constexpr char kScript[] = "SetDrv";
+constexpr std::size_t kLogEnd = 64 * 1024;  // bytes; a line of dism's is a few hundred
 
 std::string LogPath(Session& session) { return TempFile(session, "SetDrv.xml"); }
 
-std::string InjectionLine(Session& session) {
-  const Form1& form = session.form;
-  const std::string folder = session.platform.files.shortPath(form.text[kDriverFolder].text());
-  return "dism.exe /image:" + form.text[kInstallPartition].text() +
+std::string InjectionLine(Session& session, const Plan& plan) {
+  const std::string folder = session.platform.files.shortPath(plan.driverFolder);
+  return "dism.exe /image:" + plan.target.drive +
          "\\ /Add-Driver /Driver:" + ReplaceAll(CommandWord(folder), "%", "%%") +
          " /recurse /forceunsigned >" + LogPath(session);
 }
 
-void Finish(Session& session) {
+StepResult Finish(Session& session, DriverRun& run) {
+  session.form.timer3.setEnabled(false);
+  const std::string words = LastWords(session, LogPath(session));
   session.platform.files.remove(LogPath(session));
   session.platform.files.remove(TempFile(session, "SetDrv.bat"));
-  session.form.timer3.setEnabled(false);
   session.form.progressBar1.setValue(session.form.progressBar1.maximum());
-  Journal(session, "drivers done");
-  CallPlugin(session);
+  run.complete = run.tool->exitCode() == 0u;
+  run.tool->close(session);
+  Journal(session, (run.complete ? "drivers done: " : "drivers not complete: ") + words);
+  return StepResult::Done();
 }
 
 }  // namespace
 
-void StartDriverInjection(Session& session) {
+StepResult StartDriverInjection(Session& session, const Plan& plan, DriverRun& run) {
   // A log of an earlier run must not pass for this one's.
   session.platform.files.remove(LogPath(session));
-  if (!StartBatch(session, InjectionLine(session), kScript)) {
-    CallPlugin(session);
-    return;
-  }
+  run.tool =
+      StartBatch(session, InjectionLine(session, plan), {kScript, "dism.exe", LogPath(session)});
+  if (!run.tool) return StepResult::Done();
   session.form.timer3.setEnabled(true);
+  return StepResult::Waits();
 }
 
-void DriverMonitorTick(Session& session) {
+StepResult DriverMonitorTick(Session& session, DriverRun& run) {
   Form1& form = session.form;
-  if (form.unloaded()) return;
-  const std::string log = session.platform.files.read(LogPath(session)).value_or(std::string());
-  const DriverStep step = ParseDriverLog(log);
-  if (step.kind == DriverStep::kSearching) {
-    form.status.setText(String(session, kTextSearchingDrivers));
-    return;
-  }
+  if (form.unloaded()) return StepResult::Closed();
+  const DriverStep step = ParseDriverLog(ReadEnd(session, LogPath(session), kLogEnd));
   if (step.kind == DriverStep::kInstalling) {
     form.status.setText(String(session, kTextAddingDrivers));
     form.progressBar1.setMaximum(step.total);
     form.progressBar1.setValue(step.done);
   }
+  if (run.tool->silentForGood(session)) return Finish(session, run);
+  if (step.kind == DriverStep::kSearching) {
+    form.status.setText(String(session, kTextSearchingDrivers));
+    return StepResult::Waits();
+  }
   // Whatever the last line says: dism may fail and end with a long one that names its own log.
-  if (!IsProcessRunning(session, "dism.exe")) Finish(session);
+  const bool ended = run.tool->look(session) == FollowedProgram::Sign::kEnded;
+  return ended ? Finish(session, run) : StepResult::Waits();
 }
 
 }  // namespace pavoline

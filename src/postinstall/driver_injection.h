@@ -1,13 +1,25 @@
 #pragma once
 
+#include <optional>
+
+#include "run/followed_program.h"
+#include "session/outcome.h"
+#include "session/plan.h"
 #include "session/session.h"
 
 namespace pavoline {
 
-// Starts adding the driver folder to the applied system and lets Timer3 follow.
-void StartDriverInjection(Session& session);
+// A driver step that runs, or has run.
+struct DriverRun {
+  std::optional<FollowedProgram> tool;
+  bool complete = false;  // dism has ended and reported success
+};
 
-// One tick of Timer3: shows the count of packages; goes on to CallPlugin when dism has ended.
-void DriverMonitorTick(Session& session);
+// Starts adding the plan's driver folder to the applied system and lets Timer3 follow. Done, with
+// nothing complete, when it could not be started.
+StepResult StartDriverInjection(Session& session, const Plan& plan, DriverRun& run);
+
+// One tick of Timer3: shows the count of packages. Done when dism has ended, however it ended.
+StepResult DriverMonitorTick(Session& session, DriverRun& run);
 
 }  // namespace pavoline

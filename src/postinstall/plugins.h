@@ -6,10 +6,16 @@
 
 namespace pavoline {
 
-// The last step: runs the chosen plug-in, then announces the end or restarts the machine.
-void CallPlugin(Session& session);
+// What takes the place of "%ip%" and "%bp%" in a plug-in's command line.
+struct PluginDrives {
+  std::string install, boot;
+};
+
+// Runs the chosen plug-in: a command line, a path, or the name of a discovered one. Waits for its
+// end; a program that is not there is passed over.
+void CallPlugin(Session& session, const std::string& command, const PluginDrives& drives);
 
 // Runs a discovered plug-in by name; nothing when there is none of that name.
-void RunPlugin(Session& session, const std::string& name);
+void RunPlugin(Session& session, const std::string& name, const PluginDrives& drives);
 
 }  // namespace pavoline

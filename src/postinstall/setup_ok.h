@@ -1,10 +1,15 @@
 #pragma once
 
+#include "session/plan.h"
 #include "session/session.h"
 
 namespace pavoline {
 
-// What follows an applied or restored image: boot files, answer file, drivers, plug-in, restart.
-void SetupOK(Session& session);
+// The first system that has setup passes: earlier ones take neither answer file nor drivers.
+inline constexpr float kFirstVersionWithSetupPasses = 6.0f;
+
+// What begins the steps behind an applied or restored image: learns the version of the system that
+// is now on the install partition, major.minor; 0 when it cannot be read, which counts as old.
+float SetupOK(Session& session, const Plan& plan);
 
 }  // namespace pavoline

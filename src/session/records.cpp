@@ -19,6 +19,8 @@ std::string PartitionEntry::field(std::size_t n) const {
   return n < fields.size() ? fields[n] : std::string();
 }
 
+int PartitionEntry::diskNumber() const { return LeadingInteger16(address()); }
+
 std::size_t PartitionEntry::fieldCount() const { return Split(line, "\t").size(); }
 
 const std::string* PluginTable::find(const std::string& name) const {

@@ -5,8 +5,6 @@
 #include <utility>
 #include <vector>
 
-#include "platform/foreign_windows.h"
-
 // What the steps of an installation hand to each other.
 namespace pavoline {
 
@@ -32,6 +30,7 @@ struct PartitionEntry {
   std::string field(std::size_t n) const;
   std::size_t fieldCount() const;
   std::string address() const { return field(0); }  // as the Ghost program writes it, "1:2"
+  int diskNumber() const;                           // from 1; 0 when the address names none
   std::string drive() const { return field(1); }    // "D:"
   std::string size() const { return field(2); }
   std::string fileSystem() const { return field(3); }
@@ -40,22 +39,6 @@ struct PartitionEntry {
   std::string label() const { return field(6); }
   std::string style() const { return field(7); }  // "MBR" or "GPT"
   bool active() const { return field(8) == "1"; }
-};
-
-// The partition that the start checks found for the install drive.
-struct InstallTarget {
-  std::string address;      // Ghost's disk:partition
-  std::string volumeLabel;  // kept over the formatting; format's own option once it was prepared
-};
-
-// Percent of the imaging program's three phases; 100: over.
-struct ApplyProgress {
-  int createPercent = 0, extractPercent = 0, metadataPercent = 0;
-};
-
-struct GhostProgress {
-  ForeignWindow window = 0;
-  bool minimizePending = false;
 };
 
 // Plug-ins by name in the order found, each with its command line.
@@ -74,6 +57,7 @@ class PluginTable {
 // A partition offered in a chooser: drive, label, disk, file system, size.
 struct PartitionRow {
   std::vector<std::string> columns;
+  int diskNumber = 0;  // from 1
   const std::string& drive() const { return columns.front(); }
 };
 
@@ -82,6 +66,12 @@ struct FoundImage {
   std::string path;
   std::uint64_t size = 0;  // bytes
   std::string modified;    // "YYYY-MM-DD HH:MM"
+};
+
+// An ISO file and the drive that it is mounted as.
+struct MountedIso {
+  std::string drive;  // "F:"
+  std::string file;
 };
 
 // A tool that the source box waits for.

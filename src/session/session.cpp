@@ -1,5 +1,7 @@
 #include "session/session.h"
 
+#include <algorithm>
+#include <cctype>
 #include <cstdio>
 
 #include "form/control_status.h"
@@ -10,29 +12,61 @@
 #include "platform/text.h"
 
 namespace pavoline {
+namespace {
+
+bool IsQuestion(int flags) { return flags == kQuestionWarning || flags == kQuestionError; }
+
+bool IsLanguageTag(const std::string& text) {
+  return !text.empty() && std::ranges::all_of(text, [](unsigned char c) {
+    return c < 0x80 && (std::isalnum(c) != 0 || c == '-');
+  });
+}
+
+}  // namespace
 
 const std::string& String(const Session& session, int n) {
   return session.texts.strings.at(static_cast<std::size_t>(n));
 }
+
+const std::string& More(const Session& session, int n) {
+  return session.texts.more.at(static_cast<std::size_t>(n));
+}
+
+bool May(const Session& session, Action action) { return MayDo(session.activity, action); }
 
 std::string TempFile(Session& session, const std::string& name) {
   return session.platform.environment.variable("windir") + "\\temp\\" + name;
 }
 
 int Message(Session& session, const std::string& text, int flags, const std::string& title) {
+  MessageLimit limit;
+  if (session.commandLine.install) {
+    limit.seconds = session.commandLine.silent ? kSilentSeconds : kUnattendedSeconds;
+    limit.answer = IsQuestion(flags) ? kAnswerCancel : kAnswerOk;
+  }
+  return Message(session, text, flags, title, limit);
+}
+
+int Message(Session& session, const std::string& text, int flags, const std::string& title,
+            const MessageLimit& limit) {
   Journal(session, "message: " + title + ": " + text);
-  const int answer = session.platform.dialogs.message(text, flags, title);
-  if (flags == kQuestionWarning || flags == kQuestionError) {
+  const std::uint64_t shown = session.platform.environment.milliseconds();
+  const int answer = session.platform.dialogs.message(text, flags, title, limit);
+  const std::uint64_t passed = session.platform.environment.milliseconds() - shown;
+  if (IsQuestion(flags)) {
     Journal(session, answer == kAnswerOk ? "answer: OK" : "answer: Cancel");
+  }
+  if (limit.seconds > 0 && passed >= static_cast<std::uint64_t>(limit.seconds) * 1000) {
+    Journal(session, "not answered in " + std::to_string(limit.seconds) + " seconds");
   }
   return answer;
 }
 
 void Journal(Session& session, const std::string& text) {
   const LocalTime t = session.platform.environment.now();
-  char stamp[48];
-  std::snprintf(stamp, sizeof stamp, "%04d-%02d-%02d %02d:%02d:%02d  ", t.year, t.month, t.day,
-                t.hour, t.minute, t.second);
+  char stamp[64];
+  std::snprintf(stamp, sizeof stamp, "%04d-%02d-%02d %02d:%02d:%02d.%03d  ", t.year, t.month, t.day,
+                t.hour, t.minute, t.second, t.millisecond);
   const std::string line = ReplaceAll(ReplaceAll(text, "\r", " "), "\n", " ");
   session.platform.files.append(TempFile(session, "Pavoline.log"), stamp + line + "\r\n");
 }
@@ -49,9 +83,14 @@ std::string EditionLanguage(const Session& session) {
   const int chosen = session.form.combo[kEditions].selected();
   if (chosen >= 0 && chosen < static_cast<int>(session.editions.size())) {
     const auto& language = session.editions[static_cast<std::size_t>(chosen)].language;
-    if (!language.empty()) return language;
+    if (IsLanguageTag(language)) return language;
   }
   return session.fallbackLanguage;
+}
+
+std::string FromProgram(const Session& session, const std::string& path) {
+  const std::string full = ReplaceAll(path, "%App.Path%", session.paths.appDir);
+  return full.starts_with(".\\") ? session.paths.appDir + full.substr(1) : full;
 }
 
 }  // namespace pavoline

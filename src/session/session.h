@@ -1,12 +1,18 @@
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "form/form1.h"
 #include "form/texts.h"
+#include "platform/dialogs.h"
 #include "platform/platform.h"
+#include "session/activity.h"
+#include "session/exit_code.h"
 #include "session/options.h"
+#include "session/plan.h"
 #include "session/records.h"
 
 namespace pavoline {
@@ -19,6 +25,8 @@ struct ProgramPaths {
   std::string imageToolPath;  // wimlib-imagex.exe
   std::string imageToolArch;  // "x64" or "x86", the folder name of every tool
 };
+
+struct Installation;
 
 // What one run of the program knows. The steps of an installation are free functions that take
 // it, read what earlier steps left and leave what later ones need.
@@ -35,11 +43,8 @@ struct Session {
 
   bool minimizeGhost = true;
   bool advancedModeHide = false;
-  bool exitAfterInstallation = false;
-  bool templateMarked = false;  // the chosen answer file has placeholders for this program
 
-  std::string applyOptions;  // switch of the apply mode, for example "--compact=lzx"
-  bool wimcopy = false;      // apply mode "Wimboot:WIMCOPY"
+  ApplyChoice apply;         // chosen in the system menu
   std::string titleCaption;  // the window's plain title; an apply mode adds to it
 
   std::vector<PartitionEntry> partitions;
@@ -50,36 +55,58 @@ struct Session {
   PluginTable plugins;
   SearchState search;
 
-  InstallTarget target;
-  ApplyProgress apply;
-  GhostProgress ghost;
-  std::string mountedIsoDrive;  // "X:", empty: none
-  std::string mountedIsoFile;   // the ISO file behind that drive
+  std::string mountedIsoDrive;        // "X:", empty: none
+  std::string mountedIsoFile;         // the ISO file behind that drive
+  std::vector<MountedIso> outerIsos;  // those that hold the mounted one, the innermost first
   std::string sourceTextAtMount;
   SourceRun sourceRun;
-  bool virtualDiskCommand = false;   // a virtual disk is being made or moved
-  bool bootRepairRequested = false;  // for the duration of the menu's boot repair
-  bool starting = false;             // Start's checks or questions are under way
-  bool autoStarted = false;          // the unattended run has pressed Start
+  bool sourceFaultTold = false;  // why the source cannot be used has been shown
+
+  std::string lentLetter;  // drive given to a boot partition for this run, "S:"; empty: none
+
+  // Changed by ActivityScope, besides the end of the start and that of the window.
+  Activity activity = Activity::kStarting;
+  std::function<void()> activityChanged;       // brings the menu in line
+  std::shared_ptr<Installation> installation;  // the one that runs; install/installation.h
+  ExitCode exitCode = ExitCode::kCancelled;
 };
+
+// May the program be asked for this now?
+bool May(const Session& session, Action action);
 
 // String(n) of the language in use.
 const std::string& String(const Session& session, int n);
+// More(n), a text beyond the numbered table.
+const std::string& More(const Session& session, int n);
 
 // "%windir%\temp\" + name, computed afresh.
 std::string TempFile(Session& session, const std::string& name);
 
-// Shows a message and notes it in the journal; the answer is the platform's (1 = OK).
+// Seconds that a message of an unattended run waits for somebody to read it.
+inline constexpr int kUnattendedSeconds = 60;
+inline constexpr int kSilentSeconds = 10;
+
+// Shows a message and notes it in the journal; the answer is the platform's (1 = OK). In an
+// unattended run it closes by itself after a minute (ten seconds in a silent one); the answer is
+// then the one that changes nothing, Cancel where there is a choice.
 int Message(Session& session, const std::string& text, int flags, const std::string& title);
+// The same with a limit of its own, which also holds for a person.
+int Message(Session& session, const std::string& text, int flags, const std::string& title,
+            const MessageLimit& limit);
 
 // Adds a line with the time to %windir%\temp\Pavoline.log, so that a person can find out
 // afterwards what was done. A failure is ignored: no installation stops for its journal.
 void Journal(Session& session, const std::string& text);
 
-// Back to idle after an installation, a refusal or a failure.
+// Gives the window back to the person: captions, inputs, status line.
 void ReturnToIdle(Session& session);
 
-// The language tag of the chosen edition, or the fallback; empty when neither is known.
+// The language tag of the chosen edition, or the fallback; empty when neither is known. A tag that
+// holds anything but letters, digits and hyphens counts as unknown: it comes out of an image and
+// goes into command lines.
 std::string EditionLanguage(const Session& session);
+
+// A path of the settings or of a row: "%App.Path%" and ".\\" stand for the program's folder.
+std::string FromProgram(const Session& session, const std::string& path);
 
 }  // namespace pavoline

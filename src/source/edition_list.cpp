@@ -1,9 +1,11 @@
-#include "engine/command_runner.h"
 #include "form/text_numbers.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
 #include "platform/text.h"
 #include "platform/text_services.h"
+#include "run/command_runner.h"
+#include "run/command_words.h"
+#include "run/tool_files.h"
 #include "source/source_wait.h"
 #include "source/wim_info.h"
 
@@ -62,6 +64,7 @@ void GetWimInfo(Session& session) {
   if (xml.empty()) {
     Journal(session, "image not readable: " + form.combo1.text());
     ReturnToIdle(session);
+    session.sourceFaultTold = true;
     Message(session, String(session, kTextNoEdition), kErrorMessage, String(session, kTextError));
     return;
   }

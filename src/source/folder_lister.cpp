@@ -48,7 +48,7 @@ void FolderWalk::handleEvents() const {
 void ListFolders(const FolderWalk& walk, const std::string& folder,
                  std::vector<std::string>& found) {
   Files& files = walk.session.platform.files;
-  if (walk.ended() || !files.setCurrentFolder(folder)) return;
+  if (walk.ended() || !files.accessible(folder)) return;
   const std::string base = WithBackslash(folder);
   files.list(base + "*.*", [&](const FileEntry& entry) {
     if (IsWanted(entry)) found.push_back(base + entry.name);

@@ -17,8 +17,8 @@ struct FolderWalk {
 };
 
 // Adds the full paths of a folder's subfolders to `found`, but for those that belong to an
-// installed system. A folder that is missing or not accessible has none. Leaves the folder as the
-// current one.
+// installed system. A folder that is missing or not accessible has none. The current folder stays
+// what it is: from a foreign medium's folder no program must ever be started by mistake.
 void ListFolders(const FolderWalk& walk, const std::string& folder,
                  std::vector<std::string>& found);
 

@@ -25,13 +25,14 @@ constexpr std::uint64_t kSmallestImage = 419'430'400;  // bytes; anything larger
 constexpr std::string_view kStartImage = "boot.wim";   // of the installation medium itself
 
 // Only the plain folder word is taken for a folder; what else is no file is too small anyway.
+// The system also matches patterns with 8.3 names, to which "a.wimbak" is a ".wim".
 bool IsImage(const FileEntry& entry) {
   return entry.attributes != kFolderAttribute && entry.size > kSmallestImage &&
-         LowerAscii(entry.name) != kStartImage;
+         KindOf(entry.name) != ImageKind::kNone && LowerAscii(entry.name) != kStartImage;
 }
 
 void ShowCount(Session& session) {
-  if (!session.search.running || session.form.busy) return;
+  if (!session.search.running || session.activity == Activity::kInstalling) return;
   session.form.status.setText(ReplaceAll(String(session, kTextSearching), "%n%",
                                          std::to_string(session.search.found.size())));
 }
@@ -135,8 +136,6 @@ void SearchImages(Session& session, SearchMode mode, const std::string& folder) 
     }
   }
   session.search.takeFirst = takeFirstOfOuterSearch;
-  // The current folder would keep its drive from being dismounted.
-  session.platform.files.setCurrentFolder(session.paths.appDir);
   Journal(session, "images found: " + std::to_string(session.search.found.size()));
 }
 

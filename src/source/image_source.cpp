@@ -3,6 +3,7 @@
 #include "form/text_numbers.h"
 #include "platform/files.h"
 #include "platform/text.h"
+#include "session/activity_scope.h"
 #include "source/iso_mount.h"
 #include "source/wim_info.h"
 
@@ -72,10 +73,15 @@ void React(Session& session) {
   if (path.empty() || !session.platform.files.exists(path)) return;
 
   Journal(session, "source: " + path);
-  form.combo1.setEnabled(false);
-  ListByKind(session, path);
+  session.sourceFaultTold = false;
+  {
+    const ActivityScope reading(session, Activity::kReadingSource);
+    ListByKind(session, path);
+  }
   if (form.unloaded()) return;
-  form.combo1.setEnabled(true);
+  // An image inside an ISO is read while the ISO is. At the end of all of it the box is opened,
+  // also for an unattended run, which waits for that.
+  if (session.activity != Activity::kReadingSource) form.combo1.setEnabled(true);
   if (form.combo[kEditions].text().empty()) {
     form.focus(form.combo1);
   } else {
@@ -106,7 +112,7 @@ void SourceChanged(Session& session) {
 }
 
 void SourceDropped(Session& session, const std::vector<std::string>& files) {
-  if (files.empty() || !session.form.combo1.enabled() || session.starting) return;
+  if (files.empty() || !May(session, Action::kTakeSource)) return;
   const std::string& path = files.front();
   switch (KindOf(path)) {
     case ImageKind::kWim:

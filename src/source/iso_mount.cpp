@@ -1,12 +1,14 @@
 #include "source/iso_mount.h"
 
-#include "engine/command_runner.h"
-#include "engine/mid_between.h"
 #include "form/text_numbers.h"
 #include "platform/dialogs.h"
 #include "platform/environment.h"
 #include "platform/files.h"
 #include "platform/text_services.h"
+#include "run/command_runner.h"
+#include "run/command_words.h"
+#include "run/mid_between.h"
+#include "session/activity_scope.h"
 #include "source/image_search.h"
 #include "source/image_source.h"
 #include "source/source_wait.h"
@@ -25,10 +27,8 @@ void RunHidden(Session& session, const std::string& commandLine) {
   ShellAndWait(session, commandLine, ShowMode::kHidden);
 }
 
-// The window is gone, or the installation of another source has begun.
-bool Overtaken(const Session& session) {
-  return session.form.unloaded() || session.form.busy || session.starting;
-}
+// While a source is read nothing else begins, but the window may go.
+bool Overtaken(const Session& session) { return session.form.unloaded(); }
 
 void InstallDriver(Session& session) {
   const std::string system = Variable(session, "windir") + "\\system32\\";
@@ -37,7 +37,7 @@ void InstallDriver(Session& session) {
   RunHidden(session, Variable(session, "ComSpec") +
                          " /c %SystemRoot%\\system32\\rundll32.exe setupapi.dll,"
                          "InstallHinfSection DefaultInstall 132 " +
-                         session.paths.appDir + "\\Bin\\imdisk\\imdisk.inf");
+                         EscapedForInterpreter(session.paths.appDir) + "\\Bin\\imdisk\\imdisk.inf");
 }
 
 std::string Mount(Session& session, const std::string& isoPath) {
@@ -76,9 +76,11 @@ bool FindImage(Session& session, const std::string& drive, const std::string& te
 // False when the person chose none.
 bool AskForImage(Session& session) {
   ReturnToIdle(session);
+  session.sourceFaultTold = true;
   Message(session, String(session, kTextNoImageInIso), kInformationMessage,
           String(session, kTextInformation));
-  if (Overtaken(session)) return false;
+  // Nobody is there to choose a file for an unattended run.
+  if (Overtaken(session) || session.commandLine.install) return false;
   const std::string patterns = "*.wim;*.esd;*.gho";
   FileRequest request;
   request.title = String(session, kTextBrowseTitle);
@@ -99,9 +101,13 @@ void GiveUp(Session& session, const std::string& drive) {
 }
 
 void Replace(Session& session, const std::string& drive, const std::string& isoPath) {
-  const std::string old = session.mountedIsoDrive;
-  // The letter may have come free in another way and been given to the new drive.
-  if (!old.empty() && old != drive) RunHidden(session, DismountCommand(session, old));
+  std::vector<std::string> old = {session.mountedIsoDrive};
+  for (const MountedIso& iso : session.outerIsos) old.push_back(iso.drive);
+  session.outerIsos.clear();
+  for (const std::string& gone : old) {
+    // The letter may have come free in another way and been given to the new drive.
+    if (!gone.empty() && gone != drive) RunHidden(session, DismountCommand(session, gone));
+  }
   session.mountedIsoDrive = drive;
   session.mountedIsoFile = isoPath;
 }
@@ -109,6 +115,7 @@ void Replace(Session& session, const std::string& drive, const std::string& isoP
 void ReportFailure(Session& session, const std::string& isoPath) {
   Journal(session, "ISO not mounted: " + isoPath);
   ReturnToIdle(session);
+  session.sourceFaultTold = true;
   Message(session, String(session, kTextMountFailed), kErrorMessage, String(session, kTextError));
 }
 
@@ -129,8 +136,11 @@ void MountAndChoose(Session& session, const std::string& isoPath) {
 
   const bool found = FindImage(session, drive, textBefore);
   if (Overtaken(session) || (!found && !AskForImage(session))) return GiveUp(session, drive);
-  // The image found was an ISO in the ISO: its own drive is the one to keep in mind.
-  if (session.mountedIsoDrive != driveBefore) return;
+  // The image found was an ISO in the ISO: its own drive is the source's, this one holds it.
+  if (session.mountedIsoDrive != driveBefore) {
+    session.outerIsos.push_back({drive, isoPath});
+    return;
+  }
   Replace(session, drive, isoPath);
 }
 
@@ -138,7 +148,10 @@ void MountAndChoose(Session& session, const std::string& isoPath) {
 
 void MountIso(Session& session, const std::string& isoPath) {
   if (session.sourceRun.waiting || Overtaken(session)) return;
-  MountAndChoose(session, isoPath);
+  {
+    const ActivityScope reading(session, Activity::kReadingSource);
+    MountAndChoose(session, isoPath);
+  }
   if (session.sourceRun.changed && !session.form.unloaded()) SourceChanged(session);
 }
 

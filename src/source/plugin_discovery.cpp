@@ -59,7 +59,6 @@ void AddPlugin(Session& session, const std::string& folder) {
 void DiscoverPlugins(Session& session, const std::string& folder) {
   if (folder.empty()) return;
   const std::vector<std::string> candidates = CandidateFolders(session, folder);
-  session.platform.files.setCurrentFolder(session.paths.appDir);
   if (session.form.unloaded()) return;
   session.plugins.clear();
   for (const std::string& candidate : candidates) AddPlugin(session, candidate);

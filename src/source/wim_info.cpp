@@ -1,9 +1,10 @@
 #include "source/wim_info.h"
 
 #include <string_view>
+#include <utility>
 
-#include "engine/mid_between.h"
 #include "platform/text.h"
+#include "run/mid_between.h"
 
 namespace pavoline {
 namespace {
@@ -12,10 +13,21 @@ std::string Tag(std::string_view chunk, const std::string& name) {
   return MidBetween(chunk, "<" + name + ">", "</" + name + ">", false);
 }
 
-// What an image takes over from the one before it.
+// What an image takes over from the one before it. An architecture that no image names grows by
+// a suffix with each; a list of thousands of such images is cut where nobody reads on.
 struct CarryOver {
   std::string archText, detailSuffix;
 };
+constexpr std::size_t kLongestArchText = 1024;
+
+// A name is text of an XML file, in which these characters are written out.
+std::string PlainText(std::string text) {
+  for (const auto& [entity, character] :
+       {std::pair{"&lt;", "<"}, {"&gt;", ">"}, {"&quot;", "\""}, {"&apos;", "'"}, {"&amp;", "&"}}) {
+    text = ReplaceAll(std::move(text), entity, character);
+  }
+  return text;
+}
 
 std::string Version(const WimImageInfo& image) {
   return image.major + "." + image.minor + "." + image.build + "." + image.spBuild;
@@ -28,8 +40,8 @@ void ReadFields(std::string_view chunk, WimImageInfo& image) {
   image.minor = Tag(chunk, "MINOR");
   image.build = Tag(chunk, "BUILD");
   image.spBuild = Tag(chunk, "SPBUILD");
-  image.displayName = Tag(chunk, "DISPLAYNAME");
-  image.name = Tag(chunk, "NAME");
+  image.displayName = PlainText(Tag(chunk, "DISPLAYNAME"));
+  image.name = PlainText(Tag(chunk, "NAME"));
 }
 
 void BuildLines(WimImageInfo& image, CarryOver& carried) {
@@ -38,6 +50,7 @@ void BuildLines(WimImageInfo& image, CarryOver& carried) {
   if (!image.language.empty()) {
     carried.detailSuffix = carried.archText + "-Bit  " + image.language + "  " + Version(image);
   }
+  if (carried.archText.size() > kLongestArchText) carried.archText.resize(kLongestArchText);
   carried.archText += LowerAscii(image.language) == "zh-cn" ? "位" : "-Bit";
   image.archText = carried.archText;
   image.listText = (image.displayName.empty() ? image.name : image.displayName) + image.archText;

@@ -1,9 +1,10 @@
 #include <initializer_list>
 
-#include "engine/command_runner.h"
 #include "form/text_numbers.h"
 #include "platform/dialogs.h"
 #include "platform/text.h"
+#include "run/command_runner.h"
+#include "run/command_words.h"
 #include "ui/dialog_layout.h"
 #include "ui/help_page.h"
 #include "ui/small_windows.h"

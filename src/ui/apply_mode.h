@@ -17,8 +17,8 @@ struct ApplyMode {
 // In the order of the menu; every run starts with the first.
 std::span<const ApplyMode> ApplyModes();
 
-// Takes over the mode of a menu command: switch, window title, check marks. False for other
-// commands.
+// Takes over the mode of a menu command: switch, window title, check marks; nothing while the
+// options must not change. False for other commands.
 bool ChooseApplyMode(Session& session, int commandId);
 
 }  // namespace pavoline

@@ -5,14 +5,16 @@
 #include "platform/files.h"
 #include "platform/text.h"
 #include "postinstall/boot_configuration.h"
+#include "postinstall/boot_stores.h"
+#include "session/activity_scope.h"
 
 namespace pavoline {
 namespace {
 
 constexpr float kBootSectorVersion = 6.0F;  // asks for a boot sector of the NT 6 kind
 
-// Without the list the old boot stores would be deleted and nothing written in their place.
-bool PartitionsKnown(Session& session, const std::string& boot) {
+// Without the list no system would be found to write boot files for.
+bool CanRepair(Session& session, const std::string& boot) {
   if (LeadingNumber(session.form.tag()) == 0) {
     Message(session, String(session, kTextListNotReady), kInformationMessage, "Initializing...");
     return false;
@@ -22,7 +24,10 @@ bool PartitionsKnown(Session& session, const std::string& boot) {
             String(session, kTextError));
     return false;
   }
-  return true;
+  if (AnythingToRepair(session)) return true;
+  Message(session, More(session, kMoreNothingToRepair), kWarningMessage,
+          String(session, kTextInformation));
+  return false;
 }
 
 bool Confirmed(Session& session, const std::string& boot) {
@@ -32,49 +37,39 @@ bool Confirmed(Session& session, const std::string& boot) {
          kAnswerOk;
 }
 
-void Report(Session& session, const std::string& boot) {
+std::string StoresOn(Session& session, const std::string& boot) {
   Files& files = session.platform.files;
   std::string stores;
-  if (files.exists(boot + "\\boot\\bcd")) stores = "BIOS";
-  if (files.exists(boot + "\\EFI\\Microsoft\\Boot\\bcd")) {
-    stores += stores.empty() ? "UEFI" : " + UEFI";
-  }
-  Message(session,
-          ReplaceAll(String(session, kTextBootReport), "%bp%", boot) + "\n[ " + stores + " ] ",
-          kInformationMessage, String(session, kTextInformation));
+  if (files.exists(BiosStore(boot))) stores = "BIOS";
+  if (files.exists(UefiStore(boot))) stores += stores.empty() ? "UEFI" : " + UEFI";
+  return ReplaceAll(String(session, kTextBootReport), "%bp%", boot) + "\n[ " + stores + " ] ";
+}
+
+void Report(Session& session, const std::string& boot, bool written) {
+  const std::string failed = written ? "" : More(session, kMoreBootPutBack) + "\n";
+  Message(session, failed + StoresOn(session, boot),
+          written ? kInformationMessage : kWarningMessage, String(session, kTextInformation));
 }
 
 void Repair(Session& session, const std::string& boot) {
   Form1& form = session.form;
-  form.status.setText(String(session, kTextBootFiles));
-  session.bootRepairRequested = true;
-  CallBootMbr(session, kBootSectorVersion);
-  session.bootRepairRequested = false;
+  const BootJob job{boot, "", true, EditionLanguage(session)};
+  const bool written = CallBootMbr(session, job, kBootSectorVersion);
   if (form.unloaded()) return;
   const bool wide = form.width() == kWideWidth;
   form.status.setText(String(session, wide ? kTextStatusWide : kTextStatusNormal));
-  Report(session, boot);
+  Report(session, boot, written);
 }
 
 }  // namespace
 
 void RepairBootFiles(Session& session) {
-  Form1& form = session.form;
-  const std::string boot = form.text[kBootPartition].text();
-  if (!PartitionsKnown(session, boot)) return;
-  // Events are handled all the while: no installation may begin before the repair is over, and
-  // the boot partition must stay the one that was asked about.
-  Control* const locked[] = {&form.command1[kStart], &form.text[kBootPartition],
-                             &form.command1[kChooseBoot]};
-  bool enabledBefore[std::size(locked)];
-  for (std::size_t i = 0; i < std::size(locked); ++i) {
-    enabledBefore[i] = locked[i]->enabled();
-    locked[i]->setEnabled(false);
-  }
-  session.starting = true;
-  if (Confirmed(session, boot) && !form.unloaded()) Repair(session, boot);
-  session.starting = false;
-  for (std::size_t i = 0; i < std::size(locked); ++i) locked[i]->setEnabled(enabledBefore[i]);
+  const std::string boot = session.form.text[kBootPartition].text();
+  if (!CanRepair(session, boot)) return;
+  // Events are handled all the while: nothing else may begin before the repair is over, and the
+  // boot partition stays the one that was asked about.
+  const ActivityScope repairing(session, Activity::kRepairingBoot);
+  if (Confirmed(session, boot) && !session.form.unloaded()) Repair(session, boot);
 }
 
 }  // namespace pavoline

@@ -2,10 +2,11 @@
 
 #include <algorithm>
 
-#include "engine/command_runner.h"
 #include "platform/files.h"
 #include "platform/text.h"
 #include "resource_ids.h"
+#include "run/command_runner.h"
+#include "run/command_words.h"
 #include "ui/system_menu.h"
 
 namespace pavoline {

@@ -111,7 +111,7 @@ void ShowImageList(Session& session) {
   session.platform.dialogs.showModal(list);
   // Only now, with the list gone, is the image looked into, which takes its time.
   const Form1& form = session.form;
-  if (list.taken().empty() || form.unloaded() || form.busy) return;
+  if (list.taken().empty() || form.unloaded() || !May(session, Action::kTakeSource)) return;
   session.form.combo1.setText(list.taken());
 }
 

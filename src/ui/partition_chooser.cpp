@@ -1,8 +1,10 @@
 #include <algorithm>
 
+#include "disk/partitions.h"
 #include "form/text_numbers.h"
 #include "platform/dialogs.h"
 #include "platform/text.h"
+#include "session/activity_scope.h"
 #include "ui/dialog_layout.h"
 #include "ui/small_windows.h"
 
@@ -89,6 +91,13 @@ void PartitionChooser::take() {
 
 void ShowPartitionChooser(Session& session, PartitionPurpose purpose) {
   const bool boot = purpose == PartitionPurpose::kBoot;
+  // Disks may have come or gone since the last look; a tool that runs for the source is not
+  // disturbed by another one.
+  if (session.activity == Activity::kIdle) {
+    const ActivityScope listing(session, Activity::kListing);
+    RefreshPartitions(session);
+  }
+  if (session.form.unloaded()) return;
   PartitionChooser chooser(session, boot ? session.bootRows : session.installRows,
                            boot ? kTextChooseBootTitle : kTextChooseInstallTitle,
                            session.form.text[boot ? kBootPartition : kInstallPartition]);

@@ -1,5 +1,8 @@
 #include "ui/system_menu.h"
 
+#include <algorithm>
+#include <optional>
+
 #include "config/language.h"
 #include "config/settings_file.h"
 #include "form/text_numbers.h"
@@ -21,12 +24,12 @@ namespace {
 constexpr unsigned kSimplifiedChinese = 2052;
 
 MenuItem Item(int id, const std::string& text, int image = 0) {
-  return {id, text, false, image, {}};
+  return {id, text, false, image, {}, true};
 }
 MenuItem Separator() { return Item(kMenuSeparator, ""); }
 
 MenuItem Submenu(const std::string& text, int image, std::vector<MenuItem> items) {
-  return {0, text, false, image, std::move(items)};
+  return {0, text, false, image, std::move(items), true};
 }
 
 std::string ToolText(Session& session, const CompanionTool& tool) {
@@ -56,24 +59,21 @@ std::vector<MenuItem> ApplyModeItems() {
   return items;
 }
 
-// Starting work of its own would get in the way of an installation or of Start's questions, and an
-// unattended run must find nothing in its way before it has pressed Start.
-bool MayStartWork(const Session& session) {
-  const bool startIsDue = session.commandLine.install && !session.autoStarted;
-  return !session.form.busy && !session.starting && !startIsDue;
-}
-
 void SaveSettings(Session& session) {
-  SaveAsIni(session);
-  Message(session, String(session, kTextSettingsSaved), kInformationMessage,
-          String(session, kTextInformation));
+  if (SaveAsIni(session)) {
+    Message(session, String(session, kTextSettingsSaved), kInformationMessage,
+            String(session, kTextInformation));
+    return;
+  }
+  Message(session, ReplaceAll(String(session, kTextCannotWrite), "%f%", session.paths.settingsPath),
+          kErrorMessage, String(session, kTextError));
 }
 
 void OpenVirtualDisks(Session& session) {
   const std::string diskpart =
       session.platform.environment.variable("windir") + "\\system32\\diskpart.exe";
   if (session.osVersion > 6.0F && session.platform.files.exists(diskpart)) {
-    if (MayStartWork(session)) ShowVirtualDiskWindow(session);
+    ShowVirtualDiskWindow(session);
     return;
   }
   Message(session,
@@ -106,23 +106,53 @@ void ShowHelp(Session& session) {
 
 void RepairBoot(Session& session) {
   if (StartTool(session, *ToolOfCommand(kMenuBootRepair))) return;
-  if (MayStartWork(session)) RepairBootFiles(session);
+  RepairBootFiles(session);
 }
 
 struct Command {
   int id;
+  Action action;
   void (*run)(Session&);
 };
 
 constexpr Command kCommands[] = {
-    {kMenuSaveSettings, SaveSettings},
-    {kMenuComputerName, ShowComputerNameDialog},
-    {kMenuVirtualDisk, OpenVirtualDisks},
-    {kMenuHelp, ShowHelp},
-    {kMenuAbout, ShowAbout},
-    {kMenuLanguageFile, SaveLanguageFile},
-    {kMenuBootRepair, RepairBoot},
+    {kMenuSaveSettings, Action::kSetOptions, SaveSettings},
+    {kMenuComputerName, Action::kSetOptions, ShowComputerNameDialog},
+    {kMenuVirtualDisk, Action::kVirtualDisks, OpenVirtualDisks},
+    {kMenuHelp, Action::kLook, ShowHelp},
+    {kMenuAbout, Action::kLook, ShowAbout},
+    {kMenuLanguageFile, Action::kLook, SaveLanguageFile},
+    {kMenuBootRepair, Action::kRepairBoot, RepairBoot},
 };
+
+// What a menu command does; nothing for what is none of the program's.
+std::optional<Action> ActionOf(int id) {
+  for (const Command& command : kCommands) {
+    if (command.id == id) return command.action;
+  }
+  if (ToolOfCommand(id) != nullptr) return Action::kStartTool;
+  const bool mode =
+      std::ranges::find(ApplyModes(), id, &ApplyMode::commandId) != ApplyModes().end();
+  return mode ? std::optional(Action::kSetOptions) : std::nullopt;
+}
+
+// What cannot be done now is grey.
+bool GreyItems(const Session& session, std::vector<MenuItem>& items) {
+  bool changed = false;
+  for (MenuItem& item : items) {
+    const auto action = ActionOf(item.id);
+    const bool enabled = !action || May(session, *action);
+    changed = changed || enabled != item.enabled;
+    item.enabled = enabled;
+    if (GreyItems(session, item.items)) changed = true;
+  }
+  return changed;
+}
+
+void GreyMenu(Session& session) {
+  std::vector<MenuItem> menu = session.form.systemMenu();
+  if (GreyItems(session, menu)) session.form.setSystemMenu(std::move(menu));
+}
 
 }  // namespace
 
@@ -141,18 +171,22 @@ void BuildSystemMenu(Session& session) {
       Item(kMenuLanguageFile, text(kTextLanguageFile), PAVOLINE_ICON_LANGUAGE),
       Separator(),
   });
+  session.activityChanged = [&session] { GreyMenu(session); };
+  GreyMenu(session);
 }
 
 bool HandleSystemCommand(Session& session, int id) {
+  const auto action = ActionOf(id);
+  if (!action) return false;
+  // The item is grey, but a key or another program may have chosen it.
+  if (!May(session, *action)) return true;
   if (ChooseApplyMode(session, id)) return true;
   for (const Command& command : kCommands) {
     if (command.id != id) continue;
     command.run(session);
     return true;
   }
-  const CompanionTool* tool = ToolOfCommand(id);
-  if (!tool) return false;
-  StartTool(session, *tool);
+  StartTool(session, *ToolOfCommand(id));
   return true;
 }
 

@@ -21,7 +21,8 @@ enum MenuCommand {
   kMenuComputerName = 2040,    // outside that range, in which every number has its fixed meaning
 };
 
-// Adds the program's entries to the main window's system menu.
+// Adds the program's entries to the main window's system menu, and keeps them grey while what they
+// do cannot be done.
 void BuildSystemMenu(Session& session);
 
 // Runs a system-menu command; false for identifiers that are not the program's.

@@ -18,8 +18,6 @@ class VirtualDiskCreation : public Form {
  public:
   explicit VirtualDiskCreation(Session& session);
 
-  bool created() const { return created_; }
-
  private:
   void setTexts();
   void layOut();
@@ -36,7 +34,6 @@ class VirtualDiskCreation : public Form {
   OptionButton vhd_, vhdx_, fixed_, expandable_;
   ComboBox unit_;
   bool running_ = false;
-  bool created_ = false;
 };
 
 VirtualDiskCreation::VirtualDiskCreation(Session& session)
@@ -162,19 +159,18 @@ void VirtualDiskCreation::create() {
   running_ = true;
   create_.setEnabled(false);
   close_.setEnabled(false);
-  created_ = CreateVirtualDisk(session_, request);
+  const bool created = CreateVirtualDisk(session_, request);
   create_.setEnabled(true);
   close_.setEnabled(true);
   running_ = false;
-  if (created_) close();
+  if (created) close();
 }
 
 }  // namespace
 
-bool ShowVirtualDiskCreation(Session& session) {
+void ShowVirtualDiskCreation(Session& session) {
   VirtualDiskCreation window(session);
   session.platform.dialogs.showModal(window);
-  return window.created();
 }
 
 }  // namespace pavoline

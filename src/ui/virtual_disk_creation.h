@@ -4,7 +4,7 @@
 
 namespace pavoline {
 
-// The window that creates a virtual disk. True when one was made.
-bool ShowVirtualDiskCreation(Session& session);
+// The window that creates a virtual disk.
+void ShowVirtualDiskCreation(Session& session);
 
 }  // namespace pavoline

@@ -4,7 +4,7 @@
 #include "disk/virtual_disk.h"
 #include "form/text_numbers.h"
 #include "platform/dialogs.h"
-#include "platform/files.h"
+#include "session/activity_scope.h"
 #include "ui/dialog_layout.h"
 #include "ui/small_windows.h"
 #include "ui/virtual_disk_creation.h"
@@ -16,8 +16,6 @@ class VirtualDiskWindow : public Form {
  public:
   explicit VirtualDiskWindow(Session& session);
 
-  bool changedDrives() const { return changedDrives_; }
-
  private:
   using Action = bool (*)(Session&, const std::string& file);
 
@@ -28,7 +26,6 @@ class VirtualDiskWindow : public Form {
   Session& session_;
   Button attach_, detach_, create_, close_;
   bool running_ = false;
-  bool changedDrives_ = false;
 };
 
 VirtualDiskWindow::VirtualDiskWindow(Session& session)
@@ -77,38 +74,28 @@ void VirtualDiskWindow::onChosenFile(int title, Action action) {
   // The script takes its time, in which the window is still there to be clicked at.
   running_ = true;
   for (Button* button : {&attach_, &detach_, &create_, &close_}) button->setEnabled(false);
-  if (action(session_, file)) changedDrives_ = true;
+  action(session_, file);
   for (Button* button : {&attach_, &detach_, &create_, &close_}) button->setEnabled(true);
   running_ = false;
 }
 
 void VirtualDiskWindow::create() {
   if (running_) return;
-  if (ShowVirtualDiskCreation(session_)) changedDrives_ = true;
-}
-
-// Drives have come or gone: both choosers show the disks as they are now. A partition that was
-// entered stays as long as its drive is there.
-void RefreshPartitions(Session& session) {
-  Form1& form = session.form;
-  const std::string before[] = {form.text[kBootPartition].text(),
-                                form.text[kInstallPartition].text()};
-  GetPart(session);
-  if (form.unloaded()) return;
-  FillPartitionList(session, PartitionListKind::kInstall);
-  FillPartitionList(session, PartitionListKind::kBoot);
-  for (int index : {kBootPartition, kInstallPartition}) {
-    const std::string& drive = before[index];
-    if (!drive.empty() && session.platform.files.exists(drive)) form.text[index].setText(drive);
-  }
+  ShowVirtualDiskCreation(session_);
 }
 
 }  // namespace
 
 void ShowVirtualDiskWindow(Session& session) {
-  VirtualDiskWindow window(session);
-  session.platform.dialogs.showModal(window);
-  if (window.changedDrives() && !session.form.unloaded()) RefreshPartitions(session);
+  {
+    const ActivityScope working(session, Activity::kVirtualDisk);
+    VirtualDiskWindow window(session);
+    session.platform.dialogs.showModal(window);
+  }
+  if (session.form.unloaded()) return;
+  // A volume may have come or gone whatever diskpart reported.
+  const ActivityScope listing(session, Activity::kListing);
+  RefreshPartitions(session);
 }
 
 }  // namespace pavoline

@@ -13,7 +13,12 @@ class ProcessContract : public Contract {
  protected:
   // Null only when the program did not start.
   std::unique_ptr<StartedProgram> startWriter(int milliseconds) {
-    return platform_.processes.start(machine_->writer(file_, milliseconds), ShowMode::kHidden);
+    return start(machine_->writer(file_, milliseconds));
+  }
+  std::unique_ptr<StartedProgram> start(const std::string& commandLine) {
+    StartRequest request;
+    request.commandLine = commandLine;
+    return platform_.processes.start(request);
   }
   void waitFor(StartedProgram& program) {
     while (program.running()) program.waitHandlingEvents();
@@ -52,7 +57,7 @@ TEST_F(ProcessContract, AProgramRunsUntilItHasDoneItsWork) {
 TEST_F(ProcessContract, AProgramLetGoRunsOn) {
   startWriter(300).reset();
   ASSERT_EQ(writers().size(), 1u);
-  waitFor(*platform_.processes.start(machine_->writer(path("later"), 1500), ShowMode::kHidden));
+  waitFor(*start(machine_->writer(path("later"), 1500)));
   EXPECT_THAT(files_.read(file_), Optional(std::string("beginend")));
 }
 
@@ -72,7 +77,7 @@ TEST_F(ProcessContract, ABatchFileGoesOnWithItsNextLineWhenAProgramIsTerminated)
   files_.write(path("t.bat"), "@echo off\r\n" + variable("ComSpec") + " /c exit\r\n" +
                                   machine_->writer(file_, 1500) + "\r\necho 100%% of %windir%>" +
                                   path("t.log") + "\r\n");
-  const auto program = platform_.processes.start(path("t.bat"), ShowMode::kHidden);
+  const auto program = start(path("t.bat"));
   ASSERT_TRUE(program);
   while (program->running() && writers().empty()) platform_.processes.handleEvents();
   ASSERT_EQ(writers().size(), 1u);
@@ -81,7 +86,7 @@ TEST_F(ProcessContract, ABatchFileGoesOnWithItsNextLineWhenAProgramIsTerminated)
   waitFor(*program);
   EXPECT_TRUE(writers().empty());
   EXPECT_THAT(files_.read(path("t.log")), Optional("100% of " + variable("windir") + "\r\n"));
-  waitFor(*platform_.processes.start(machine_->writer(path("later"), 2000), ShowMode::kHidden));
+  waitFor(*start(machine_->writer(path("later"), 2000)));
   EXPECT_NE(files_.read(file_), "beginend");  // what it had left to do was not done
 }
 
@@ -90,7 +95,7 @@ TEST_F(ProcessContract, WhatCannotBeStartedIsNull) {
   for (const std::string& command :
        {path("missing.exe") + " a", "\"" + path("missing file.exe") + "\" a",
         path("missing.bat")}) {
-    EXPECT_FALSE(platform_.processes.start(command, ShowMode::kHidden)) << command;
+    EXPECT_FALSE(start(command)) << command;
   }
 }
 

@@ -5,7 +5,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "engine/mid_between.h"
+#include "run/mid_between.h"
 #include "form/text_numbers.h"
 #include "platform/text.h"
 

@@ -1,9 +1,9 @@
-#include "engine/command_runner.h"
+#include "run/command_runner.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "engine/mid_between.h"
+#include "run/mid_between.h"
 #include "support/workshop.h"
 
 namespace pavoline::testing {

@@ -5,7 +5,7 @@
 
 #include "engine/apply_monitor.h"
 #include "engine/ghost_restore.h"
-#include "engine/taskbar_progress.h"
+#include "run/taskbar_progress.h"
 #include "form/control_status.h"
 #include "postinstall/driver_injection.h"
 #include "support/workshop.h"

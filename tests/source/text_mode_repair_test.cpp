@@ -1,4 +1,4 @@
-#include "engine/text_mode_repair.h"
+#include "run/text_mode_repair.h"
 
 #include <gtest/gtest.h>
 

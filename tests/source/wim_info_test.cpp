@@ -5,7 +5,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "engine/text_mode_repair.h"
+#include "run/text_mode_repair.h"
 #include "platform/text.h"
 #include "support/fake_text.h"
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 #include "platform/text.h"
 #include "support/layout_check.h"
 
@@ -18,15 +20,28 @@ T Take(std::deque<T>& queue, T otherwise) {
 
 }  // namespace
 
-int FakeDialogs::message(const std::string& text, int flags, const std::string& title) {
-  const Shown shown{text, flags, title};
+int FakeDialogs::message(const std::string& text, int flags, const std::string& title,
+                         const MessageLimit& limit) {
+  const Shown shown{text, flags, title, limit};
   messages.push_back(shown);
   if (onMessage) onMessage(shown);
+  const long limitMs = limit.seconds * 1000L;
+  std::optional<int> answer = told(text);
+  if (!answer && !nobodyThere) answer = kAnswerOk;
+  if (!answer && limitMs == 0) throw std::runtime_error("a message waits for ever: " + text);
+  if (!answer || (limitMs > 0 && messageMs >= limitMs)) {
+    time_.advance(limitMs);
+    return limit.answer;
+  }
   time_.advance(messageMs);
+  return *answer;
+}
+
+std::optional<int> FakeDialogs::told(const std::string& text) {
   for (const auto& [part, answer] : standing_) {
     if (Contains(text, part)) return answer;
   }
-  return Take(answers, kAnswerOk);
+  return answers.empty() ? std::nullopt : std::optional(Take(answers, kAnswerOk));
 }
 
 std::string FakeDialogs::openFile(const FileRequest& request) {

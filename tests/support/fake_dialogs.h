@@ -2,6 +2,7 @@
 
 #include <deque>
 #include <functional>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -19,6 +20,7 @@ struct FakeDialogs : Dialogs {
     std::string text;
     int flags = 0;
     std::string title;
+    MessageLimit limit;
   };
   std::vector<Shown> messages;
   std::deque<int> answers;  // to the next messages, whatever they say
@@ -27,6 +29,8 @@ struct FakeDialogs : Dialogs {
   }
   std::function<void(const Shown&)> onMessage;  // while the message is open
   long messageMs = 0;                           // how long each stays open; timers go on
+  // Messages that no answer was told for end by their limit; one without a limit is a fault.
+  bool nobodyThere = false;
 
   std::deque<std::string> files, savedFiles, folders;  // the next choices; empty: cancelled
   std::vector<FileRequest> openRequests, saveRequests;
@@ -38,7 +42,8 @@ struct FakeDialogs : Dialogs {
   bool canOpenDocuments = true;
   std::vector<std::string> documents;
 
-  int message(const std::string& text, int flags, const std::string& title) override;
+  int message(const std::string& text, int flags, const std::string& title,
+              const MessageLimit& limit) override;
   std::string openFile(const FileRequest& request) override;
   std::string saveFile(const FileRequest& request) override;
   std::string chooseFolder(const std::string& title, const std::string& initialFolder) override;
@@ -49,6 +54,8 @@ struct FakeDialogs : Dialogs {
   }
 
  private:
+  std::optional<int> told(const std::string& text);  // the answer, if there is one
+
   SimulatedTime& time_;
   std::vector<std::pair<std::string, int>> standing_;
 };

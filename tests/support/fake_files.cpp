@@ -44,7 +44,7 @@ std::string FakeFiles::absolute(const std::string& path) const {
   for (const std::string& part : Split(ReplaceAll(full, "/", "\\"), "\\")) {
     if (part.empty() || part == ".") continue;
     if (part == "..") {
-      result = ParentFolder(result);
+      if (Contains(result, "\\")) result = ParentFolder(result);
     } else {
       result += (result.empty() ? "" : "\\") + part;
     }
@@ -122,6 +122,15 @@ void FakeFiles::drop(const std::string& path) {
   });
 }
 
+void FakeFiles::moveDrive(const std::string& from, const std::string& to) {
+  std::map<std::string, Node> kept;
+  for (auto& [path, node] : nodes_) {
+    const bool moved = path == key(from) || LiesBelow(path, key(from));
+    kept[moved ? key(to) + path.substr(2) : path] = node;
+  }
+  nodes_ = std::move(kept);
+}
+
 std::vector<std::string> FakeFiles::below(const std::string& folder) {
   std::vector<std::string> result;
   for (const auto& [path, node] : nodes_) {
@@ -145,10 +154,39 @@ bool FakeFiles::isFull(const std::string& path) const {
                      [&](const std::string& folder) { return LiesBelow(key(path), folder); });
 }
 
+bool FakeFiles::names(const std::set<std::string>& paths, const std::string& path) const {
+  return std::any_of(paths.begin(), paths.end(),
+                     [&](const std::string& each) { return key(each) == key(path); });
+}
+
+std::string FakeFiles::fullPath(const std::string& path) {
+  if (path.empty() || path.starts_with("\\\\")) return path;
+  const std::string full = absolute(path);
+  const bool endsInBackslash = path.ends_with('\\') || path.ends_with('/') || full.size() == 2;
+  return endsInBackslash ? full + "\\" : full;
+}
+
 std::optional<std::string> FakeFiles::read(const std::string& path) {
-  const Node* node = find(path);
-  if (!node || node->folder) return std::nullopt;
-  return node->content;
+  if (size(path).value_or(kLargestRead + 1) > kLargestRead) return std::nullopt;
+  return find(path)->content;
+}
+
+std::optional<std::string> FakeFiles::readPart(const std::string& path, std::uint64_t offset,
+                                               std::size_t room) {
+  const std::optional<std::uint64_t> bytes = size(path);
+  if (!bytes) return std::nullopt;
+  if (offset >= *bytes) return std::string();
+  const std::string& content = find(path)->content;
+  std::string part = offset < content.size() ? content.substr(offset, room) : std::string();
+  part.resize(std::min<std::uint64_t>(room, *bytes - offset));
+  return part;
+}
+
+bool FakeFiles::create(const std::string& path, const std::string& bytes) {
+  if (exists(path)) return false;
+  if (write(path, bytes)) return true;
+  drop(path);
+  return false;
 }
 
 bool FakeFiles::write(const std::string& path, const std::string& bytes) {
@@ -172,7 +210,7 @@ std::optional<std::uint64_t> FakeFiles::size(const std::string& path) {
 
 bool FakeFiles::remove(const std::string& path) {
   const Node* node = find(path);
-  if (!node || node->folder) return false;
+  if (!node || node->folder || names(stuck, path)) return false;
   nodes_.erase(key(path));
   return true;
 }
@@ -213,7 +251,7 @@ bool FakeFiles::copyWithProgress(const std::string& from, const std::string& to,
 void FakeFiles::list(const std::string& pattern, const EntryVisitor& visit) {
   const std::string parent = key(ParentFolder(pattern) + "\\");
   const auto parentNode = nodes_.find(parent);
-  if (parentNode == nodes_.end() || !parentNode->second.folder) return;
+  if (parentNode == nodes_.end() || !accessible(parent)) return;
   const std::string mask = FileName(pattern) == "*.*" ? "*" : Lower(FileName(pattern));
   std::vector<FileEntry> entries;
   if (mask == "*" && parent.size() > 2) {

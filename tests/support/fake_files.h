@@ -10,7 +10,7 @@
 
 namespace pavoline::testing {
 
-enum class FileOperation { kWrite, kRename, kCopy };
+enum class FileOperation { kWrite, kRename, kCopy };  // kWrite: also creating
 
 // A tree of drives in memory. Paths are matched without regard to case and by long or 8.3 names.
 // Tests build and look at it with the methods of the first part, the program uses the second.
@@ -25,6 +25,7 @@ struct FakeFiles : Files {
   }
   void attributes(const std::string& path, std::uint32_t word);
   void drop(const std::string& path);  // a file or folder with all below it; none is no fault
+  void moveDrive(const std::string& from, const std::string& to);  // "C:" and all on it
   std::string text(const std::string& path) {  // content; empty for a missing file
     const Node* node = find(path);
     return node ? node->content : std::string();
@@ -35,6 +36,8 @@ struct FakeFiles : Files {
   std::set<std::string> fullFolders;  // as given to `full`
   void full(const std::string& folder) { fullFolders.insert(key(folder)); }
   void failNext(FileOperation operation) { ++failures_[operation]; }
+  std::set<std::string> locked;  // folders that let nobody look into them
+  std::set<std::string> stuck;   // files that cannot be removed
 
   std::string currentFolder = "X:\\Pavoline";
 
@@ -43,7 +46,14 @@ struct FakeFiles : Files {
     const Node* node = find(path);
     return node && node->folder;
   }
+  bool accessible(const std::string& folder) override {
+    return isFolder(folder) && !names(locked, folder);
+  }
+  std::string fullPath(const std::string& path) override;
   std::optional<std::string> read(const std::string& path) override;
+  std::optional<std::string> readPart(const std::string& path, std::uint64_t offset,
+                                      std::size_t room) override;
+  bool create(const std::string& path, const std::string& bytes) override;
   bool write(const std::string& path, const std::string& bytes) override;
   bool append(const std::string& path, const std::string& bytes) override;
   std::optional<std::uint64_t> size(const std::string& path) override;
@@ -60,7 +70,7 @@ struct FakeFiles : Files {
     return node ? node->version : std::string();
   }
   bool setCurrentFolder(const std::string& path) override {
-    if (!isFolder(path)) return false;
+    if (!accessible(path)) return false;
     currentFolder = absolute(path);
     return true;
   }
@@ -84,6 +94,7 @@ struct FakeFiles : Files {
   bool fails(FileOperation operation);
   bool writable(const std::string& path) const;  // its folder is there and takes changes
   bool isFull(const std::string& path) const;
+  bool names(const std::set<std::string>& paths, const std::string& path) const;
 
   std::map<std::string, Node> nodes_;  // by key
   std::map<FileOperation, int> failures_;

@@ -30,6 +30,9 @@ struct FakeEnvironment : Environment {
   int reseeds = 0;
 
   std::string variable(const std::string& name) override;
+  void setVariable(const std::string& name, const std::string& value) override {
+    variables[Lower(name)] = value;
+  }
   std::vector<std::string> arguments() override { return commandLine; }
   std::string programFolder() override { return folder; }
   bool is64BitProcess() override { return is64Bit; }
@@ -38,6 +41,7 @@ struct FakeEnvironment : Environment {
   void setThreadLocale(unsigned locale) override { thread = locale; }
   bool fontExists(const std::string& name) override { return fonts.contains(name); }
   LocalTime now() override;  // 2024-05-06 00:00:00 and the simulated time
+  std::uint64_t milliseconds() override { return static_cast<std::uint64_t>(time_.now()); }
   void reseedRandom() override { ++reseeds; }
   double random() override;
 
@@ -55,10 +59,17 @@ struct FakeDrives : Drives {
     files_.drop(drive);
     drives_.erase(Upper(drive));
   }
-  void wipe(const std::string& drive) {  // as formatting does
-    files_.drop(drive);
-    files_.folder(drive + "\\");
+  void wipe(const std::string& drive);  // as formatting does: empty, with another serial number
+  // Else name and serial number come from the letter, disk and offset from the position.
+  void setFacts(const std::string& drive, const VolumeFacts& facts) {
+    drives_[Upper(drive)].volume = facts;
   }
+
+  // Adds a volume that no letter leads to. Gives a drive ("1:") below which a test finds and puts
+  // its files as long as it has no letter.
+  std::string addLetterless(VolumePosition position);
+  std::vector<std::string> letterCalls;  // "assign Z: 1 2", "remove Z:", also those refused
+  bool refusesLetters = false;
 
   int type(const std::string& drive) override {
     const Facts* facts = find(drive);
@@ -72,37 +83,54 @@ struct FakeDrives : Drives {
     const Facts* facts = find(drive);
     return facts ? facts->position : std::nullopt;
   }
+  VolumeFacts facts(const std::string& drive) override {
+    const Facts* facts = find(drive);
+    return facts ? facts->volume : VolumeFacts();
+  }
+  bool assignLetter(const VolumePosition& position, const std::string& drive) override;
+  bool removeLetter(const std::string& drive) override;
 
  private:
   struct Facts {
     int type = kDriveFixed;
     std::optional<VolumePosition> position;
     std::uint64_t free = 0;
+    VolumeFacts volume;
   };
+  using Table = std::map<std::string, Facts>;
   const Facts* find(const std::string& drive) const;
+  std::string placeForLetterless() const;
+  void move(Table& from, const std::string& drive, Table& to, const std::string& newDrive);
 
   FakeFiles& files_;
-  std::map<std::string, Facts> drives_;
+  Table drives_, letterless_;
 };
 
 struct FakeForeignWindows : ForeignWindows {
   struct Window {
     std::string className, title;
+    std::uint32_t process = 0;
     bool open = true, hidden = false, minimized = false;
   };
   std::vector<Window> all;  // a window's handle is its place + 1
 
-  ForeignWindow open(const std::string& className, const std::string& title) {
-    all.push_back({className, title});
+  ForeignWindow open(const std::string& className, const std::string& title,
+                     std::uint32_t process = 0) {
+    all.push_back({className, title, process});
     return all.size();
   }
   Window& at(ForeignWindow window) { return all.at(window - 1); }
 
-  ForeignWindow findByClass(const std::string& className) override {
+  std::vector<ForeignWindow> listByClass(const std::string& className) override {
     return find(&Window::className, className);
   }
   ForeignWindow findByTitle(const std::string& title) override {
-    return find(&Window::title, title);
+    const auto found = find(&Window::title, title);
+    return found.empty() ? 0 : found.front();
+  }
+  bool exists(ForeignWindow window) override { return isOpen(window); }
+  std::uint32_t processOf(ForeignWindow window) override {
+    return isOpen(window) ? at(window).process : 0;
   }
   std::string title(ForeignWindow window) override;
   void hide(ForeignWindow window) override {
@@ -116,7 +144,7 @@ struct FakeForeignWindows : ForeignWindows {
   bool isOpen(ForeignWindow window) const {
     return window > 0 && window <= all.size() && all[window - 1].open;
   }
-  ForeignWindow find(std::string Window::*field, const std::string& value);
+  std::vector<ForeignWindow> find(std::string Window::*field, const std::string& value);
 };
 
 struct FakeTaskbar : Taskbar {

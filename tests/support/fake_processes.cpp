@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 #include "platform/paths.h"
 #include "platform/text.h"
@@ -32,6 +33,20 @@ std::string Inner(const std::string& command) {
   return pos == std::string::npos ? command : Trim(ReplaceAll(command.substr(pos + 4), "\"", ""));
 }
 
+bool IsInterpreted(const std::string& command) { return Contains(Lower(command), " /c "); }
+
+// The batch file that a command runs, itself or through an interpreter; empty: none.
+std::string BatchOf(const std::string& command) {
+  const std::string path = IsInterpreted(command) ? Inner(command) : ProgramOf(command);
+  return EndsWith(Lower(path), ".bat") ? path : std::string();
+}
+
+// A command that is none of the interpreter's own, which leave the exit code as it is.
+bool IsProgram(const std::string& line) {
+  const std::string word = Lower(ProgramOf(line));
+  return word != "echo" && word != "@echo" && word != "del" && word != "rem";
+}
+
 std::string ImageOf(const std::string& command) {
   const std::string name = FileName(ProgramOf(Inner(command)));
   return name.find('.') == std::string::npos ? name + ".exe" : name;
@@ -51,6 +66,18 @@ class FakeProcesses::Handle : public StartedProgram {
  public:
   Handle(FakeProcesses& owner, std::shared_ptr<Job> job) : owner_(owner), job_(std::move(job)) {}
   bool running() override { return job_->running; }
+  std::uint32_t id() override { return job_->id; }
+  std::optional<std::uint32_t> exitCode() override {
+    return job_->running ? std::nullopt : std::optional(job_->code);
+  }
+  void whenEnded(std::function<void()> action) override {
+    action_ = std::make_shared<std::function<void()>>(std::move(action));
+    if (job_->running) {
+      job_->whenEnded.push_back(action_);
+    } else {
+      owner_.call(action_);
+    }
+  }
   void waitHandlingEvents() override {
     if (job_->running) owner_.waitOnce();
   }
@@ -58,13 +85,22 @@ class FakeProcesses::Handle : public StartedProgram {
  private:
   FakeProcesses& owner_;
   std::shared_ptr<Job> job_;
+  std::shared_ptr<std::function<void()>> action_;
 };
 
-void ToolRun::print(long ms, const std::string& text) {
+void ToolRun::appends(long ms, const std::string& file, const std::string& text) {
   endsAt(ms);
-  steps_.emplace(ms, [path = output, text](FakeFiles& files) {
-    if (!path.empty()) files.put(path, files.text(path) + text);
+  steps_.emplace(ms, [file, text](FakeFiles& files) {
+    if (!file.empty()) files.append(file, text);
   });
+}
+
+void ToolRun::print(long ms, const std::string& text) {
+  appends(ms, output.empty() ? errors_ : output, text);
+}
+
+void ToolRun::complain(long ms, const std::string& text) {
+  appends(ms, Contains(line, "2>&1") ? output : errors_, text);
 }
 
 void ToolRun::does(long ms, std::function<void()> action) {
@@ -118,20 +154,32 @@ bool FakeProcesses::programMissing(const std::string& line) const {
   return rooted && !files_.exists(program) && !files_.exists(program + ".exe");
 }
 
-std::unique_ptr<StartedProgram> FakeProcesses::start(const std::string& commandLine,
-                                                     ShowMode mode) {
+std::shared_ptr<FakeProcesses::Job> FakeProcesses::makeJob(const StartRequest& request) {
   auto job = std::make_shared<Job>();
-  job->batch = EndsWith(Lower(ProgramOf(commandLine)), ".bat");
-  const std::string script = job->batch ? files_.text(ProgramOf(commandLine)) : std::string();
-  started.push_back({commandLine, mode, script, redirectionOffDepth > 0, time_.now()});
+  const std::string batch = BatchOf(request.commandLine);
+  job->batch = !batch.empty();
+  job->lines = job->batch ? Split(ReplaceAll(files_.text(batch), "\r\n", "\n"), "\n")
+                          : std::vector<std::string>{request.commandLine};
+  if (files_.isFolder(ParentFolder(request.outputFile)) && !files_.isFolder(request.outputFile)) {
+    job->outputFile = request.outputFile;
+    files_.put(job->outputFile);
+  }
+  job->id = job->batch ? add({"cmd.exe", job, true}) : nextId_++;
+  return job;
+}
+
+std::unique_ptr<StartedProgram> FakeProcesses::start(const StartRequest& request) {
+  started.push_back({request.commandLine, request.mode, files_.text(BatchOf(request.commandLine)),
+                     redirectionOffDepth > 0, time_.now(), request.program, request.outputFile});
   if (failNextStarts > 0) {
     --failNextStarts;
     return nullptr;
   }
-  if (programMissing(commandLine)) return nullptr;
-  job->lines = job->batch ? Split(ReplaceAll(script, "\r\n", "\n"), "\n")
-                          : std::vector<std::string>{commandLine};
-  if (job->batch) add({"cmd.exe", job, true});
+  const std::string& program = request.program;
+  if (program.empty() ? programMissing(request.commandLine) : !files_.exists(program)) {
+    return nullptr;
+  }
+  const auto job = makeJob(request);
   runNextLine(job);
   return std::make_unique<Handle>(*this, job);
 }
@@ -142,20 +190,36 @@ void FakeProcesses::runNextLine(const std::shared_ptr<Job>& job) {
     job->lines.erase(job->lines.begin());
     if (!Trim(line).empty() && runLine(job, line)) return;
   }
-  job->running = false;
   std::erase_if(processes_, [&](const auto& entry) { return entry.second.job == job; });
+  end(*job);
+}
+
+void FakeProcesses::end(Job& job) {
+  if (!std::exchange(job.running, false)) return;
+  for (const auto& action : job.whenEnded) call(action);
+}
+
+// With the next events, unless its handle is let go before.
+void FakeProcesses::call(const std::weak_ptr<std::function<void()>>& action) {
+  time_.after(0, [action] {
+    if (const auto kept = action.lock()) (*kept)();
+  });
 }
 
 // True when a program now runs for it.
 bool FakeProcesses::runLine(const std::shared_ptr<Job>& job, const std::string& text) {
+  constexpr std::uint32_t kNoSuchCommand = 9009;
   ToolRun run;
   run.line = job->batch ? expand(text) : text;
   run.image = ImageOf(run.line);
-  if (job->batch) run.output = OutputOf(run.line);
+  run.errors_ = job->outputFile;
+  if (job->batch || IsInterpreted(text)) run.output = OutputOf(run.line);
   ran.push_back(run.line);
   if (!run.output.empty() && !Contains(run.line, ">>")) files_.put(run.output);
+  const bool missing = programMissing(run.line);
+  if (missing || IsProgram(run.line)) job->code = missing ? kNoSuchCommand : 0;
   const Behaviour* behaviour = behaviourFor(run.line);
-  if (!behaviour || programMissing(run.line)) return false;
+  if (!behaviour || missing) return false;
   runTool(job, *behaviour, std::move(run));
   return true;
 }
@@ -164,15 +228,18 @@ void FakeProcesses::runTool(const std::shared_ptr<Job>& job, const Behaviour& be
                             ToolRun run) {
   const Behaviour act = behaviour;  // it may register others
   act(run);
-  const std::uint32_t id = add({run.image, job, false});
+  const std::uint32_t id = job->batch ? nextId_++ : job->id;
+  processes_[id] = {run.image, job, false};
   for (const auto& [ms, step] : run.steps_) {
     time_.after(ms, [this, id, action = step] {
       if (processes_.contains(id)) action(files_);
     });
   }
   if (run.endless_) return;
-  time_.after(run.end_, [this, id, job] {
-    if (processes_.erase(id) > 0) runNextLine(job);
+  time_.after(run.end_, [this, id, job, code = run.code_] {
+    if (processes_.erase(id) == 0) return;
+    if (job->running) job->code = code;
+    runNextLine(job);
   });
 }
 
@@ -182,23 +249,36 @@ void FakeProcesses::terminate(std::uint32_t id) {
   const Process process = it->second;
   killed.push_back(process.image);
   processes_.erase(it);
+  if (process.job->running) process.job->code = 1;
   if (process.interpreter) {
-    process.job->running = false;  // what it had started goes on
+    end(*process.job);  // what it had started goes on
   } else {
     runNextLine(process.job);
   }
 }
 
 std::vector<RunningProcess> FakeProcesses::list() {
-  std::vector<RunningProcess> result;
+  if (noList) return {};
+  std::vector<RunningProcess> result = {{1, "pavoline.exe"}};
   for (const auto& [id, process] : processes_) result.push_back({id, process.image});
   return result;
 }
 
 void FakeProcesses::waitOnce() {
-  if (!time_.mainUnloaded()) {
+  if (time_.mainUnloaded()) {
+    countWaitAfterUnload();
+  } else {
     time_.advanceToNext();
-  } else if (++waitsAfterUnload_ > 1000) {
+  }
+}
+
+void FakeProcesses::handleEventsFor(long milliseconds) {
+  if (time_.mainUnloaded()) countWaitAfterUnload();
+  time_.advanceWhileMainStays(milliseconds);
+}
+
+void FakeProcesses::countWaitAfterUnload() {
+  if (++waitsAfterUnload_ > 1000) {
     throw std::runtime_error("The main window has gone and a wait still goes on");
   }
 }

@@ -18,23 +18,30 @@ namespace pavoline::testing {
 class ToolRun {
  public:
   std::string line;    // the command, of a batch file with its variables put in
-  std::string output;  // file after ">"; empty: none
+  std::string output;  // file after ">"; empty: the file that its starter gave for it, if any
   std::string image;   // name in the process list, taken from the command; may be changed
 
-  void print(long ms, const std::string& text);  // to its output
+  void print(long ms, const std::string& text);     // to its output
+  void complain(long ms, const std::string& text);  // to its standard error
+  void exits(std::uint32_t code) { code_ = code; }  // 1 when it is killed
   void does(long ms, std::function<void()> action);
   void endsAt(long ms) { end_ = std::max(end_, ms); }  // else right after its last step
   void neverEnds() { endless_ = true; }
 
  private:
   friend class FakeProcesses;
+  void appends(long ms, const std::string& file, const std::string& text);
+
+  std::string errors_;  // file that takes its standard error; empty: none
+  std::uint32_t code_ = 0;
   std::multimap<long, std::function<void(FakeFiles&)>> steps_;
   long end_ = 0;
   bool endless_ = false;
 };
 
-// Programs that run in simulated time. A batch file's lines run one after the other; a program
-// without a behaviour ends at once, one whose file is missing does not start.
+// Programs that run in simulated time. A batch file's lines run one after the other, its exit code
+// is that of the last program; a program without a behaviour ends at once, one whose file is
+// missing does not start.
 struct FakeProcesses : Processes {
   FakeProcesses(SimulatedTime& time, FakeFiles& files, Environment& environment)
       : time_(time), files_(files), environment_(environment) {}
@@ -45,11 +52,13 @@ struct FakeProcesses : Processes {
     std::string script;  // content of a started batch file
     bool redirectionOff;
     long at;
+    std::string program, outputFile;
   };
   std::vector<Started> started;
   std::vector<std::string> ran;     // every single command, batch lines with variables put in
   std::vector<std::string> killed;  // image names as listed
   int failNextStarts = 0;
+  bool noList = false;  // the system gives no process list
   int redirectionOffDepth = 0;
   long eventsMs = 1;  // simulated time that handling the pending events takes
 
@@ -62,17 +71,21 @@ struct FakeProcesses : Processes {
   }
   bool ranLike(const std::string& partOfCommand) const;  // case ignored
 
-  std::unique_ptr<StartedProgram> start(const std::string& commandLine, ShowMode mode) override;
+  std::unique_ptr<StartedProgram> start(const StartRequest& request) override;
   std::uintptr_t disableRedirection() override { return ++redirectionOffDepth, 7; }
   void revertRedirection(std::uintptr_t oldValue) override;
   std::vector<RunningProcess> list() override;
   void terminate(std::uint32_t id) override;
   void handleEvents() override { time_.advance(time_.mainUnloaded() ? 0 : eventsMs); }
+  void handleEventsFor(long milliseconds) override;
 
  private:
   struct Job {
     std::vector<std::string> lines;  // left to run
     bool batch = false, running = true;
+    std::string outputFile;  // empty: none
+    std::uint32_t id = 0, code = 0;
+    std::vector<std::weak_ptr<std::function<void()>>> whenEnded;
   };
   struct Process {
     std::string image;
@@ -81,10 +94,14 @@ struct FakeProcesses : Processes {
   };
   class Handle;
 
+  std::shared_ptr<Job> makeJob(const StartRequest& request);
   void runNextLine(const std::shared_ptr<Job>& job);
+  void end(Job& job);
+  void call(const std::weak_ptr<std::function<void()>>& action);
   bool runLine(const std::shared_ptr<Job>& job, const std::string& text);
   void runTool(const std::shared_ptr<Job>& job, const Behaviour& behaviour, ToolRun run);
   void waitOnce();
+  void countWaitAfterUnload();
   std::string expand(const std::string& line) const;
   bool programMissing(const std::string& line) const;
   const Behaviour* behaviourFor(const std::string& line) const;

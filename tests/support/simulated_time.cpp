@@ -58,6 +58,18 @@ void SimulatedTime::advance(long ms) {
   now_ = std::max(now_, end);
 }
 
+void SimulatedTime::advanceWhileMainStays(long ms) {
+  const long end = now_ + ms;
+  while (!mainUnloaded()) {
+    const long due = nextDue();
+    if (due < 0 || due > end) {
+      now_ = std::max(now_, end);
+      return;
+    }
+    fireOneDueBy(due);
+  }
+}
+
 void SimulatedTime::advanceToNext() {
   const long due = nextDue();
   if (due < 0) throw std::runtime_error("Waits for ever: no timer runs and no action is queued");

@@ -3,34 +3,10 @@
 #include <functional>
 
 #include "form/form1.h"
-#include "platform/platform.h"
 #include "session/session.h"
-#include "support/fake_dialogs.h"
-#include "support/fake_files.h"
-#include "support/fake_machine.h"
-#include "support/fake_processes.h"
-#include "support/fake_profile.h"
-#include "support/fake_text.h"
-#include "support/simulated_time.h"
+#include "support/fake_platform.h"
 
 namespace pavoline::testing {
-
-// A machine in memory: one fake for each interface of the platform.
-struct FakePlatform {
-  SimulatedTime time;
-  FakeFiles files;
-  FakeEnvironment environment{time};
-  FakeDrives drives{files};
-  FakeTextServices text;
-  FakeProfile profile{files, text};
-  FakeForeignWindows windows;
-  FakeTaskbar taskbar;
-  FakeDialogs dialogs{time};
-  FakeProcesses processes{time, files, environment};
-
-  Platform platform{processes, files,   drives,  profile, environment,
-                    text,      windows, taskbar, dialogs};
-};
 
 // The pre-installation environment on such a machine with the program in it, ready to be used:
 // the program lies in X:\Pavoline, the system in C:\Windows, D: and E: are empty fixed drives, and

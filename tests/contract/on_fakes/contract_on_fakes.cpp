@@ -1,6 +1,6 @@
 #include "contract/contract_platform.h"
 #include "platform/text.h"
-#include "support/workshop.h"
+#include "support/fake_platform.h"
 
 namespace pavoline::testing {
 namespace {
@@ -8,6 +8,8 @@ namespace {
 class OnFakes : public ContractPlatform {
  public:
   OnFakes() {
+    FurnishSystem(machine_);
+    machine_.files.folder("X:\\Pavoline");
     machine_.files.put("C:\\test_contract.exe");
     machine_.processes.onStart("test_contract.exe --write", [](ToolRun& run) {
       const auto arguments = Split(run.line, "|");
@@ -29,7 +31,7 @@ class OnFakes : public ContractPlatform {
   }
 
  private:
-  Workshop machine_;
+  FakePlatform machine_;
 };
 
 }  // namespace

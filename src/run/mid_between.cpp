@@ -1,4 +1,4 @@
-#include "engine/mid_between.h"
+#include "run/mid_between.h"
 
 namespace pavoline {
 

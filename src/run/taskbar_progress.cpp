@@ -1,4 +1,4 @@
-#include "engine/taskbar_progress.h"
+#include "run/taskbar_progress.h"
 
 #include "platform/taskbar.h"
 

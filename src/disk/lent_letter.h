@@ -1,0 +1,27 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "session/session.h"
+
+// A boot partition without a drive letter gets one for the time of an installation: an EFI system
+// partition usually has none.
+namespace pavoline {
+
+struct LetterlessBoot {
+  std::uint32_t disk = 0, partition = 0;  // from 1
+  std::string letter;                     // that it could get, "V:"
+};
+
+// The one boot candidate on the disk of the install partition, when it has no letter. Nothing when
+// a candidate there has one, or there are several without.
+std::optional<LetterlessBoot> FindLetterlessBoot(Session& session, const std::string& installDrive);
+
+// Gives it its letter and enters that as the boot partition. False when the system refused.
+bool LendLetter(Session& session, const LetterlessBoot& boot);
+
+// Takes a lent letter back, if there is one.
+void TakeLetterBack(Session& session);
+
+}  // namespace pavoline

@@ -1,0 +1,158 @@
+#include "install/installation.h"
+
+#include <memory>
+#include <utility>
+
+#include "disk/lent_letter.h"
+#include "form/control_status.h"
+#include "install/order.h"
+#include "platform/taskbar.h"
+#include "run/taskbar_progress.h"
+
+namespace pavoline {
+namespace {
+
+// A step that waits is held by the session: it may be ended from inside an event that it handles.
+using Held = std::shared_ptr<Installation>;
+
+const char* CurrentStep(const Installation& installation) {
+  const OrderedStep* step = StepAt(installation.step);
+  return step == nullptr ? "" : step->name;
+}
+
+// True when the installation may go on with its next step.
+bool Passed(Session& session, const Held& held, const StepResult& result) {
+  // Somebody may have ended it meanwhile.
+  if (session.installation != held) return false;
+  switch (result.kind) {
+    case StepResult::kDone:
+      ++held->step;
+      return true;
+    case StepResult::kFailed: {
+      const bool refused = result.failure.code == ExitCode::kRefused;
+      EndInstallation(session, {refused ? Outcome::kRefused : Outcome::kFailed, CurrentStep(*held),
+                                result.failure});
+      return false;
+    }
+    case StepResult::kWaits:
+    case StepResult::kClosed:
+      break;
+  }
+  return false;
+}
+
+// The end of a program wakes whoever follows it, so that nothing waits for the timer. A complete
+// log takes one look for each phase.
+void WakeAtEnd(Session& session, FollowedProgram& program, void (*tick)(Session&)) {
+  program.whenEnded([&session, tick] {
+    constexpr int kLooks = 4;
+    const Held held = session.installation;
+    if (!held) return;
+    const std::size_t step = held->step;
+    for (int look = 0; look < kLooks; ++look) {
+      if (session.installation != held || held->step != step) return;
+      tick(session);
+    }
+  });
+}
+
+void WakeAtEnd(Session& session, Installation& installation) {
+  if (session.form.timer1.enabled()) WakeAtEnd(session, *installation.apply.tool, ApplyTick);
+  if (session.form.timer2.enabled()) WakeAtEnd(session, *installation.ghost.tool, RestoreTick);
+  if (session.form.timer3.enabled()) WakeAtEnd(session, *installation.drivers.tool, DriverTick);
+}
+
+// Runs steps until one waits or the installation is over.
+void Proceed(Session& session, const Held& held) {
+  for (const OrderedStep* step = StepAt(held->step); step != nullptr; step = StepAt(held->step)) {
+    Journal(session, std::string("step: ") + step->name);
+    const StepResult result = step->run(session, *held);
+    if (result.kind == StepResult::kWaits && session.installation == held) {
+      WakeAtEnd(session, *held);
+    }
+    if (!Passed(session, held, result)) return;
+  }
+  const bool complete = held->lacking.empty();
+  EndInstallation(session, {complete ? Outcome::kDone : Outcome::kFailed,
+                            complete ? "" : "what follows the image",
+                            {"", "", 0, complete ? ExitCode::kInstalled : ExitCode::kIncomplete}});
+}
+
+void Tick(Session& session, StepResult (*look)(Session&, Installation&)) {
+  const Held held = session.installation;
+  if (!held) return;
+  if (Passed(session, held, look(session, *held))) Proceed(session, held);
+}
+
+void ClearProgress(Session& session) {
+  session.form.progressBar1.setValue(0);
+  CallW7TaskProgress(session);
+  session.platform.taskbar.setProgressState(TaskbarState::kNone);
+}
+
+const char* Word(Outcome::Kind kind) {
+  switch (kind) {
+    case Outcome::kDone:
+      return "done";
+    case Outcome::kRefused:
+      return "refused";
+    case Outcome::kCancelled:
+      return "cancelled";
+    case Outcome::kFailed:
+      break;
+  }
+  return "failed";
+}
+
+}  // namespace
+
+void BeginInstallation(Session& session, Plan plan) {
+  session.search.stop = true;
+  const Held held = std::make_shared<Installation>();
+  held->plan = std::move(plan);
+  held->activity = ActivityScope(session, Activity::kInstalling);
+  session.installation = held;
+  ControlStatus(session.form, session.texts, false);
+  session.form.progressBar1.setMaximum(100);
+  session.form.progressBar1.setValue(0);
+  Proceed(session, held);
+}
+
+void ApplyTick(Session& session) {
+  Tick(session, [](Session& s, Installation& i) { return ApplyMonitorTick(s, i.apply); });
+}
+
+void RestoreTick(Session& session) {
+  Tick(session, [](Session& s, Installation& i) { return GhostTick(s, i.plan, i.ghost); });
+}
+
+void DriverTick(Session& session) {
+  Tick(session, [](Session& s, Installation& i) { return DriverMonitorTick(s, i.drivers); });
+}
+
+void EndInstallation(Session& session, const Outcome& outcome) {
+  Form1& form = session.form;
+  session.exitCode = outcome.failure.code;
+  Journal(session, std::string("outcome: ") + Word(outcome.kind) +
+                       (*outcome.step == '\0' ? "" : std::string(" in step: ") + outcome.step) +
+                       ", exit code " + std::to_string(static_cast<int>(session.exitCode)));
+  if (!outcome.failure.text.empty()) {
+    Message(session, outcome.failure.text, outcome.failure.flags, outcome.failure.title);
+  }
+  const bool ran = session.installation != nullptr;
+  if (ran) {
+    session.installation->activity.leave();
+    session.installation.reset();
+  }
+  TakeLetterBack(session);
+  if (form.unloaded()) return;
+  if (ran) {
+    if (outcome.kind != Outcome::kDone && outcome.failure.code != ExitCode::kIncomplete) {
+      ClearProgress(session);
+    }
+    ReturnToIdle(session);
+  }
+  if (session.commandLine.install) form.unload();
+}
+
+}  // namespace pavoline

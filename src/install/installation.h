@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "engine/ghost_restore.h"
+#include "engine/wim_apply.h"
+#include "postinstall/driver_injection.h"
+#include "session/activity_scope.h"
+#include "session/outcome.h"
+#include "session/plan.h"
+#include "session/session.h"
+
+// The installation itself, from the confirmed plan to its one outcome.
+namespace pavoline {
+
+struct Installation {
+  Plan plan;
+  ActivityScope activity;
+  std::size_t step = 0;  // place in the order of the one that runs
+
+  ApplyRun apply;
+  GhostRun ghost;
+  DriverRun drivers;
+  float appliedVersion = 0;  // major.minor of the system that was applied
+
+  // What the image is there without, each as a line for a person.
+  std::vector<std::string> lacking;
+  bool bootFilesLacking = false;
+};
+
+// Begins with the first step of the order.
+void BeginInstallation(Session& session, Plan plan);
+
+// Ticks of Timer1, Timer2 and Timer3: let the step that waits look at its program, and go on with
+// the next one when it has ended.
+void ApplyTick(Session& session);
+void RestoreTick(Session& session);
+void DriverTick(Session& session);
+
+// Ends an installation, or the attempt to start one: shows why it failed, gives the window back,
+// and notes the exit code. An unattended run ends the program.
+void EndInstallation(Session& session, const Outcome& outcome);
+
+}  // namespace pavoline

@@ -1,0 +1,164 @@
+#include "run/command_runner.h"
+
+#include <algorithm>
+#include <memory>
+
+#include "platform/environment.h"
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+#include "platform/text_services.h"
+#include "run/tool_files.h"
+
+namespace pavoline {
+namespace {
+
+// Newer systems show a 32-bit process another System32 than the tools need to see.
+constexpr float kLastVersionWithoutRedirection = 5.1f;
+
+std::string Variable(Session& session, const char* name) {
+  return session.platform.environment.variable(name);
+}
+
+// A bare name at the head of a command line ("shutdown.exe -a") names a program of the system. It
+// is run by its full path, so that no file of that name elsewhere takes its place; the command line
+// itself stays as it is.
+std::string SystemProgram(Session& session, const std::string& commandLine) {
+  const std::string name = commandLine.substr(0, commandLine.find(' '));
+  if (name.find_first_of("\\:\"") != std::string::npos || !name.ends_with(".exe")) return {};
+  return Variable(session, "windir") + "\\System32\\" + name;
+}
+
+std::unique_ptr<StartedProgram> Start(Session& session, const std::string& commandLine,
+                                      ShowMode mode, const std::string& outputFile) {
+  Journal(session, "run: " + commandLine);
+  if (!outputFile.empty()) session.platform.files.remove(outputFile);
+  Processes& processes = session.platform.processes;
+  const std::uintptr_t oldView =
+      session.osVersion > kLastVersionWithoutRedirection ? processes.disableRedirection() : 0;
+  auto program =
+      processes.start({commandLine, mode, SystemProgram(session, commandLine), outputFile});
+  if (oldView != 0) processes.revertRedirection(oldView);
+  if (!program) Journal(session, "could not be started: " + commandLine);
+  return program;
+}
+
+// True when the code page had all characters; "?" stands for those that it lacks.
+bool Converted(const std::string& text, const std::string& bytes) {
+  return std::ranges::count(bytes, '?') == std::ranges::count(text, '?');
+}
+
+// False when the script could not be written whole, or names something that the code page cannot:
+// it would speak of another file. Nothing of it is left to be run by mistake.
+bool WriteScript(Session& session, const std::string& path, const std::string& text,
+                 const std::string& bytes) {
+  Journal(session, "script " + path + ": " + text);
+  if (Converted(text, bytes) && WriteNewFile(session, path, bytes)) return true;
+  session.platform.files.remove(path);
+  Journal(session, "could not be written: " + path);
+  return false;
+}
+
+// The interpreter reads batch files in the console's code page.
+bool WriteBatch(Session& session, const std::string& path, const std::string& text) {
+  return WriteScript(session, path, text, session.platform.text.toConsole(text));
+}
+
+}  // namespace
+
+ToolEnd ShellAndWait(Session& session, const std::string& commandLine, ShowMode mode) {
+  ToolEnd end;
+  // A program with a window of its own keeps its console.
+  const std::string words =
+      mode == ShowMode::kHidden ? TempFile(session, "tool.err") : std::string();
+  const std::uint64_t began = session.platform.environment.milliseconds();
+  const auto program = Start(session, commandLine, mode, words);
+  if (!program) return end;
+  end.started = true;
+  while (program->running() && !session.form.unloaded()) program->waitHandlingEvents();
+  end.exitCode = program->exitCode();
+  if (!words.empty()) {
+    end.lastWords = LastWords(session, words);
+    session.platform.files.remove(words);
+  }
+  const std::uint64_t took = session.platform.environment.milliseconds() - began;
+  Journal(session, "ended after " + std::to_string(took) + " ms" +
+                       (end.exitCode ? ", exit code " + std::to_string(*end.exitCode)
+                                     : std::string(", left running")) +
+                       (end.lastWords.empty() ? "" : ": " + end.lastWords));
+  return end;
+}
+
+bool ShellNoWait(Session& session, const std::string& commandLine, ShowMode mode) {
+  return Start(session, commandLine, mode, "") != nullptr;
+}
+
+ToolEnd RunBatch(Session& session, const std::string& commandText, const std::string& base) {
+  const std::string path = TempFile(session, base);
+  Files& files = session.platform.files;
+  // A log of an earlier run must not pass for this one's.
+  files.remove(path + ".log");
+  if (files.exists(path + ".log")) {
+    Journal(session, "could not be replaced: " + path + ".log");
+    return {};
+  }
+  if (!WriteBatch(session, path + ".bat", commandText + " >" + path + ".log\r\n")) return {};
+  const ToolEnd end = ShellAndWait(session, path + ".bat", ShowMode::kHidden);
+  files.remove(path + ".bat");
+  return end;
+}
+
+std::optional<FollowedProgram> StartBatch(Session& session, const std::string& line,
+                                          const Followed& followed) {
+  const std::string path = TempFile(session, followed.base) + ".bat";
+  const bool written = WriteBatch(session, path, line + "\r\n");
+  const std::string bytes = session.platform.text.toConsole(line);
+  if (!written && Converted(line, bytes)) return std::nullopt;
+  // Outside a batch file a doubled percent sign stays double.
+  return StartProgram(
+      session,
+      written ? path
+              : Variable(session, "ComSpec") + " /s /c \"" + ReplaceAll(line, "%%", "%") + "\"",
+      followed);
+}
+
+std::optional<FollowedProgram> StartProgram(Session& session, const std::string& commandLine,
+                                            const Followed& followed) {
+  const std::string words = TempFile(session, followed.base) + ".err";
+  auto program = Start(session, commandLine, ShowMode::kHidden, words);
+  if (!program) return std::nullopt;
+  return FollowedProgram(std::move(program), followed.image, followed.log, words);
+}
+
+ToolEnd RunDiskpart(Session& session, const std::string& scriptText, const std::string& base) {
+  const std::string path = TempFile(session, base) + ".txt";
+  const std::string text = scriptText + "\r\n";
+  if (!WriteScript(session, path, text, session.platform.text.toAnsi(text))) return {};
+  // The quote opened before diskpart closes behind the script's path.
+  return ShellAndWait(session,
+                      Variable(session, "ComSpec") + " /c \"diskpart.exe /S " + path + "\"",
+                      ShowMode::kNormal);
+}
+
+void TrustSystemFoldersOnly(Session& session) {
+  Environment& environment = session.platform.environment;
+  environment.setVariable("NoDefaultCurrentDirectoryInExePath", "1");
+  const std::string windir = environment.variable("windir");
+  environment.setVariable("PATH",
+                          windir + "\\System32;" + windir + ";" + environment.variable("PATH"));
+}
+
+bool WriteNewFile(Session& session, const std::string& path, const std::string& bytes) {
+  session.platform.files.remove(path);
+  return session.platform.files.create(path, bytes);
+}
+
+void KillProcessByName(Session& session, const std::string& name) {
+  for (const RunningProcess& process : session.platform.processes.list()) {
+    if (ComparableName(process.imageName) != name) continue;
+    Journal(session, "end process: " + process.imageName);
+    session.platform.processes.terminate(process.id);
+  }
+}
+
+}  // namespace pavoline

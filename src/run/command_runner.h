@@ -1,0 +1,70 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "platform/processes.h"
+#include "run/followed_program.h"
+#include "session/session.h"
+
+// The one place that turns a command text into a script under %windir%\temp, starts it and waits
+// for it while the window stays alive. Callers read a program's success from logs, files or drive
+// letters; its exit code and last words are for the journal and for messages.
+namespace pavoline {
+
+// How a program that was waited for ended.
+struct ToolEnd {
+  bool started = false;
+  std::optional<std::uint32_t> exitCode;  // nothing when it still ran as the window was closed
+  std::string lastWords;                  // its last lines on standard error and output
+
+  bool succeeded() const { return exitCode == 0u; }
+};
+
+// Starts a command line and returns when the program has ended, handling events meanwhile; there
+// is no time-out. Also returns when the main window has been unloaded: after it, a step checks
+// `session.form.unloaded()` and does nothing more. A command line that begins with a bare name is
+// run from the system's own folder.
+ToolEnd ShellAndWait(Session& session, const std::string& commandLine, ShowMode mode);
+
+// The same without waiting. False when it could not be started.
+bool ShellNoWait(Session& session, const std::string& commandLine, ShowMode mode);
+
+// Runs a command text of one or more lines as TempDir\base.bat, hidden, and waits. The output of
+// its last line lands in TempDir\base.log, which stays for the caller. A script that cannot be
+// written, or not in the interpreter's code page, is not run and leaves no log.
+ToolEnd RunBatch(Session& session, const std::string& commandText, const std::string& base);
+
+// What a program that is followed is known by.
+struct Followed {
+  std::string base;   // names TempDir\base.bat and base.err
+  std::string image;  // name in the process list, "dism.exe"
+  std::string log;    // the file that should grow; empty: none
+};
+
+// Writes one line as TempDir\base.bat and starts it, hidden and without waiting; a redirection is
+// part of the line. A line that a batch file cannot hold, for want of characters in its code page,
+// is handed to the interpreter directly. Nothing when it could not be started.
+std::optional<FollowedProgram> StartBatch(Session& session, const std::string& line,
+                                          const Followed& followed);
+
+// Starts a command line of its own, hidden and without waiting.
+std::optional<FollowedProgram> StartProgram(Session& session, const std::string& commandLine,
+                                            const Followed& followed);
+
+// Runs a diskpart script from TempDir\base.txt, which stays, in a visible window, and waits.
+ToolEnd RunDiskpart(Session& session, const std::string& scriptText, const std::string& base);
+
+// Makes the interpreter and the programs it starts look for bare names in the system's folders
+// first and never in the current folder, which may be one of a foreign medium.
+void TrustSystemFoldersOnly(Session& session);
+
+// Writes a script that was not there before: what lies under its name goes first, and what cannot
+// be removed is not written into.
+bool WriteNewFile(Session& session, const std::string& path, const std::string& bytes);
+
+// Ends every process of that image name, given in lower case with its extension.
+void KillProcessByName(Session& session, const std::string& name);
+
+}  // namespace pavoline

@@ -1,0 +1,71 @@
+#include "run/tool_files.h"
+
+#include <algorithm>
+
+#include "platform/files.h"
+#include "platform/text.h"
+#include "platform/text_services.h"
+#include "run/text_mode_repair.h"
+
+namespace pavoline {
+namespace {
+
+constexpr char kUtf8Mark[] = "\xEF\xBB\xBF";
+constexpr std::size_t kUtf16MarkBytes = 2;
+
+constexpr std::size_t kWordsRead = 4096;  // bytes
+constexpr std::size_t kWordsKept = 400;   // characters, for a message
+constexpr std::size_t kLinesKept = 4;
+
+// Lines that say something, cut at either kind of line end.
+std::vector<std::string> Lines(const std::string& text) {
+  std::vector<std::string> lines;
+  for (const std::string& line : Split(ReplaceAll(text, "\r", "\n"), "\n")) {
+    if (!Trim(line).empty()) lines.push_back(Trim(line));
+  }
+  return lines;
+}
+
+}  // namespace
+
+std::string ReadUnicodeFile(Session& session, const std::string& path) {
+  const auto bytes = session.platform.files.read(path);
+  if (!bytes) return {};
+  const std::string mended = RepairTextMode(*bytes);
+  if (mended.size() < kUtf16MarkBytes) return {};
+  return session.platform.text.fromUtf16(mended.substr(kUtf16MarkBytes));
+}
+
+std::string ReadUtf8File(Session& session, const std::string& path) {
+  return session.platform.files.read(path).value_or(std::string());
+}
+
+bool WriteUtf8File(Session& session, const std::string& text, const std::string& path,
+                   bool withBom) {
+  if (text.empty()) return true;
+  return session.platform.files.write(path, (withBom ? kUtf8Mark : "") + text);
+}
+
+std::string ReadEnd(Session& session, const std::string& path, std::size_t room) {
+  Files& files = session.platform.files;
+  const std::uint64_t size = files.size(path).value_or(0);
+  return files.readPart(path, size > room ? size - room : 0, room).value_or(std::string());
+}
+
+std::string LastWords(Session& session, const std::string& path) {
+  std::string bytes = ReadEnd(session, path, kWordsRead);
+  // Some tools write in two-byte characters; what counts of those are the plain letters.
+  std::erase(bytes, '\0');
+  const auto lines = Lines(session.platform.text.fromAnsi(bytes));
+  std::string words;
+  for (std::size_t i = lines.size() - std::min(lines.size(), kLinesKept); i < lines.size(); ++i) {
+    words += (words.empty() ? "" : "\n") + lines[i].substr(0, kWordsKept / kLinesKept * 2);
+  }
+  return words;
+}
+
+bool DeleteTree(Session& session, const std::string& path, unsigned flags) {
+  return session.platform.files.deleteTree(path, flags);
+}
+
+}  // namespace pavoline

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <string>
+
+#include "platform/drives.h"
+#include "session/options.h"
+#include "session/records.h"
+
+namespace pavoline {
+
+// The volume to install to, as the list and the platform know it. Two looks at the same volume are
+// equal; another volume under the same letter is not.
+struct TargetVolume {
+  std::string drive;    // "E:"
+  std::string address;  // disk:partition, as the Ghost program writes it
+  std::string label, size, fileSystem, disk;
+  VolumeFacts facts;
+  bool operator==(const TargetVolume&) const = default;
+};
+
+// How the imaging program is told to write.
+struct ApplyChoice {
+  std::string options;   // its switch, for example "--compact=lzx"
+  bool wimcopy = false;  // the image is first copied into the target
+};
+
+// Everything that an installation will use, fixed by the checks of Start. No later step looks at a
+// control or at the menu. Paths are full paths.
+struct Plan {
+  std::string source;
+  ImageKind kind = ImageKind::kNone;
+  int edition = 1;  // from 1
+  std::string editionName;
+  std::string language;  // of the edition, for the boot files; "en-US"
+  TargetVolume target;
+  std::string bootDrive;  // "S:"
+  bool format = false;
+  ApplyChoice apply;
+  std::string ghostProgram;
+  double ghostBuild = 0;
+  bool minimizeGhost = true;
+  bool repairBoot = false;  // boot files for every Windows found, not for the new one alone
+  std::string answerFile;   // empty: none is wanted
+  std::string driverFolder;
+  std::string plugin;  // a command line, or a discovered plug-in's name
+  bool restart = false;
+};
+
+}  // namespace pavoline
