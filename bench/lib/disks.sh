@@ -98,7 +98,7 @@ link_volumes() {
 
 spare_letter() {
   local letter
-  for letter in a b y w v u t r q p o n m; do
+  for letter in a b z y w v u t r q p o n m l k j; do
     [[ -L $bench/prefix/dosdevices/$letter: ]] || grep -qs " $letter$" "$bench/disks/born" || { echo "$letter"; return; }
   done
   die "no letter is left for another volume"

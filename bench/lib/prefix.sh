@@ -35,6 +35,13 @@ place_bridge() {
   done
 }
 
+place_disk_programs() {
+  cp "$(bench_bin "$bench_arch")/benchdisk.sys" "$1/drivers/"
+  ln -s "$bench/disks/table" "$1/drivers/benchdisk.txt"
+  rm -f "$1/version.dll"
+  cp "$(bench_bin "$bench_arch")/version.dll" "$1/"
+}
+
 make_prefix() {
   cp -al "$bench_template" "$bench/prefix"
   local file
@@ -45,8 +52,7 @@ make_prefix() {
   done
   rm -f "$bench/prefix/wineserver" "$bench/prefix/complete"
   mkdir -p "$bench/prefix/drive_c/windows/temp" "$bench/prefix/drive_c/windows/system32/drivers"
-  cp "$(bench_bin "$bench_arch")/benchdisk.sys" "$bench/prefix/drive_c/windows/system32/drivers/"
-  ln -s "$bench/disks/table" "$bench/prefix/drive_c/windows/system32/drivers/benchdisk.txt"
+  place_disk_programs "$bench/prefix/drive_c/windows/system32"
 }
 
 place_system_tools() {
