@@ -57,6 +57,20 @@ void defineRequestedDrives(const std::string& requestFile) {
   DeleteFileW(bench::windowsForm(requestFile).c_str());
 }
 
+// Wine hands a program's standard output on to what it starts on the Unix side, but not its standard
+// error; the script leaves what it said there in a file.
+void passErrorsOn(const std::string& errorFile) {
+  FILE* file = _wfopen(bench::windowsForm(errorFile).c_str(), L"rb");
+  if (!file) return;
+  char part[4096];
+  while (const size_t count = fread(part, 1, sizeof(part), file)) {
+    DWORD written = 0;
+    WriteFile(GetStdHandle(STD_ERROR_HANDLE), part, static_cast<DWORD>(count), &written, nullptr);
+  }
+  fclose(file);
+  DeleteFileW(bench::windowsForm(errorFile).c_str());
+}
+
 }  // namespace
 
 int main() {
@@ -83,6 +97,7 @@ int main() {
   for (int i = 1; i < count; ++i) call.push_back(bench::toUtf8(values[i]));
   for (int i = 1; i < count; ++i) call.push_back(pathWithin(values[i]));
   const int result = bench::runUnix(call);
+  passErrorsOn(request + ".err");
   defineRequestedDrives(request);
   return result;
 }

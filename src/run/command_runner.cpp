@@ -70,7 +70,9 @@ ToolEnd ShellAndWait(Session& session, const std::string& commandLine, ShowMode 
   ToolEnd end;
   // A program with a window of its own keeps its console.
   const std::string words =
-      mode == ShowMode::kHidden ? TempFile(session, "tool.err") : std::string();
+      mode == ShowMode::kHidden
+          ? TempFile(session, "tool" + std::to_string(++session.toolRuns) + ".err")
+          : std::string();
   const std::uint64_t began = session.platform.environment.milliseconds();
   const auto program = Start(session, commandLine, mode, words);
   if (!program) return end;
