@@ -3,7 +3,7 @@
 # processes of its own that end with it, so that nothing is ever mounted below the folder for others.
 
 i386_root=$repo/build/i386
-i386_packages="wine wine32 fonts-wine xvfb wimtools ntfs-3g xorriso procps perl fdisk"
+i386_packages="wine wine32 fonts-wine xvfb wimtools ntfs-3g xorriso imagemagick procps perl fdisk"
 
 # apart COMMAND...: the volumes that other runs have mounted are let go, which could not be formatted else.
 apart() {
