@@ -83,7 +83,8 @@ struct FakeProcesses : Processes {
   struct Job {
     std::vector<std::string> lines;  // left to run
     bool batch = false, running = true;
-    std::string outputFile;  // empty: none
+    bool programGiven = false;  // whatever the line begins with
+    std::string outputFile;     // empty: none
     std::uint32_t id = 0, code = 0;
     std::vector<std::weak_ptr<std::function<void()>>> whenEnded;
   };
