@@ -38,6 +38,16 @@ std::string pathWithin(const std::wstring& argument) {
   return {};
 }
 
+// The file that standard error goes to; empty when it goes to none. Wine hands a Unix program the
+// two other streams only.
+std::string errorFile() {
+  const HANDLE errors = GetStdHandle(STD_ERROR_HANDLE);
+  wchar_t path[MAX_PATH] = {};
+  if (GetFileType(errors) != FILE_TYPE_DISK) return {};
+  const DWORD length = GetFinalPathNameByHandleW(errors, path, MAX_PATH, FILE_NAME_NORMALIZED);
+  return length > 0 && length < MAX_PATH ? bench::unixPath(path) : std::string();
+}
+
 // Scripts cannot reach the mount manager; they leave lines "define F cdrom /path" or "define F
 // none" here.
 void defineRequestedDrives(const std::string& requestFile) {
@@ -55,20 +65,6 @@ void defineRequestedDrives(const std::string& requestFile) {
   }
   fclose(file);
   DeleteFileW(bench::windowsForm(requestFile).c_str());
-}
-
-// Wine hands a program's standard output on to what it starts on the Unix side, but not its standard
-// error; the script leaves what it said there in a file.
-void passErrorsOn(const std::string& errorFile) {
-  FILE* file = _wfopen(bench::windowsForm(errorFile).c_str(), L"rb");
-  if (!file) return;
-  char part[4096];
-  while (const size_t count = fread(part, 1, sizeof(part), file)) {
-    DWORD written = 0;
-    WriteFile(GetStdHandle(STD_ERROR_HANDLE), part, static_cast<DWORD>(count), &written, nullptr);
-  }
-  fclose(file);
-  DeleteFileW(bench::windowsForm(errorFile).c_str());
 }
 
 }  // namespace
@@ -94,10 +90,12 @@ int main() {
                                    request,
                                    bench::toUtf8(bench::rawArguments()),
                                    std::to_string(count - 1)};
+  if (const std::string errors = errorFile(); !errors.empty()) {
+    call.insert(call.begin(), {"bash", "-c", "exec \"$@\" 2>>\"$0\"", errors});
+  }
   for (int i = 1; i < count; ++i) call.push_back(bench::toUtf8(values[i]));
   for (int i = 1; i < count; ++i) call.push_back(pathWithin(values[i]));
   const int result = bench::runUnix(call);
-  passErrorsOn(request + ".err");
   defineRequestedDrives(request);
   return result;
 }

@@ -24,6 +24,8 @@ volume_set() {
     "$bench/disks/table" >"$bench/disks/table.new" && mv "$bench/disks/table.new" "$bench/disks/table"
 }
 
+volume_label() { awk -v name="$1" 'BEGIN { FS = "\t" } $1 == "volume" && $2 == name { print $7 }' "$bench/disks/table"; }
+
 volume_mounted() { mountpoint -q "$bench/volumes/$1"; }
 
 volume_mount() {

@@ -5,6 +5,15 @@
 namespace pavoline {
 namespace {
 
+// A file that a program of an earlier start still holds keeps its name until that one has ended,
+// even when it is deleted; so it gets another name first.
+void FreeName(const std::wstring& path) {
+  // Also when nothing is there.
+  if ((GetFileAttributesW(path.c_str()) & FILE_ATTRIBUTE_DIRECTORY) != 0) return;
+  const std::wstring aside = path + L"." + std::to_wstring(GetTickCount64());
+  DeleteFileW(MoveFileW(path.c_str(), aside.c_str()) ? aside.c_str() : path.c_str());
+}
+
 Handle OpenToInherit(const std::wstring& path, DWORD access, DWORD disposition) {
   SECURITY_ATTRIBUTES inherit{sizeof inherit, nullptr, TRUE};
   return Handle(CreateFileW(path.c_str(), access,
@@ -14,13 +23,13 @@ Handle OpenToInherit(const std::wstring& path, DWORD access, DWORD disposition) 
 
 }  // namespace
 
-ChildStreams::ChildStreams(const std::string& outputFile) {
+ChildStreams::ChildStreams(const std::string& outputFile, bool errorsOnly) {
   if (outputFile.empty()) return;
-  // Deleted first: what lies there may be a link to another file.
   const std::wstring path = WidePath(outputFile);
-  DeleteFileW(path.c_str());
-  output_ = OpenToInherit(path, GENERIC_WRITE | FILE_APPEND_DATA, CREATE_ALWAYS);
+  FreeName(path);
+  output_ = OpenToInherit(path, GENERIC_WRITE | FILE_APPEND_DATA, CREATE_NEW);
   if (output_) input_ = OpenToInherit(L"NUL", GENERIC_READ, OPEN_EXISTING);
+  if (output_ && errorsOnly) dropped_ = OpenToInherit(L"NUL", GENERIC_WRITE, OPEN_EXISTING);
 }
 
 ChildStreams::~ChildStreams() {
@@ -31,7 +40,7 @@ DWORD ChildStreams::describe(STARTUPINFOEXW& startup) {
   if (!output_) return 0;
   startup.StartupInfo.dwFlags |= STARTF_USESTDHANDLES;
   startup.StartupInfo.hStdInput = input_.get();
-  startup.StartupInfo.hStdOutput = output_.get();
+  startup.StartupInfo.hStdOutput = dropped_ ? dropped_.get() : output_.get();
   startup.StartupInfo.hStdError = output_.get();
   if (!makeList()) return 0;  // everything that can be inherited is
   startup.StartupInfo.cb = sizeof startup;
@@ -41,7 +50,7 @@ DWORD ChildStreams::describe(STARTUPINFOEXW& startup) {
 
 bool ChildStreams::makeList() {
   DWORD count = 0;
-  for (const Handle* handle : {&output_, &input_}) {
+  for (const Handle* handle : {&output_, &input_, &dropped_}) {
     if (*handle) inherited_[count++] = handle->get();
   }
   SIZE_T size = 0;

@@ -56,7 +56,7 @@ std::unique_ptr<StartedProgram> WinProcesses::start(const StartRequest& request)
   startup.StartupInfo.cb = sizeof startup.StartupInfo;
   startup.StartupInfo.dwFlags = STARTF_USESHOWWINDOW;
   startup.StartupInfo.wShowWindow = static_cast<WORD>(request.mode);
-  ChildStreams streams(request.outputFile);
+  ChildStreams streams(request.outputFile, request.errorsOnly);
   // A console of its own, so that the show mode holds for it as well.
   const DWORD flags = CREATE_NEW_CONSOLE | streams.describe(startup);
   PROCESS_INFORMATION started{};

@@ -64,6 +64,7 @@ TEST_F(ProcessContract, AnEndIsToldOnceToWhoeverStillHoldsTheProgram) {
   auto held = startWriter(300), dropped = start(machine_->writer(path("dropped"), 200));
   auto ended = start(machine_->writer(path("ended"), 0));
   waitFor(*ended);
+  ended->whenEnded([&] { told.push_back("ended"); });
   held->whenEnded([&] { told.push_back("replaced"); });
   held->whenEnded([&] {
     held.reset();
@@ -71,7 +72,6 @@ TEST_F(ProcessContract, AnEndIsToldOnceToWhoeverStillHoldsTheProgram) {
     told.push_back("held");
   });
   dropped->whenEnded([&] { told.push_back("dropped"); });
-  ended->whenEnded([&] { told.push_back("ended"); });
   dropped.reset();
   const std::uint64_t begin = platform_.environment.milliseconds();
   platform_.processes.handleEventsFor(1500);

@@ -60,15 +60,18 @@ TEST(VirtualDiskTexts, RefuseNamesThatNoFileCanHave) {
 }
 
 TEST(VirtualDiskTexts, WriteTheCreationScript) {
-  const std::pair<const char*, std::string> labels[] = {
-      {"WIN", "WIN"}, {"", ""}, {"My disk", "\"My disk\""}, {"a\"\r\nclean\r\n", "aclean"}};
+  const std::pair<const char*, std::string> labels[] = {{"WIN", " LABEL=WIN"},
+                                                        {"", ""},
+                                                        {"\"\r\n", ""},
+                                                        {"My disk", " LABEL=\"My disk\""},
+                                                        {"a\"\r\nclean\r\n", " LABEL=aclean"}};
   for (const auto& [label, written] : labels) {
     EXPECT_EQ(CreateScript("D:\\a b.vhd", 2048, VirtualDiskType::kExpandable, label, "V"),
               "Create vdisk file=\"D:\\a b.vhd\" maximum 2048 type=Expandable\r\n"
               "Select vdisk file=\"D:\\a b.vhd\"\r\n"
               "Attach vdisk\r\n"
               "Create partition primary\r\n"
-              "Format FS=NTFS LABEL=" +
+              "Format FS=NTFS" +
                   written +
                   " quick\r\n"
                   "Assign letter=V\r\n"

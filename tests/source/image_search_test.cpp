@@ -45,7 +45,7 @@ TEST_F(ImageSearch, TakesLargeFilesOnly) {
   session.options.searchDir = "iso";
   images({"D:\\iso\\exact.wim"}, kLimit);
   images({"D:\\iso\\BOOT.WIM", "D:\\iso\\large.wim"}, 20 * kLimit);
-  images({"D:\\iso\\readme.txt", "D:\\iso\\hidden.wim"});
+  images({"D:\\iso\\readme.txt", "D:\\iso\\hidden.wim", "D:\\iso\\a.wimbak"});
   files.folder("D:\\iso\\folder.wim");
   files.attributes("D:\\iso\\hidden.wim", 2 + 32);
   EXPECT_EQ(search(), (Paths{"D:\\iso\\hidden.wim", "D:\\iso\\large.wim"}));

@@ -101,7 +101,7 @@ TEST_F(ImageSource, TheFirstDroppedFileIsTakenWhenItIsAnImage) {
   SourceDropped(session, {"D:\\old.gho", "D:\\WIN10.WIM"});
   EXPECT_EQ(source(), "D:\\old.gho");
   SourceDropped(session, {});
-  form.combo1.setEnabled(false);
+  session.activity = Activity::kInstalling;
   SourceDropped(session, {"D:\\WIN10.WIM"});
   EXPECT_EQ(source(), "D:\\old.gho");
 }

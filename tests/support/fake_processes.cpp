@@ -96,7 +96,7 @@ void ToolRun::appends(long ms, const std::string& file, const std::string& text)
 }
 
 void ToolRun::print(long ms, const std::string& text) {
-  appends(ms, output.empty() ? errors_ : output, text);
+  appends(ms, output.empty() && !errorsOnly_ ? errors_ : output, text);
 }
 
 void ToolRun::complain(long ms, const std::string& text) {
@@ -159,6 +159,7 @@ std::shared_ptr<FakeProcesses::Job> FakeProcesses::makeJob(const StartRequest& r
   const std::string batch = BatchOf(request.commandLine);
   job->batch = !batch.empty();
   job->programGiven = !request.program.empty();
+  job->errorsOnly = request.errorsOnly;
   job->lines = job->batch ? Split(ReplaceAll(files_.text(batch), "\r\n", "\n"), "\n")
                           : std::vector<std::string>{request.commandLine};
   if (files_.isFolder(ParentFolder(request.outputFile)) && !files_.isFolder(request.outputFile)) {
@@ -214,6 +215,7 @@ bool FakeProcesses::runLine(const std::shared_ptr<Job>& job, const std::string& 
   run.line = job->batch ? expand(text) : text;
   run.image = ImageOf(run.line);
   run.errors_ = job->outputFile;
+  run.errorsOnly_ = job->errorsOnly;
   if (job->batch || IsInterpreted(text)) run.output = OutputOf(run.line);
   ran.push_back(run.line);
   if (!run.output.empty() && !Contains(run.line, ">>")) files_.put(run.output);
@@ -260,6 +262,7 @@ void FakeProcesses::terminate(std::uint32_t id) {
 }
 
 std::vector<RunningProcess> FakeProcesses::list() {
+  if (onList) onList();
   if (noList) return {};
   std::vector<RunningProcess> result = {{1, "pavoline.exe"}};
   for (const auto& [id, process] : processes_) result.push_back({id, process.image});

@@ -1,0 +1,125 @@
+#include "run/command_runner.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "run/command_words.h"
+#include "run/mid_between.h"
+#include "run/tool_files.h"
+#include "support/workshop.h"
+
+namespace pavoline::testing {
+
+using namespace ::testing;
+
+const std::string kTemp = "C:\\Windows\\temp\\";
+
+struct CommandRunner : Test, Workshop {
+  std::string journal() { return files.text(kTemp + "Pavoline.log"); }
+};
+
+TEST_F(CommandRunner, BatchLeavesTheLogOfItsLastLineAndTellsHowItEnded) {
+  processes.onStart("tool", [](ToolRun& run) {
+    run.print(100, "output of " + run.line.substr(0, 5));
+    run.complain(200, "one\r\n\r\ncannot read\r\n");
+    run.endsAt(2000);
+    run.exits(3);
+  });
+  text.consoleCodePage = "CP437";
+  const ToolEnd end = RunBatch(session, "tool1\r\ntool2 \xC3\xA9", "job");
+  EXPECT_EQ(processes.started.at(0).mode, ShowMode::kHidden);
+  EXPECT_EQ(processes.started[0].script, "tool1\r\ntool2 \x82 >" + kTemp + "job.log\r\n");
+  EXPECT_EQ(files.text(kTemp + "job.log"), "output of tool2");
+  EXPECT_THAT(files.below(kTemp), ElementsAre(EndsWith("job.log"), EndsWith("pavoline.log")));
+  EXPECT_EQ(time.now(), 4000);
+  EXPECT_EQ(end.exitCode, 3u);
+  EXPECT_THAT(end.lastWords, EndsWith("one\ncannot read"));
+  EXPECT_THAT(journal(), HasSubstr("ended after 4000 ms, exit code 3: "));
+  EXPECT_THAT(journal(), HasSubstr("one cannot read\r\n"));
+}
+
+TEST_F(CommandRunner, DiskpartRunsItsScriptInSight) {
+  RunDiskpart(session, "list disk\r\nexit", "vhd");
+  const FakeProcesses::Started& run = processes.started.at(0);
+  EXPECT_EQ(run.command,
+            "C:\\Windows\\System32\\cmd.exe /c \"diskpart.exe /S " + kTemp + "vhd.txt\"");
+  EXPECT_EQ(run.mode, ShowMode::kNormal);
+  EXPECT_EQ(files.text(kTemp + "vhd.txt"), "list disk\r\nexit\r\n");
+}
+
+TEST_F(CommandRunner, NoScriptOrLogOfAnotherRunIsTakenForThisOne) {
+  const auto runAll = [this] {
+    for (const char* name : {"job.bat", "job.log", "job.txt"}) files.put(kTemp + name, "stale");
+    RunBatch(session, "tool", "job");
+    RunDiskpart(session, "list disk", "job");
+    EXPECT_FALSE(StartBatch(session, "tool", {"job", "tool.exe", ""}));
+    EXPECT_TRUE(processes.started.empty());
+  };
+  for (int times = 0; times < 3; ++times) files.failNext(FileOperation::kWrite);
+  runAll();
+  RunBatch(session, "tool \xE4\xB8\x8A", "job");  // not in this code page
+  for (const char* name : {"job.bat", "job.log"}) EXPECT_FALSE(files.exists(kTemp + name));
+  files.stuck = {kTemp + "job.bat", kTemp + "job.txt"};
+  runAll();
+  files.put(kTemp + "job.log", "stale");
+  files.stuck = {kTemp + "job.log"};
+  RunBatch(session, "tool", "job");
+  EXPECT_TRUE(processes.started.empty());
+}
+
+TEST_F(CommandRunner, WhatABatchFileCannotHoldGoesToTheInterpreterItself) {
+  EXPECT_TRUE(StartBatch(session, "tool \"D:\\100%% \xE4\xB8\x8A\" >x", {"job", "tool.exe", ""}));
+  EXPECT_EQ(processes.started.at(0).command,
+            "C:\\Windows\\System32\\cmd.exe /s /c \"tool \"D:\\100% \xE4\xB8\x8A\" >x\"");
+  EXPECT_FALSE(files.exists(kTemp + "job.bat"));
+}
+
+TEST_F(CommandRunner, ABareNameIsAProgramOfTheSystemAsTheToolsSeeIt) {
+  for (const auto& [version, off] : {std::pair{5.1f, false}, {5.2f, true}, {10.0f, true}}) {
+    session.osVersion = version;
+    ShellNoWait(session, "shutdown.exe -a", ShowMode::kHidden);
+    EXPECT_EQ(processes.started.back().program, "C:\\Windows\\System32\\shutdown.exe");
+    EXPECT_EQ(processes.started.back().redirectionOff, off) << version;
+    EXPECT_EQ(processes.redirectionOffDepth, 0) << version;
+  }
+  files.put("X:\\Pavoline\\other.exe");  // the current folder's
+  EXPECT_FALSE(ShellNoWait(session, "other.exe", ShowMode::kHidden));
+  EXPECT_TRUE(ShellNoWait(session, "\"X:\\Pavoline\\other.exe\" -a", ShowMode::kHidden));
+  EXPECT_EQ(processes.started.back().program, "");
+}
+
+TEST_F(CommandRunner, EndsProcessesByName) {
+  for (const char* name : {"DISM.EXE", "dism.exe_x", "dism.com", "adism.exe", "dism"}) {
+    processes.alreadyRunning(name);
+  }
+  KillProcessByName(session, "dism.exe");
+  EXPECT_THAT(processes.killed, ElementsAre("DISM.EXE", "dism.exe_x"));
+}
+
+TEST_F(CommandRunner, PathsBecomeWordsOfACommand) {
+  files.put("D:\\my images\\100%.wim");
+  EXPECT_EQ(BatchPath(session, "D:\\my images\\100%.wim"), "\"D:\\MYIMAG~1\\100%%.wim\"");
+  EXPECT_EQ(ShortPath(session, "D:\\nowhere"), "\"\"");
+  EXPECT_EQ(CommandWord("D:\\MYDRIV~1"), "D:\\MYDRIV~1");
+  EXPECT_EQ(CommandWord("D:\\a&b\\"), "\"D:\\a&b\\\\\"");
+  EXPECT_EQ(EscapedForInterpreter("X:\\a&b ^%c"), "X:\\a^&b ^^^%c");
+}
+
+TEST_F(CommandRunner, ReadsUtf16WithoutItsMark) {
+  // U+4E0A holds the byte 0x0A, before which text mode puts another.
+  files.put("D:\\x", std::string("\xFF\xFE<\0\x0D\x0A\x4E>\0", 9));
+  EXPECT_EQ(ReadUnicodeFile(session, "D:\\x"), "<\xE4\xB8\x8A>");
+  for (const char* bytes : {"", "\xFF", "\xFF\xFE", "\r\n"}) {
+    files.put("D:\\x", bytes);
+    EXPECT_EQ(ReadUnicodeFile(session, "D:\\x"), "");
+  }
+}
+
+TEST(MidBetween, TakesWhatStandsBetweenTheMarkers) {
+  EXPECT_EQ(MidBetween("1 GiB of 3 GiB (33%) done", "(", "%)", false), "33");
+  EXPECT_EQ(MidBetween("1 GiB of 3 GiB (33", "(", "%)", false), "");
+  EXPECT_EQ(MidBetween("<a>1</a><a>2</a>", "<a>", "</a>", true), "1</a><a>2");
+  EXPECT_EQ(MidBetween("</a><a>1", "<a>", "</a>", true), "");
+}
+
+}  // namespace pavoline::testing
