@@ -1,6 +1,6 @@
 #pragma once
 
-#include "disk_table.h"
+#include "partition_table.h"
 
 // Own devices for the disks of the table: \??\PhysicalDriveN.
 enum { kMostDisks = 16 };
@@ -15,18 +15,8 @@ NTSTATUS StandBeforeVolumes(void);
 // Letters go to the volumes that the table gives them.
 void LinkLetters(void);
 
-struct Extent {
-  ULONG disk, partition;
-  ULONGLONG offset, bytes;
-  BOOLEAN inside;  // begins within the partition
-};
-enum { kMostExtents = 8 };
-ULONG ExtentsOf(const char* text, struct Extent* extents);
-
-// The image behind a disk's number, copied into room for 1,024 letters; FALSE when there is none.
-BOOLEAN ImageOf(ULONG disk, char* image, char* model);
-struct PartitionTable;
-NTSTATUS TableOf(ULONG disk, struct PartitionTable* table);
+// The table of a disk by its number; an error where there is no disk or no medium.
+NTSTATUS TableOfDisk(ULONG disk, struct PartitionTable* table);
 
 NTSTATUS Done(IRP* irp, NTSTATUS status, ULONG_PTR size);
 void Relink(const WCHAR* link, const WCHAR* target);  // target NULL: only taken away

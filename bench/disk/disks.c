@@ -1,5 +1,5 @@
 #include "benchdisk.h"
-#include "partition_table.h"
+#include "disk_table.h"
 // After ntddk.h, on which it leans.
 #include <ntddstor.h>
 
@@ -16,7 +16,8 @@ static void Copy(char* to, const char* from) {
   *to = 0;
 }
 
-BOOLEAN ImageOf(ULONG disk, char* image, char* model) {
+// Both texts have room for 1,024 letters.
+static BOOLEAN ImageOf(ULONG disk, char* image, char* model) {
   struct Table table;
   struct Row row;
   BOOLEAN found = FALSE;
@@ -31,7 +32,7 @@ BOOLEAN ImageOf(ULONG disk, char* image, char* model) {
   return found;
 }
 
-NTSTATUS TableOf(ULONG disk, struct PartitionTable* table) {
+NTSTATUS TableOfDisk(ULONG disk, struct PartitionTable* table) {
   char image[1024], model[1024];
   return ImageOf(disk, image, model) ? ReadPartitionTable(image, table) : STATUS_NO_SUCH_DEVICE;
 }
@@ -64,7 +65,7 @@ NTSTATUS MakeDisks(DRIVER_OBJECT* driver) {
 static NTSTATUS AnswerLayout(ULONG disk, void* buffer, ULONG room, ULONG_PTR* size) {
   struct PartitionTable table;
   DRIVE_LAYOUT_INFORMATION_EX* layout = buffer;
-  const NTSTATUS status = TableOf(disk, &table);
+  const NTSTATUS status = TableOfDisk(disk, &table);
   if (status) return status;
   const ULONG head = FIELD_OFFSET(DRIVE_LAYOUT_INFORMATION_EX, PartitionEntry);
   const ULONG entries = table.count * sizeof *table.entries;

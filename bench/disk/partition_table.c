@@ -137,7 +137,7 @@ NTSTATUS ReadPartitionTable(const char* image, struct PartitionTable* table) {
 
 const PARTITION_INFORMATION_EX* PartitionOfNumber(const struct PartitionTable* table,
                                                   ULONG number) {
-  for (ULONG i = 0; i < table->count; ++i) {
+  for (ULONG i = 0; number > 0 && i < table->count; ++i) {
     if (table->entries[i].PartitionNumber == number) return &table->entries[i];
   }
   return NULL;

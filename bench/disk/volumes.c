@@ -1,13 +1,13 @@
 #include <ntifs.h>
 
 #include "benchdisk.h"
-#include "partition_table.h"
+#include "disk_table.h"
 // After ntddk.h, on which they lean.
 #include <mountmgr.h>
 #include <ntddstor.h>
 #include <ntddvol.h>
 
-enum { kMostVolumes = 32, kLongestName = 256 };
+enum { kMostVolumes = 32, kMostExtents = 8, kLongestName = 256 };
 
 static DRIVER_OBJECT *volumes, *manager;
 static DRIVER_DISPATCH *controlBelow, *queryBelow;
@@ -94,9 +94,16 @@ static BOOLEAN FindVolume(DEVICE_OBJECT* device, struct Table* table, struct Row
   return FALSE;
 }
 
+struct Extent {
+  ULONG disk, partition;
+  ULONGLONG offset, bytes;
+  BOOLEAN inside;  // begins within the partition
+};
+
+// The offset within the partition becomes one on the disk.
 static BOOLEAN Locate(struct Extent* extent) {
   struct PartitionTable table;
-  if (TableOf(extent->disk, &table)) return FALSE;
+  if (TableOfDisk(extent->disk, &table)) return FALSE;
   const ULONGLONG within = extent->offset;
   const PARTITION_INFORMATION_EX* entry = PartitionOfNumber(&table, extent->partition);
   extent->offset = within + (entry ? (ULONGLONG)entry->StartingOffset.QuadPart : 0);
@@ -106,7 +113,7 @@ static BOOLEAN Locate(struct Extent* extent) {
   return found;
 }
 
-ULONG ExtentsOf(const char* text, struct Extent* extents) {
+static ULONG ExtentsOf(const char* text, struct Extent* extents) {
   ULONG count = 0;
   while (*text && count < kMostExtents) {
     struct Extent* extent = &extents[count];

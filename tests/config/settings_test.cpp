@@ -21,9 +21,8 @@ TEST(Settings, GiveTheDefaultsWithoutAFileAndWithGarbage) {
     if (!bytes.empty()) shop.files.put(kIni, bytes);
     LoadIni(shop.session);
     const Form1& form = shop.form;
-    EXPECT_TRUE(form.check[kRepairBoot].ticked() && form.check[kRestart].ticked());
-    for (int box : {kDoNotFormat, kUseAnswerFile, kAddDrivers, kRunPlugin}) {
-      EXPECT_FALSE(form.check[box].ticked()) << box;
+    for (int box = kRepairBoot; box <= kRunPlugin; ++box) {
+      EXPECT_EQ(form.check[box].ticked(), box == kRepairBoot || box == kRestart) << box;
     }
     EXPECT_EQ(form.check[kDoNotFormat].tag(), "0");
     EXPECT_EQ(shop.session.options.searchLevel, 2);
@@ -33,20 +32,17 @@ TEST(Settings, GiveTheDefaultsWithoutAFileAndWithGarbage) {
   }
 }
 
-TEST(Settings, ReadFlagsByTheirExactValues) {
-  for (const auto& [line, box, ticked] : {std::tuple{"BootRepair=0", kRepairBoot, false},
-                                          {"BootRepair=yes", kRepairBoot, false},
-                                          {"BootRepair=", kRepairBoot, true},
-                                          {"NoFormatting=1", kDoNotFormat, true},
-                                          {"NoFormatting=yes", kDoNotFormat, false}}) {
+TEST(Settings, ReadFlagsByTheirExactValuesAndComposeTheTitle) {
+  for (const auto& [keys, box, ticked, title] :
+       {std::tuple{"BootRepair=0", kRepairBoot, false, "Pavoline Installer"},
+        {"BootRepair=yes\r\nTitleLng=1", kRepairBoot, false, "Pavoline"},
+        {"BootRepair=\r\nTitleLng=1\r\nSubTitle=Shop 7", kRepairBoot, true, "Shop 7 - Pavoline"},
+        {"NoFormatting=1", kDoNotFormat, true, "Pavoline Installer"},
+        {"NoFormatting=yes", kDoNotFormat, false, "Pavoline Installer"}}) {
     Workshop shop;
-    LoadWith(shop, std::string(line) + "\r\n");
-    EXPECT_EQ(shop.form.check[box].ticked(), ticked) << line;
-  }
-  for (const auto& [value, on] : {std::pair{"0", false}, {"no", true}}) {
-    Workshop shop;
-    LoadWith(shop, std::string("MinimizeGhost=") + value + "\r\n");
-    EXPECT_EQ(shop.session.minimizeGhost, on) << value;
+    LoadWith(shop, std::string(keys) + "\r\n");
+    EXPECT_EQ(shop.form.check[box].ticked(), ticked) << keys;
+    EXPECT_EQ(shop.form.caption() + shop.session.titleCaption, std::string(title) + title);
   }
 }
 
@@ -63,17 +59,6 @@ TEST(Settings, TickAStepOnlyWithItsPathAndCutLongValues) {
   EXPECT_EQ(shop.form.combo2.text(), "tool");
   EXPECT_EQ(shop.session.options.searchDir, std::string(127, 'a'));
   EXPECT_EQ(shop.session.options.searchLevel, 0);
-}
-
-TEST(Settings, ComposeTheTitle) {
-  for (const auto& [keys, title] : {std::pair{"", "Pavoline Installer"},
-                                    {"TitleLng=1\r\n", "Pavoline"},
-                                    {"TitleLng=1\r\nSubTitle=Shop 7\r\n", "Shop 7 - Pavoline"}}) {
-    Workshop shop;
-    LoadWith(shop, keys);
-    EXPECT_EQ(shop.form.caption(), title);
-    EXPECT_EQ(shop.session.titleCaption, title);
-  }
 }
 
 TEST(Settings, SaveWhatTheUserChangedAndNothingElse) {

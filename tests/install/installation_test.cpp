@@ -206,7 +206,10 @@ TEST(Closing, EndsAnInstallationInEveryStepAtOnce) {
     w.plan.plugin = "D:\\fix.exe";
     w.plan.restart = true;
     w.files.put("D:\\fix.exe");
-    w.closeDuring(during);
+    w.processes.onStart(during, [&](ToolRun& run) {
+      run.does(100, [&] { w.form.unload(); });
+      run.endsAt(5000);
+    });
     // Lister and format have ended by then, the copy has begun.
     if (during == "the copy") w.time.after(1006, [&] { w.form.unload(); });
     EXPECT_EQ(w.install(), 6) << during;

@@ -1,7 +1,9 @@
-// What Start refuses, before anything is lost.
+// What is refused before anything is lost: by the checks of Start, and when another volume than the
+// confirmed one answers afterwards.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "platform/text.h"
 #include "support/installer.h"
 
 namespace pavoline::testing {
@@ -125,6 +127,48 @@ TEST(Start, WaitsForTheListAndForgivesAKeptPartition) {
   w.processes.onStart("CxDir.exe", [&](ToolRun& run) { run.print(5, w.partitionLines); });
   w.pressStart();
   EXPECT_TRUE(w.running().installation) << "the image may lie on a partition that is kept";
+}
+
+std::function<void(InstallShop&)> Listed(const std::string& from, const std::string& to) {
+  return [=](InstallShop& w) { w.partitionLines = ReplaceAll(w.partitionLines, from, to); };
+}
+
+TEST(CheckAgain, WritesNothingWhenItIsNotTheConfirmedVolume) {
+  // Between the question and the format.
+  const std::pair<const char*, std::function<void(InstallShop&)>> cases[] = {
+      {"M5 E:", [](InstallShop& w) { w.drives.wipe("E:"); }},
+      {"M5 E:", Listed("My Disk", "Your Disk")},
+      {"M5 E:", Listed("200.00GB", "100.00GB")},
+      {"M5 E:", Listed("Disk B", "Disk C")},
+      {"M5 E:",  // the address alone
+       [](InstallShop& w) {
+         w.drives.add("E:", kDriveFixed, VolumePosition{3, 1});
+         w.drives.setFacts("E:", w.plan.target.facts);
+       }},
+      {"M5 E:", Listed("\tE:\t", "\tF:\t")},
+      {"M5 E:", [](InstallShop& w) { w.partitionLines = ""; }},
+      {"M5 E:", [](InstallShop& w) { w.processes.failNextStarts = 2; }},
+      {"M5 E:", [](InstallShop& w) { w.files.full("C:\\Windows\\temp"); }},
+      {"S11", [](InstallShop& w) { w.files.drop(w.plan.source); }}};
+  for (const auto& [message, spoil] : cases) {
+    for (const ImageKind kind : {ImageKind::kWim, ImageKind::kGho}) {
+      InstallShop w;
+      w.plan.kind = kind;
+      w.session.partitions = {{"2:1\tE:\t200.00GB\tNTFS\tPrimary\tDisk B\tMy Disk\tGPT\t0"}};
+      spoil(w);
+      EXPECT_EQ(w.install(), 1);
+      EXPECT_THAT(w.heard(), ElementsAre(HasSubstr(message)));
+      EXPECT_TRUE(w.commands().empty());
+      EXPECT_FALSE(w.form.timer1.enabled() || w.form.timer2.enabled());
+    }
+  }
+}
+
+TEST(CheckAgain, BelievesAnEmptyListTheSecondTimeOnly) {
+  InstallShop w;
+  const std::string lines = std::exchange(w.partitionLines, "");
+  w.time.after(3, [&] { w.partitionLines = lines; });  // while the first one runs
+  EXPECT_EQ(w.install(), 0);
 }
 
 }  // namespace pavoline::testing

@@ -43,7 +43,6 @@ struct DriverShop : InstallShop {
     files.shortNames = false;
     plan.driverFolder = folder;
     plan.format = false;
-    extractionMs = 0;
   }
   // Runs the installation up to the driver step.
   void beginDrivers() {

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include "run/command_words.h"
-#include "run/mid_between.h"
 #include "run/tool_files.h"
 #include "support/workshop.h"
 
@@ -36,15 +35,6 @@ TEST_F(CommandRunner, BatchLeavesTheLogOfItsLastLineAndTellsHowItEnded) {
   EXPECT_THAT(end.lastWords, EndsWith("one\ncannot read"));
   EXPECT_THAT(journal(), HasSubstr("ended after 4000 ms, exit code 3: "));
   EXPECT_THAT(journal(), HasSubstr("one cannot read\r\n"));
-}
-
-TEST_F(CommandRunner, DiskpartRunsItsScriptInSight) {
-  RunDiskpart(session, "list disk\r\nexit", "vhd");
-  const FakeProcesses::Started& run = processes.started.at(0);
-  EXPECT_EQ(run.command,
-            "C:\\Windows\\System32\\cmd.exe /c \"diskpart.exe /S " + kTemp + "vhd.txt\"");
-  EXPECT_EQ(run.mode, ShowMode::kNormal);
-  EXPECT_EQ(files.text(kTemp + "vhd.txt"), "list disk\r\nexit\r\n");
 }
 
 TEST_F(CommandRunner, NoScriptOrLogOfAnotherRunIsTakenForThisOne) {
@@ -88,14 +78,6 @@ TEST_F(CommandRunner, ABareNameIsAProgramOfTheSystemAsTheToolsSeeIt) {
   EXPECT_EQ(processes.started.back().program, "");
 }
 
-TEST_F(CommandRunner, EndsProcessesByName) {
-  for (const char* name : {"DISM.EXE", "dism.exe_x", "dism.com", "adism.exe", "dism"}) {
-    processes.alreadyRunning(name);
-  }
-  KillProcessByName(session, "dism.exe");
-  EXPECT_THAT(processes.killed, ElementsAre("DISM.EXE", "dism.exe_x"));
-}
-
 TEST_F(CommandRunner, PathsBecomeWordsOfACommand) {
   files.put("D:\\my images\\100%.wim");
   EXPECT_EQ(BatchPath(session, "D:\\my images\\100%.wim"), "\"D:\\MYIMAG~1\\100%%.wim\"");
@@ -113,13 +95,6 @@ TEST_F(CommandRunner, ReadsUtf16WithoutItsMark) {
     files.put("D:\\x", bytes);
     EXPECT_EQ(ReadUnicodeFile(session, "D:\\x"), "");
   }
-}
-
-TEST(MidBetween, TakesWhatStandsBetweenTheMarkers) {
-  EXPECT_EQ(MidBetween("1 GiB of 3 GiB (33%) done", "(", "%)", false), "33");
-  EXPECT_EQ(MidBetween("1 GiB of 3 GiB (33", "(", "%)", false), "");
-  EXPECT_EQ(MidBetween("<a>1</a><a>2</a>", "<a>", "</a>", true), "1</a><a>2");
-  EXPECT_EQ(MidBetween("</a><a>1", "<a>", "</a>", true), "");
 }
 
 }  // namespace pavoline::testing

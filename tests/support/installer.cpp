@@ -18,19 +18,6 @@ std::string Image(const std::string& name) {
          "</NAME></IMAGE>";
 }
 
-// What the imaging program prints for an image whose extraction takes this long.
-void PrintPhases(ToolRun& run, int ms) {
-  const auto phase = [&](const std::string& name, int from, int to) {
-    for (int p = 0; p <= 100; p += 5) {
-      run.print(from + (to - from) * p / 100, "\r" + name + ": (" + std::to_string(p) + "%) done");
-    }
-  };
-  phase("Creating files", 0, 2000);
-  phase("Extracting file data", 2000, 2000 + ms);
-  phase("Applying metadata to files", 2000 + ms, 3000 + ms);
-  run.print(3000 + ms, "\r\nDone applying WIM image.\r\n");
-}
-
 // The letter before this in a tool's line: "E:".
 std::string DriveBefore(const std::string& line, const std::string& text) {
   return line.substr(line.find(text) - 1, 1) + ":";
@@ -44,9 +31,11 @@ void FurnishTools(InstallShop& shop) {
     run.does(1000, [&shop, drive = DriveBefore(run.line, ": /FS")] { shop.drives.wipe(drive); });
   });
   shop.processes.onStart("wimlib-imagex.exe apply", [&](ToolRun& run) {
-    PrintPhases(run, shop.extractionMs);
-    run.does(shop.extractionMs + 3000,
-             [&shop, drive = DriveBefore(run.line, ":\\ ")] { shop.applied(drive); });
+    run.print(2000, "\rCreating files: (9%)\rCreating files: (100%)");
+    run.print(4000, "\rExtracting file data: (9%)\rExtracting file data: (50%)\r");
+    run.print(22000, "\rApplying metadata to files: (9%)");
+    run.print(23000, "\r\nDone applying WIM image.\r\n");
+    run.does(23000, [&shop, drive = DriveBefore(run.line, ":\\ ")] { shop.applied(drive); });
   });
   shop.processes.onStart("bcdboot.exe", [&](ToolRun& run) {
     const std::string boot = DriveBefore(run.line, ": /f");
@@ -92,13 +81,6 @@ int InstallShop::install() {
 void InstallShop::applied(const std::string& drive) {
   files.version(drive + "\\Windows\\System32\\kernel32.dll", version);
   files.folder(drive + "\\Windows\\SysWOW64");
-}
-
-void InstallShop::closeDuring(const std::string& tool) {
-  processes.onStart(tool, [this](ToolRun& run) {
-    run.does(100, [this] { form.unload(); });
-    run.endsAt(5000);
-  });
 }
 
 std::vector<std::string> InstallShop::commands() const {

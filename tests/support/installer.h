@@ -19,7 +19,6 @@ struct InstallShop : Workshop {
 
   Plan plan;                             // confirmed: "Pro" to E:, formatted, boot files on S:
   std::string partitionLines;            // what the partition lister prints
-  int extractionMs = 20000;              // how long the apply takes
   std::string version = "10.0.19045.1";  // of the system in the image
 
   // Begins with the plan; a timer ticks for what runs.
@@ -27,8 +26,6 @@ struct InstallShop : Workshop {
   int install();  // to the end; the exit code
 
   void applied(const std::string& drive = "E:");  // the system is there
-  // The window is closed while a tool runs, which goes on for a while.
-  void closeDuring(const std::string& tool);
 
   // What ran besides the lister, the program's own boot tools without their folder.
   std::vector<std::string> commands() const;

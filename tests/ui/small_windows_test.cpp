@@ -4,6 +4,7 @@
 
 #include "support/workshop.h"
 #include "ui/controls.h"
+#include "ui/left_bytes.h"
 #include "version.h"
 
 namespace pavoline::testing {
@@ -41,32 +42,28 @@ std::vector<std::string> Titles(const ListView& list) {
 
 TEST(PartitionChooser, ListsAfreshAndTakesARowByButtonAndByDoubleClick) {
   ChooserWorkshop w;
-  const auto look = [](Form& window, ListView& list) {
+  const auto cancel = [](Form& window, ListView& list) {
     EXPECT_EQ(window.caption(), "S52");
     EXPECT_THAT(Titles(list), ElementsAre("S46", "S47", "S48", "S49", "S50"));
     EXPECT_THAT(list.rows(), ElementsAre(ElementsAre("D:", "Data", "Disk B", "NTFS", "100.00GB"),
                                          ElementsAre("E:", "Work", "Disk B", "NTFS", "365.76GB")));
     EXPECT_EQ(list.selected(), 1);
-    EXPECT_EQ(window.defaultButton, &ButtonWith(window, "S9"));
     EXPECT_EQ(window.focused(), &list);
     list.select(0);
-    window.cancelButton->press();
-    EXPECT_TRUE(window.unloaded());
+    ButtonWith(window, "S10").press();
   };
-  EXPECT_EQ(w.choose(PartitionPurpose::kInstall, look), "E:");
+  EXPECT_EQ(w.choose(PartitionPurpose::kInstall, cancel), "E:");
   EXPECT_EQ(w.form.facts[kBootPartition].text(), "M1 Data, 100.00GB, NTFS, Disk B");
   const auto pressOk = [](Form& window, ListView& list) {
-    list.select(-1);
-    window.defaultButton->press();
-    EXPECT_FALSE(window.unloaded());
-    list.select(0);
-    window.defaultButton->press();
-    EXPECT_TRUE(window.unloaded());
+    for (const int row : {-1, 0}) {
+      list.select(row);
+      ButtonWith(window, "S9").press();
+      EXPECT_EQ(window.unloaded(), row == 0);
+    }
   };
   EXPECT_EQ(w.choose(PartitionPurpose::kInstall, pressOk), "D:");
   const auto doubleClick = [](Form& window, ListView& list) {
-    EXPECT_EQ(window.caption(), "S51");
-    EXPECT_EQ(list.selected(), 1);
+    EXPECT_EQ(window.caption() + std::to_string(list.selected()), "S511");
     list.select(0);
     list.activate();
     EXPECT_TRUE(window.unloaded());
@@ -76,26 +73,20 @@ TEST(PartitionChooser, ListsAfreshAndTakesARowByButtonAndByDoubleClick) {
   w.session.activity = Activity::kReadingSource;  // its tool is not disturbed by another
   EXPECT_EQ(w.choose(PartitionPurpose::kBoot, [](auto&, auto&) {}), "S:");
   EXPECT_EQ(w.processes.ran.size(), 3u);
-}
 
-TEST(PartitionChooser, SaysThatNothingIsThere) {
-  ChooserWorkshop w;
+  w.session.activity = Activity::kIdle;
   w.listing = "";
-  const auto look = [](Form& window, ListView& list) {
+  const auto nothing = [](Form& window, ListView& list) {
     EXPECT_FALSE(list.visible() || window.defaultButton->enabled());
     EXPECT_TRUE(Nth<Label>(window).visible());
     EXPECT_EQ(Nth<Label>(window).text(), "S53");
   };
-  EXPECT_EQ(w.choose(PartitionPurpose::kInstall, look), "E:");
+  EXPECT_EQ(w.choose(PartitionPurpose::kInstall, nothing), "D:");
 }
 
 TEST(ComputerNameDialog, FiltersTypingAndStoresTheNamesHoweverItIsClosed) {
   Workshop w;
-  const std::function<void(Form&)> waysToClose[] = {
-      [](Form& window) { window.defaultButton->press(); },
-      [](Form& window) { window.cancelButton->press(); }, [](Form&) {}  // closed from outside
-  };
-  for (const auto& closeIt : waysToClose) {
+  for (const bool byEscape : {true, false}) {  // else from outside
     w.session.options.pcUser = "Ann";
     w.session.options.computerName = "OLD";
     w.session.options.workGroup = "";
@@ -110,10 +101,10 @@ TEST(ComputerNameDialog, FiltersTypingAndStoresTheNamesHoweverItIsClosed) {
           EXPECT_FALSE(taken(c)) << int(c);
         }
       }
-      user.setText("123456789012345678901");  // pasted
-      computer.setText("A_234567890123456");  // not filtered either
+      user.setText("123456789012345678901");  // pasted, and not filtered then
+      computer.setText("A_234567890123456");
       group.setText("G23456789012345tail");
-      closeIt(window);
+      if (byEscape) window.cancelButton->press();
     });
     ShowComputerNameDialog(w.session);
     EXPECT_EQ(w.session.options.pcUser, "12345678901234567890");
@@ -123,42 +114,49 @@ TEST(ComputerNameDialog, FiltersTypingAndStoresTheNamesHoweverItIsClosed) {
   EXPECT_FALSE(w.files.exists(w.session.paths.settingsPath));  // that is another command's work
 }
 
+TEST(LeftBytes, CutsByBytesOfTheCodePage) {
+  FakeTextServices gbk;
+  gbk.codePage = "CP936";
+  EXPECT_EQ(LeftBytes(gbk, "中文名", 5, CutMode::kLeaveOut), "中文");
+  EXPECT_EQ(LeftBytes(gbk, "中文名", 5, CutMode::kTakeWhole), "中文名");
+  EXPECT_EQ(LeftBytes(gbk, "a中文", 3, CutMode::kTakeWhole), "a中");
+  const std::string split = LeftBytes(gbk, "中文名", 5, CutMode::kSplit);
+  EXPECT_TRUE(split.starts_with("中文") && !split.ends_with("名"));
+}
+
 TEST(ImageList, ShowsSixColumnsAndMakesThePickTheSource) {
   Workshop w;
+  const auto pick = [&](int row, const std::function<void(Form&, ListView&)>& act) {
+    w.dialogs.modals.push_back([&w, row, act](Form& window) {
+      const std::string before = w.form.combo1.text();
+      auto& list = Nth<ListView>(window);
+      list.select(row);
+      act(window, list);
+      EXPECT_EQ(w.form.combo1.text(), before);  // not while the window is open
+    });
+    ShowImageList(w.session);
+    return w.form.combo1.text();
+  };
+  const auto activate = [](Form& window, ListView& list) {
+    EXPECT_EQ(window.defaultButton->enabled(), list.selected() >= 0);
+    list.activate();
+    EXPECT_EQ(window.unloaded(), list.selected() >= 0);
+  };
+  EXPECT_EQ(pick(0, activate), "");
   w.session.search.found = {{"D:\\iso\\my disc.iso", 5ull << 30, "2024-01-02 03:04"},
                             {"E:\\install.wim", 700ull << 20, "2023-12-31 23:59"}};
-  w.dialogs.modals.push_back([&](Form& window) {
-    auto& list = Nth<ListView>(window);
+  EXPECT_EQ(pick(1, activate), "E:\\install.wim");
+  const auto pressDuringInstallation = [&](Form& window, ListView& list) {
     EXPECT_THAT(Titles(list), ElementsAre("S74", "S75", "S76", "S50", "S77", "S46"));
     EXPECT_THAT(
         list.rows(),
         ElementsAre(
             ElementsAre("my disc.iso", "D:\\iso\\", "ISO", "5.00GB", "2024-01-02 03:04", "D:"),
             ElementsAre("install.wim", "E:\\", "WIM", "700.00MB", "2023-12-31 23:59", "E:")));
-    list.select(1);
-    list.activate();
-    EXPECT_TRUE(window.unloaded());
-    EXPECT_EQ(w.form.combo1.text(), "");  // not while the window is open
-  });
-  ShowImageList(w.session);
-  EXPECT_EQ(w.form.combo1.text(), "E:\\install.wim");
-
-  w.dialogs.modals.push_back([&](Form& window) {
-    EXPECT_EQ(Nth<ListView>(window).selected(), 1);
-    Nth<ListView>(window).select(0);
     w.session.activity = Activity::kInstalling;  // began meanwhile
     ButtonWith(window, "S9").press();
-  });
-  ShowImageList(w.session);
-  w.session.activity = Activity::kIdle;
-  w.session.search.found.clear();
-  w.dialogs.modals.push_back([](Form& window) {
-    EXPECT_FALSE(window.defaultButton->enabled());
-    Nth<ListView>(window).activate();
-    EXPECT_FALSE(window.unloaded());
-  });
-  ShowImageList(w.session);
-  EXPECT_EQ(w.form.combo1.text(), "E:\\install.wim");
+  };
+  EXPECT_EQ(pick(0, pressDuringInstallation), "E:\\install.wim");
 }
 
 TEST(About, TellsTheVersionAndOpensItsLinks) {

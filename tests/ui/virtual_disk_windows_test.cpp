@@ -106,30 +106,28 @@ TEST(VirtualDiskWindow, KeepsEnteredPartitionsOverTheRefilling) {
 
 TEST(VirtualDiskCreation, BuildsTheDiskThatWasEntered) {
   DiskWorkshop w;
+  w.dialogs.savedFiles = {"D:\\new"};
   w.create([](Form& creation) {
-    EXPECT_EQ(creation.caption(), "S91");
+    ButtonWith(creation, "...").press();
+    EXPECT_EQ(Nth<TextBox>(creation, 0).text(), "D:\\new.vhd");
     Nth<OptionButton>(creation, 1).setChosen(true);  // VHDX
     EXPECT_FALSE(Nth<OptionButton>(creation, 0).chosen());
-    EXPECT_EQ(Nth<TextBox>(creation, 0).text(), "D:\\disk.vhdx");
     Nth<TextBox>(creation, 1).setText("2");
-    Nth<OptionButton>(creation, 3).setChosen(true);  // expandable
-    EXPECT_FALSE(Nth<OptionButton>(creation, 2).chosen());
     Nth<TextBox>(creation, 2).setText("Work");
   });
   EXPECT_FALSE(w.stayedOpen);
-  EXPECT_THAT(w.scripts, ElementsAre(HasSubstr("file=\"D:\\disk.vhdx\" maximum 2048 "
+  EXPECT_THAT(w.scripts, ElementsAre(HasSubstr("file=\"D:\\new.vhdx\" maximum 2048 "
                                                "type=Expandable\r\n")));
   EXPECT_THAT(w.scripts[0], HasSubstr("LABEL=Work quick\r\nAssign letter=V\r\n"));
   EXPECT_THAT(w.heard(), ElementsAre("S108 Work\r\nS109 V:|S84|64"));
-  EXPECT_TRUE(w.processes.ranLike("CxDir.exe"));
 
   w.works = false;  // and the next letter does not come up
+  w.session.osVersion = 6.1F;
   w.create([](Form& creation) {
-    Nth<OptionButton>(creation, 1).setChosen(true);
-    Nth<OptionButton>(creation, 0).setChosen(true);  // VHD again
-    EXPECT_EQ(Nth<TextBox>(creation, 0).text(), "D:\\disk.vhd");
+    EXPECT_FALSE(Nth<OptionButton>(creation, 1).enabled());
     Nth<OptionButton>(creation, 2).setChosen(true);  // fixed
-    Nth<ComboBox>(creation).select(0);               // MB
+    EXPECT_FALSE(Nth<OptionButton>(creation, 3).chosen());
+    Nth<ComboBox>(creation).select(0);  // MB
     Nth<TextBox>(creation, 1).setText("512");
   });
   EXPECT_THAT(w.scripts.at(1), HasSubstr("file=\"D:\\disk.vhd\" maximum 512 type=Fixed\r\n"));
@@ -140,13 +138,10 @@ TEST(VirtualDiskCreation, BuildsTheDiskThatWasEntered) {
 
 TEST(VirtualDiskCreation, RefusesWithTheFirstReasonAndStaysOpen) {
   const std::tuple<const char*, const char*, int, std::string> cases[] = {
-      {"", "1", 1, "S105|S12|16"},        {"D:\\none\\?", "x", 1, "S105|S12|16"},
-      {"Q:\\a.vhd", "1", 1, "S105|"},     {"a.vhd", "1", 1, "S105|"},
-      {"Bin\\a.vhd", "1", 1, "S105|"},    {"E:\\", "x", 1, "S100|Tips:|16"},
-      {"E:\\a?.vhd", "x", 1, "S100|"},    {"E:\\a", "x", 1, "S101|Tips:|16"},
-      {"E:\\a", "0", 1, "S101|"},         {"E:\\a", "1000", 2, "S106|Tips:|16"},
-      {"E:\\a", "5", 1, "S107|S12|16"},   {"E:\\a", "999", 2, "S107|"},
-      {"E:\\a", "5119", 0, "S104|S12|16"}};
+      {"D:\\none\\?", "x", 1, "S105|S12|16"}, {"Q:\\a.vhd", "1", 1, "S105|"},
+      {"Bin\\a.vhd", "1", 1, "S105|"},        {"E:\\a?.vhd", "x", 1, "S100|Tips:|16"},
+      {"E:\\a", "x", 1, "S101|Tips:|16"},     {"E:\\a", "1000", 2, "S106|Tips:|16"},
+      {"E:\\a", "5", 1, "S107|S12|16"},       {"E:\\a", "5119", 0, "S104|S12|16"}};
   for (const auto& [file, size, unit, message] : cases) {
     DiskWorkshop w;
     w.drives.add("E:", kDriveFixed, {}, (std::uint64_t{5} << 30) - 1);
@@ -161,24 +156,6 @@ TEST(VirtualDiskCreation, RefusesWithTheFirstReasonAndStaysOpen) {
     EXPECT_THAT(w.heard(), ElementsAre(HasSubstr(message))) << file << " " << size;
     EXPECT_TRUE(w.stayedOpen && w.scripts.empty()) << message;
   }
-}
-
-TEST(VirtualDiskCreation, OffersTheFormatsOfTheSystem) {
-  DiskWorkshop w;
-  w.session.osVersion = 6.1F;
-  w.dialogs.savedFiles = {"D:\\new", "D:\\other.vhd", ""};
-  w.create([&](Form& creation) {
-    EXPECT_FALSE(Nth<OptionButton>(creation, 1).enabled());
-    auto& browse = ButtonWith(creation, "...");
-    browse.press();
-    EXPECT_EQ(w.dialogs.saveRequests.back().filters.at(0).patterns, "*.vhd;*.vhdx");
-    EXPECT_EQ(w.dialogs.saveRequests.back().initialFolder, "D:");
-    EXPECT_EQ(Nth<TextBox>(creation, 0).text(), "D:\\new.vhd");
-    Nth<OptionButton>(creation, 1).setChosen(true);
-    for (int times = 0; times < 2; ++times) browse.press();  // the second time cancelled
-    EXPECT_EQ(w.dialogs.saveRequests.back().filters.at(0).patterns, "*.vhdx;*.vhd");
-    EXPECT_EQ(Nth<TextBox>(creation, 0).text(), "D:\\other.vhdx");
-  });
 }
 
 }  // namespace pavoline::testing
