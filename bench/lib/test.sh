@@ -94,15 +94,15 @@ test_e2e() {
     "$(bench_bin x64)/test_e2e.exe" "$@"
 }
 
-# The 32-bit program, where this machine can make a 32-bit Wine: installed from a WIM and from an ISO,
-# with an imaging program that dies, and refused.
+# The 32-bit programs, where this machine can make a 32-bit Wine: installations from a WIM and from an
+# ISO, one whose imaging program dies, those that are refused, and the lister.
 test_x86() {
   local name="end to end under Wine, 32 bit" reason
   reason=$(cat <&"$i386_reply")
   [[ -z $reason ]] || { say_line "$name: left out, for want of a 32-bit Wine: $reason"; return; }
   bench_programs x86
   local tests=(Installing.{UnattendedWithEveryOptionalStep,FromPathsThatScriptsTripOver,ImagingProgramKilledWhileItWrites}
-    Refusing.UnattendedRunsEndThemselves)
+    Refusing.UnattendedRunsEndThemselves Listing.IsWhatThePartitionTablesSay)
   run_gtest "$name" timeout --kill-after=10 600 "$bench_source/bench" i386 "$repo/tests/e2e/run" "$repo/build/x86/app" \
     "$(bench_bin x86)/test_e2e.exe" --gtest_filter="$(IFS=:; echo "${tests[*]}")"
 }
