@@ -19,9 +19,8 @@ void Ship(Workshop& shop, const std::string& locale, const std::string& text = "
 TEST(Language, FallsBackFromRelatedLocalesToEnglish) {
   using Case = std::tuple<unsigned, std::string, unsigned>;
   for (const auto& [locale, shipped, threadLocale] :
-       {Case{1031, "1031", 1031}, Case{3079, "1031", 1031}, Case{3079, "3079", 3079},
-        Case{4100, "2052", 2052}, Case{5124, "1028", 1028}, Case{1041, "1033", 1033},
-        Case{3079, "1033", 1033}}) {
+       {Case{3079, "1031", 1031}, Case{3079, "3079", 3079}, Case{4100, "2052", 2052},
+        Case{5124, "1028", 1028}, Case{1041, "1033", 1033}, Case{3079, "1033", 1033}}) {
     Workshop shop;
     shop.environment.thread = locale;
     Ship(shop, shipped);

@@ -52,11 +52,10 @@ TEST(Settings, TickAStepOnlyWithItsPathAndCutLongValues) {
            "Unattend=1\r\nAddDriver=1\r\nAddDriverFile=D:\\drv\r\nPluginFile=tool\r\n"
            "SearchLevel=deep\r\nSearchDir=" +
                std::string(200, 'a') + "\r\n");
-  EXPECT_FALSE(shop.form.check[kUseAnswerFile].ticked());
-  EXPECT_TRUE(shop.form.check[kAddDrivers].ticked());
-  EXPECT_EQ(shop.form.text[kDriverFolder].text(), "D:\\drv");
-  EXPECT_FALSE(shop.form.check[kRunPlugin].ticked());
-  EXPECT_EQ(shop.form.combo2.text(), "tool");
+  const auto& check = shop.form.check;
+  EXPECT_FALSE(check[kUseAnswerFile].ticked() || check[kRunPlugin].ticked());
+  EXPECT_TRUE(check[kAddDrivers].ticked());
+  EXPECT_EQ(shop.form.text[kDriverFolder].text() + shop.form.combo2.text(), "D:\\drvtool");
   EXPECT_EQ(shop.session.options.searchDir, std::string(127, 'a'));
   EXPECT_EQ(shop.session.options.searchLevel, 0);
 }

@@ -53,8 +53,7 @@ TEST(Start, RefusesWithOneMessage) {
       {"S13|", [](auto& w) { w.form.combo[kEditions].clear(); }, 1},
       {"S15 Q:|", Boot("Q:"), 1},
       {"S15 |", Boot(""), 1},
-      {"S15 S:\\boot|", Boot("S:\\boot"), 1},
-      {"S15 S|", Boot("S"), 1},
+      {"S15 S:\\boot|", [](auto& w) { w.files.folder("S:\\boot"), Boot("S:\\boot")(w); }, 1},
       {"M4 x:|", Boot("x:"), 1},
       {"S15 V:|",  // the system lends no letter
        [](auto& w) {

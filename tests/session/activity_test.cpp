@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <optional>
-
 #include "form/control_status.h"
 #include "session/activity_scope.h"
 #include "support/workshop.h"
@@ -62,13 +60,10 @@ TEST_F(Scope, LocksWhatItFindsOpenAndLeadsBackByTheWayItCame) {
   EXPECT_FALSE(form.search.enabled());
   EXPECT_EQ(seen, "4 3 4 1 ");
 
-  std::optional<ActivityScope> kept;
-  kept.emplace(session, Activity::kReadingSource);
-  ActivityScope moved = std::move(*kept);
-  kept.reset();
+  ActivityScope kept;
+  kept = ActivityScope(session, Activity::kReadingSource);
   EXPECT_EQ(now(), Activity::kReadingSource);
-  moved.leave();
-  moved.leave();
+  for (int times = 0; times < 2; ++times) kept.leave();
   EXPECT_TRUE(now() == Activity::kIdle && form.combo1.enabled());
 }
 

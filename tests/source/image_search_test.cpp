@@ -81,13 +81,10 @@ TEST_F(ImageSearch, CanBeStoppedAndPickedFromWhileItRuns) {
     EXPECT_EQ(form.status.text(), "S26 3");
     form.combo1.select(0);
     EXPECT_EQ(editionCount(), 3u);
+    session.search.stop = true;
   });
-  time.after(5, [this] { session.search.stop = true; });
   EXPECT_LT(search().size(), 9u);
   EXPECT_EQ(source(), "D:\\iso\\0.wim");
-  session.search.stop = false;
-  time.after(3, [this] { form.unload(); });
-  EXPECT_LT(search().size(), 9u);
 }
 
 TEST_F(ImageSearch, OfEqualPluginsTheFirstWinsAndNoneLeadsOutOfItsFolder) {

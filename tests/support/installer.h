@@ -47,7 +47,6 @@ struct Installer : InstallShop {
   Session& running() { return program->session(); }
   bool idle() { return running().activity == Activity::kIdle && form.combo1.enabled(); }
   long count(const std::string& partOfMessage) const;
-  std::string journal() { return files.text("C:\\Windows\\temp\\Pavoline.log"); }
 
   std::unique_ptr<Program> program;
 };
