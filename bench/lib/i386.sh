@@ -17,7 +17,6 @@ i386_ready() { [[ "$(cat "$i386_root/made-with" 2>/dev/null)" == "$i386_packages
 i386_release() {
   local codename
   codename=$(. /etc/os-release && echo "${VERSION_CODENAME:-stable}")
-  # shellcheck disable=SC2016
   apt-get indextargets --format '$(RELEASE) $(REPO_URI) $(ORIGIN)' 'Created-By: Packages' 2>/dev/null |
     awk -v codename="$codename" '
       $1 == codename && $3 == "Debian" && !uri { uri = $2 }
