@@ -57,7 +57,7 @@ TEST_F(Otherwise, ImagingProgramThatEndsAtOnceFailsWithItsReason) {
 TEST_F(Otherwise, ImagingProgramMissingIsRefusedBeforeTheFormat) {
   Person person;
   ASSERT_TRUE(person.opensImage(kImage));
-  takeAway(kBin + "wimlib-imagex\\x64\\wimlib-imagex.exe");
+  takeAway(kBin + "wimlib-imagex\\" + kArch + "\\wimlib-imagex.exe");
   person.main.command(kStart).click();
   EXPECT_EQ(person.hears(), text(kTextToolMissing));
   EXPECT_THAT(toolsRun(), IsEmpty());
@@ -95,7 +95,7 @@ TEST_F(Otherwise, BootStoresComeBackAndTheSystemsOwnToolsServe) {
   EXPECT_EQ(read("S:\\Boot\\BCD"), "the old menu");
 
   bench::setFaults("bcdboot", "");
-  const std::string own = kBin + "Boot\\x64\\";
+  const std::string own = kBin + "Boot\\" + kArch + "\\";
   for (const std::string tool : {"bcdboot.exe", "bootsect.exe"}) {
     CopyFileA((own + tool).c_str(), (kSystem + tool).c_str(), FALSE);
   }
