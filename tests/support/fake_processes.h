@@ -104,7 +104,7 @@ struct FakeProcesses : Processes {
   void call(const std::weak_ptr<std::function<void()>>& action);
   bool runLine(const std::shared_ptr<Job>& job, const std::string& text);
   void runTool(const std::shared_ptr<Job>& job, const Behaviour& behaviour, ToolRun run);
-  void waitOnce();
+  void waitOnce(long atMost);
   void countWaitAfterUnload();
   std::string expand(const std::string& line) const;
   bool programMissing(const std::string& line) const;

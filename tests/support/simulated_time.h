@@ -26,7 +26,8 @@ class SimulatedTime {
   void pass(long ms) { now_ += ms; }    // nothing is noticed until events are handled
   void advance(long ms);                // fires all that is due within this span
   void advanceWhileMainStays(long ms);  // the same, but stops where the main window goes
-  void advanceToNext();  // to the next thing that happens; throws when nothing ever will
+  // To the next thing that happens, but no further than that.
+  void advanceToNext(long atMost = 3600 * 1000);
   bool anythingAhead() { return nextDue() >= 0; }  // a timer runs or an action is queued
 
  private:
@@ -37,6 +38,7 @@ class SimulatedTime {
   void noticeTimers();
   long nextDue();
   void fireOneDueBy(long time);
+  void holdToADay() const;  // throws after a day: something waits for ever
 
   long now_ = 0;
   std::vector<Form*> forms_;
