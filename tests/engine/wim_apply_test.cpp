@@ -54,7 +54,7 @@ TEST(WimSetup, KeepsThePartitionWhenToldToAndCopiesNoEsd) {
   w.plan.apply = {"--compact=lzx", true};
   w.files.put(w.plan.source);
   w.files.shortNames = false;
-  w.text.codePage = "CP936";
+  w.text.consoleCodePage = "CP936";
   w.begin();
   ASSERT_EQ(w.processes.started.size(), 2u);  // the lister is the first
   EXPECT_EQ(w.processes.started[1].script,
@@ -63,7 +63,7 @@ TEST(WimSetup, KeepsThePartitionWhenToldToAndCopiesNoEsd) {
 }
 
 TEST(WimSetup, FormatsNothingWhenItsFilesCannotBeWritten) {
-  const auto full = [](InstallShop& w) { w.files.full("C:\\Windows\\temp"); };
+  const auto full = [](InstallShop& w) { w.files.noRoom = "C:\\Windows\\temp"; };
   using Spoil = std::function<void(InstallShop&)>;
   for (const auto& [spoil, code, heard] :
        std::initializer_list<std::tuple<Spoil, int, const char*>>{

@@ -24,7 +24,6 @@ TEST_F(CommandRunner, BatchLeavesTheLogOfItsLastLineAndTellsHowItEnded) {
     run.endsAt(2000);
     run.exits(3);
   });
-  text.consoleCodePage = "CP437";
   const ToolEnd end = RunBatch(session, "tool1\r\ntool2 \xC3\xA9", "job");
   EXPECT_EQ(processes.started.at(0).mode, ShowMode::kHidden);
   EXPECT_EQ(processes.started[0].script, "tool1\r\ntool2 \x82 >" + kTemp + "job.log\r\n");

@@ -6,7 +6,7 @@
 
 #include "platform/paths.h"
 #include "platform/text.h"
-#include "support/fold_case.h"
+#include "support/fake_text.h"
 
 namespace pavoline::testing {
 namespace {
@@ -172,7 +172,7 @@ std::shared_ptr<FakeProcesses::Job> FakeProcesses::makeJob(const StartRequest& r
 
 std::unique_ptr<StartedProgram> FakeProcesses::start(const StartRequest& request) {
   started.push_back({request.commandLine, request.mode, files_.text(BatchOf(request.commandLine)),
-                     redirectionOffDepth > 0, time_.now(), request.program, request.outputFile});
+                     redirectionOffDepth > 0, time_.now(), request.program});
   if (failNextStarts > 0) {
     --failNextStarts;
     return nullptr;
@@ -279,7 +279,7 @@ void FakeProcesses::waitOnce() {
 
 void FakeProcesses::handleEventsFor(long milliseconds) {
   if (time_.mainUnloaded()) countWaitAfterUnload();
-  time_.advanceWhileMainStays(milliseconds);
+  time_.advance(milliseconds, true);
 }
 
 void FakeProcesses::countWaitAfterUnload() {

@@ -53,7 +53,7 @@ struct FakeProcesses : Processes {
     std::string script;  // content of a started batch file
     bool redirectionOff;
     long at;
-    std::string program, outputFile;
+    std::string program;
   };
   std::vector<Started> started;
   std::vector<std::string> ran;     // every single command, batch lines with variables put in

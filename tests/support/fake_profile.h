@@ -20,7 +20,6 @@ struct FakeProfile : Profile {
 
  private:
   std::vector<std::string> lines(const std::string& file);
-  std::string cut(const std::string& value, int bytes);
 
   FakeFiles& files_;
   FakeTextServices& text_;

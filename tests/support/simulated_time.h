@@ -23,8 +23,8 @@ class SimulatedTime {
   // The form watched first, the main window, has gone: waits should end.
   bool mainUnloaded() const { return !forms_.empty() && forms_.front()->unloaded(); }
 
-  void advance(long ms);                // fires all that is due within this span
-  void advanceWhileMainStays(long ms);  // the same, but stops where the main window goes
+  // Fires all that is due within this span, or until the main window has gone.
+  void advance(long ms, bool whileMainStays = false);
   void advanceToNext();  // to the next thing that happens; throws when nothing ever will
   bool anythingAhead() { return nextDue() >= 0; }  // a timer runs or an action is queued
 
