@@ -54,7 +54,7 @@ TEST(WimSetup, KeepsThePartitionWhenToldToAndCopiesNoEsd) {
   w.plan.apply = {"--compact=lzx", true};
   w.files.put(w.plan.source);
   w.files.shortNames = false;
-  w.text.consoleCodePage = "CP936";
+  w.text.codePage = "CP936";
   w.begin();
   ASSERT_EQ(w.processes.started.size(), 2u);  // the lister is the first
   EXPECT_EQ(w.processes.started[1].script,

@@ -39,7 +39,7 @@ struct FakeFiles : Files {
   }
   std::vector<std::string> below(const std::string& folder);  // paths of all files, in order
 
-  bool shortNames = true;     // false: volumes keep none
+  bool shortNames = true;       // false: volumes keep none
   std::string noRoom = "none";  // folder or drive below which no byte finds room
   void failNext(FileOperation operation) { ++failures_[operation]; }
   std::set<std::string> locked;  // folders that let nobody look into them

@@ -1,6 +1,7 @@
 #include "support/fake_profile.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/text.h"
 
@@ -37,18 +38,21 @@ std::string WithoutQuotes(const std::string& value) {
 
 }  // namespace
 
-Lines FakeProfile::lines(const std::string& file) {
+Lines& FakeProfile::lines(const std::string& file) {
   const std::string bytes = files_.text(file);
+  if (bytes == std::exchange(readBytes_, bytes) && text_.codePage == readCodePage_)
+    return readLines_;
+  readCodePage_ = text_.codePage;
   const std::string text =
       bytes.starts_with(kUtf16Mark) ? text_.fromUtf16(bytes.substr(2)) : text_.fromAnsi(bytes);
-  auto result = Split(ReplaceAll(text, "\r\n", "\n"), "\n");
-  if (!result.empty() && result.back().empty()) result.pop_back();
-  return result;
+  readLines_ = Split(ReplaceAll(text, "\r\n", "\n"), "\n");
+  if (!readLines_.empty() && readLines_.back().empty()) readLines_.pop_back();
+  return readLines_;
 }
 
 std::string FakeProfile::read(const std::string& file, const std::string& section,
                               const std::string& key, int bufferBytes) {
-  Lines all = lines(file);
+  Lines& all = lines(file);
   const auto line = Find(all, section, key).key;
   if (line == all.end()) return {};
   std::string result;

@@ -11,12 +11,12 @@ namespace pavoline::testing {
 std::string Lower(std::string_view text);
 std::string Upper(std::string_view text);
 
-std::wstring Decode(std::string_view utf8);  // to whole characters; throws where it is none
+std::wstring Decode(std::string_view utf8);  // a byte that fits nowhere becomes U+FFFD
 std::string Encode(std::wstring_view characters);
 
 // Conversions by the C library, for any code page it knows ("CP1252", "CP936").
 struct FakeTextServices : TextServices {
-  std::string codePage = "CP1252", consoleCodePage = "CP437";
+  std::string codePage = "CP1252", consoleCodePage;  // empty: the same
 
   std::string toAnsi(const std::string& text) override;
   std::string fromAnsi(const std::string& bytes) override;
