@@ -1,6 +1,6 @@
 # A Wine prefix per run, as links onto one template; only the registry and what Wine writes are copies.
 
-bench_template=$bench_build/template
+bench_template=$bench_build/template-${ARCH:-x64}
 
 set_registry() { wine reg add "$1" /v "$2" /d "$3" /f >/dev/null 2>&1; }
 

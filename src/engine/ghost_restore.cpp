@@ -61,7 +61,7 @@ StepResult AwaitGhost(Session& session, const Plan& plan, GhostRun& run) {
   run.window = FindGhostWindow(session, run);
   if (run.window == 0) {
     const bool over =
-        !run.tool->starterRuns() && run.tool->look(session) == FollowedProgram::Sign::kEnded;
+        !run.tool->starterRuns() && run.tool->look(session) != FollowedProgram::Sign::kWorks;
     return over ? Fail(session, run) : StepResult::Waits();
   }
   session.form.status.setText(String(session, kTextExtracting));

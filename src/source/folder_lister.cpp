@@ -4,6 +4,7 @@
 #include <optional>
 #include <string_view>
 
+#include "platform/environment.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/processes.h"
@@ -30,14 +31,20 @@ constexpr std::string_view kSkipped[] = {
     "users",
 };
 
-bool IsWanted(const FileEntry& entry) {
+}  // namespace
+
+bool IsSearchedFolder(const FileEntry& entry) {
   return (entry.attributes & kFolderAttribute) != 0 &&
          std::ranges::find(kSkipped, LowerAscii(entry.name)) == std::end(kSkipped);
 }
 
-}  // namespace
-
+// Often enough for the window to paint and for Stop to answer at once; handling them after each
+// entry would take several times as long as the listing itself.
 void FolderWalk::handleEvents() const {
+  constexpr std::uint64_t kInterval = 15;  // milliseconds
+  const std::uint64_t now = session.platform.environment.milliseconds();
+  if (handledAt != 0 && now - handledAt < kInterval) return;
+  handledAt = std::max<std::uint64_t>(now, 1);
   std::optional<SourceWait> wait;
   if (locksSource) wait.emplace(session);
   session.platform.processes.handleEvents();
@@ -51,7 +58,7 @@ void ListFolders(const FolderWalk& walk, const std::string& folder,
   if (walk.ended() || !files.accessible(folder)) return;
   const std::string base = WithBackslash(folder);
   files.list(base + "*.*", [&](const FileEntry& entry) {
-    if (IsWanted(entry)) found.push_back(base + entry.name);
+    if (IsSearchedFolder(entry)) found.push_back(base + entry.name);
     walk.handleEvents();
     return !walk.ended();
   });

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
+#include "platform/files.h"
 #include "session/session.h"
 
 namespace pavoline {
@@ -13,8 +15,14 @@ struct FolderWalk {
   bool locksSource = false;  // the source box must not change while the walk goes on
 
   bool ended() const { return session.search.stop || session.form.unloaded(); }
+  // Called after each entry; handles events when some time has gone by since it last did.
   void handleEvents() const;
+
+  mutable std::uint64_t handledAt = 0;  // milliseconds of the environment
 };
+
+// False for what is no folder, and for folders that belong to an installed system.
+bool IsSearchedFolder(const FileEntry& entry);
 
 // Adds the full paths of a folder's subfolders to `found`, but for those that belong to an
 // installed system. A folder that is missing or not accessible has none. The current folder stays

@@ -1,5 +1,6 @@
 #include "source/image_search.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -16,19 +17,18 @@
 namespace pavoline {
 namespace {
 
-constexpr const char* kPatterns[] = {"*.esd", "*.wim", "*.gho", "*.iso"};
+constexpr ImageKind kKinds[] = {ImageKind::kEsd, ImageKind::kWim, ImageKind::kGho, ImageKind::kIso};
 // An ISO file in the root of a mounted ISO is no image to install from.
-constexpr std::span kMountedRootPatterns = std::span(kPatterns).first(3);
+constexpr std::span kMountedRootKinds = std::span(kKinds).first(3);
 constexpr char kDefaultFolders[] = "esd,gho,wim,iso,ghost";
 
 constexpr std::uint64_t kSmallestImage = 419'430'400;  // bytes; anything larger may be an image
 constexpr std::string_view kStartImage = "boot.wim";   // of the installation medium itself
 
 // Only the plain folder word is taken for a folder; what else is no file is too small anyway.
-// The system also matches patterns with 8.3 names, to which "a.wimbak" is a ".wim".
 bool IsImage(const FileEntry& entry) {
   return entry.attributes != kFolderAttribute && entry.size > kSmallestImage &&
-         KindOf(entry.name) != ImageKind::kNone && LowerAscii(entry.name) != kStartImage;
+         LowerAscii(entry.name) != kStartImage;
 }
 
 void ShowCount(Session& session) {
@@ -43,31 +43,48 @@ void AddImage(Session& session, const std::string& path, const FileEntry& entry)
   ShowCount(session);
 }
 
-void ListImages(const FolderWalk& walk, const std::string& folder, const std::string& pattern) {
-  Session& session = walk.session;
+// The images of one folder by kind, in the order of the patterns; within a kind as listed.
+struct FolderImages {
+  std::vector<FileEntry> ofKind[std::size(kKinds)];
+
+  void take(const FileEntry& entry) {
+    if (!IsImage(entry)) return;
+    const auto* kind = std::ranges::find(kKinds, KindOf(entry.name));
+    if (kind != std::end(kKinds)) ofKind[kind - std::begin(kKinds)].push_back(entry);
+  }
+};
+
+// The first image becomes the source when that is asked for; the others go into the list.
+void Report(Session& session, const std::string& base, const FolderImages& images,
+            std::span<const ImageKind> kinds) {
+  for (std::size_t i = 0; i < kinds.size(); ++i) {
+    for (const FileEntry& entry : images.ofKind[i]) {
+      if (session.form.unloaded()) return;
+      if (!session.search.takeFirst) {
+        AddImage(session, base + entry.name, entry);
+        continue;
+      }
+      // Cleared first: the change reads the image, which handles events and may search again.
+      session.search.takeFirst = false;
+      session.form.combo1.setText(base + entry.name);
+      break;  // the rest of its kind is passed over
+    }
+  }
+}
+
+// Lists a folder once, for its images and, where `below` is given, for its subfolders.
+void Look(const FolderWalk& walk, const std::string& folder, std::vector<std::string>* below,
+          std::span<const ImageKind> kinds = kKinds) {
   if (walk.ended()) return;
   const std::string base = WithBackslash(folder);
-  std::string first;
-  session.platform.files.list(base + pattern, [&](const FileEntry& entry) {
-    if (IsImage(entry)) {
-      if (session.search.takeFirst) {
-        first = base + entry.name;
-        return false;
-      }
-      AddImage(session, base + entry.name, entry);
-    }
+  FolderImages images;
+  walk.session.platform.files.list(base + "*.*", [&](const FileEntry& entry) {
+    if (below != nullptr && IsSearchedFolder(entry)) below->push_back(base + entry.name);
+    images.take(entry);
     walk.handleEvents();
     return !walk.ended();
   });
-  if (first.empty()) return;
-  // Cleared first: the change reads the image, which handles events and may search again.
-  session.search.takeFirst = false;
-  session.form.combo1.setText(first);
-}
-
-void ListImages(const FolderWalk& walk, const std::string& folder,
-                std::span<const char* const> patterns = kPatterns) {
-  for (const char* pattern : patterns) ListImages(walk, folder, pattern);
+  Report(walk.session, base, images, kinds);
 }
 
 std::vector<std::string> CdDrives(Session& session) {
@@ -90,17 +107,16 @@ void SearchNamedFolders(const FolderWalk& walk) {
   for (const std::string& root : SearchedRoots(session)) {
     for (const std::string& name : Split(names, ",")) {
       const std::string folder = root + "\\" + name;
-      if (session.platform.files.exists(folder)) ListImages(walk, folder);
+      if (session.platform.files.exists(folder)) Look(walk, folder, nullptr);
     }
   }
 }
 
 void SearchLevels(const FolderWalk& walk, const std::vector<std::string>& roots,
-                  std::span<const char* const> rootPatterns) {
+                  std::span<const ImageKind> rootKinds) {
   std::vector<std::string> level, below;
   for (const std::string& root : roots) {
-    ListFolders(walk, root + "\\", level);
-    ListImages(walk, root + "\\", rootPatterns);
+    Look(walk, root + "\\", &level, rootKinds);
   }
   constexpr int kDeepest = 3;
   for (int depth = 1; depth <= kDeepest; ++depth) {
@@ -110,8 +126,7 @@ void SearchLevels(const FolderWalk& walk, const std::vector<std::string>& roots,
     if (session.options.searchLevel < depth && !session.search.takeFirst) break;
     below.clear();
     for (const std::string& folder : level) {
-      if (depth < kDeepest) ListFolders(walk, folder, below);
-      ListImages(walk, folder);
+      Look(walk, folder, depth < kDeepest ? &below : nullptr);
     }
     level.swap(below);
   }
@@ -126,11 +141,11 @@ void SearchImages(Session& session, SearchMode mode, const std::string& folder) 
   const FolderWalk walk{session, mounted};
   ShowCount(session);
   if (mounted) {
-    SearchLevels(walk, {folder}, kMountedRootPatterns);
+    SearchLevels(walk, {folder}, kMountedRootKinds);
   } else {
     if (!folder.empty()) DiscoverPlugins(session, folder);
     if (session.options.searchType == 1) {
-      SearchLevels(walk, SearchedRoots(session), kPatterns);
+      SearchLevels(walk, SearchedRoots(session), kKinds);
     } else {
       SearchNamedFolders(walk);
     }

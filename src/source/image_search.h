@@ -13,7 +13,7 @@ enum class SearchMode {
 
 // Adds the images found to the source box's list, and to `session.search.found` with their sizes
 // and dates; what is there already stays. In mode kDrives with a folder name it first discovers
-// plug-ins. Handles events after every directory entry; `session.search.stop`, or the window's
+// plug-ins. Handles events every few milliseconds; `session.search.stop`, or the window's
 // end, ends every listing at its next step. While `session.search.running` is set the status line
 // counts the images.
 void SearchImages(Session& session, SearchMode mode, const std::string& folder);

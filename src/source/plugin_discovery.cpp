@@ -61,7 +61,12 @@ void DiscoverPlugins(Session& session, const std::string& folder) {
   const std::vector<std::string> candidates = CandidateFolders(session, folder);
   if (session.form.unloaded()) return;
   session.plugins.clear();
-  for (const std::string& candidate : candidates) AddPlugin(session, candidate);
+  const FolderWalk walk{session};
+  for (const std::string& candidate : candidates) {
+    AddPlugin(session, candidate);
+    walk.handleEvents();
+    if (session.form.unloaded()) return;
+  }
   Journal(session, "plug-ins found: " + std::to_string(session.plugins.size()));
 }
 

@@ -23,7 +23,8 @@ class Ghost : public OnTheBench {
     prepare(build, "pace 10");
     Person person;
     ASSERT_TRUE(person.opensImage(kGhostImage));
-    EXPECT_THAT(person.main.editions().items(), ElementsAre("x64\\Ghost.exe Ver:12.0.0." + build));
+    EXPECT_THAT(person.main.editions().items(),
+                ElementsAre(kArch + "\\Ghost.exe Ver:12.0.0." + build));
     EXPECT_FALSE(person.main.check(kDoNotFormat).enabled());
     person.startsAndConfirms();
     EXPECT_EQ(person.hears(), text(kTextFinished));

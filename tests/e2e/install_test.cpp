@@ -90,12 +90,19 @@ TEST_F(Installing, UnattendedWithEveryOptionalStep) {
                                       "dism", "fix.exe"));
 }
 
-TEST_F(Installing, FromAPathThatScriptsTripOver) {
-  const std::string image = "D:\\Bilder & Co 100% ^fertig\\Установка 日本 (neu).wim";
-  place("small.wim", image);
-  Person person("/source:\"" + image + "\" /wimindex:1" + kUnattended);
-  EXPECT_EQ(person.exitCode(), 0);
-  EXPECT_TRUE(holdsSystem(1, 'E'));
+TEST_F(Installing, FromPathsThatScriptsTripOver) {
+  const std::string folder = "D:\\Bilder & Co 100% ^fertig\\";
+  for (const char* prop : {"small.wim", "install.iso"}) {
+    SCOPED_TRACE(prop);
+    const std::string source = folder + "Установка 日本 (neu) " + prop;
+    place(prop, source);
+    write("E:\\letter.txt", "must be gone");
+    Person person("/source:\"" + source + "\" /wimindex:1" + kUnattended);
+    EXPECT_EQ(person.exitCode(), 0);
+    EXPECT_TRUE(holdsSystem(1, 'E'));
+  }
+  // The drive of the ISO is taken away behind the program's end.
+  EXPECT_TRUE(soon([] { return argumentsOf("imdisk").size() == 2; }));
 }
 
 TEST_F(Installing, ImagingProgramKilledWhileItWrites) {

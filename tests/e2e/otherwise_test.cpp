@@ -57,7 +57,7 @@ TEST_F(Otherwise, ImagingProgramThatEndsAtOnceFailsWithItsReason) {
 TEST_F(Otherwise, ImagingProgramMissingIsRefusedBeforeTheFormat) {
   Person person;
   ASSERT_TRUE(person.opensImage(kImage));
-  takeAway(kBin + "wimlib-imagex\\x64\\wimlib-imagex.exe");
+  takeAway(kBin + "wimlib-imagex\\" + kArch + "\\wimlib-imagex.exe");
   person.main.command(kStart).click();
   EXPECT_EQ(person.hears(), text(kTextToolMissing));
   EXPECT_THAT(toolsRun(), IsEmpty());

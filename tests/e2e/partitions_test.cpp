@@ -149,8 +149,8 @@ std::string tablesAsRead() {
 }
 
 std::string listed() {
-  write("C:\\list.bat", "@\"" + std::string(kAppFolder) +
-                            "\\Bin\\CxDir\\x64\\CxDir.exe\" -vaskor >C:\\listed 2>C:\\said\r\n");
+  write("C:\\list.bat", "@\"" + std::string(kAppFolder) + "\\Bin\\CxDir\\" + kArch +
+                            "\\CxDir.exe\" -vaskor >C:\\listed 2>C:\\said\r\n");
   std::system("C:\\list.bat");
   return read("C:\\listed");
 }

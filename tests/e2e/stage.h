@@ -14,6 +14,7 @@
 namespace e2e {
 
 inline constexpr char kAppFolder[] = "C:\\Program Files\\Pavoline";
+inline const std::string kArch = sizeof(void*) == 8 ? "x64" : "x86";  // the tools' folders
 inline constexpr char kImage[] = "D:\\Images\\small.wim";
 inline constexpr int kPatience = 60'000;  // milliseconds; only a failure waits that long
 

@@ -54,9 +54,10 @@ TEST(GhostTick, FollowsItsOwnWindowsTitleAndMinimisesOnce) {
   GhostShop w;
   const ForeignWindow console = w.windows.open("ConsoleWindowClass", kProgram);
   const ForeignWindow untitled = w.windows.open("Other", "");
-  w.windows.open("GhostScreen", "Ghost - 99%", 100);  // was there before, whatever its number
-  w.form.progressBar1.setValue(100);                  // of an earlier installation
+  const ForeignWindow early = w.windows.open("GhostScreen", "Ghost - 99%");
+  w.form.progressBar1.setValue(100);  // of an earlier installation
   w.begin();
+  w.windows.at(early).process = w.ghost();  // a number that was used again
   w.windows.open("GhostScreen", "Ghost - 98%", w.ghost() + 1);
   w.run(1000);
   EXPECT_TRUE(w.windows.at(console).hidden);

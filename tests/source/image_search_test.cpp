@@ -75,16 +75,19 @@ TEST_F(ImageSearch, InAMountedDriveTheFirstImageBecomesTheSource) {
 }
 
 TEST_F(ImageSearch, CanBeStoppedAndPickedFromWhileItRuns) {
-  for (int i = 0; i < 9; ++i) images({"D:\\iso\\" + std::to_string(i) + ".wim"});
+  for (const char* folder : {"gho", "wim", "iso"}) {
+    for (int i = 0; i < 3; ++i)
+      images({"D:\\" + std::string(folder) + "\\" + std::to_string(i) + ".wim"});
+  }
   session.search.running = true;
-  time.after(3, [this] {
+  time.after(110, [this] {
     EXPECT_EQ(form.status.text(), "S26 3");
     form.combo1.select(0);
     EXPECT_EQ(editionCount(), 3u);
     session.search.stop = true;
   });
   EXPECT_LT(search().size(), 9u);
-  EXPECT_EQ(source(), "D:\\iso\\0.wim");
+  EXPECT_EQ(source(), "D:\\gho\\0.wim");
 }
 
 TEST_F(ImageSearch, OfEqualPluginsTheFirstWinsAndNoneLeadsOutOfItsFolder) {

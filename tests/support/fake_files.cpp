@@ -229,6 +229,7 @@ void FakeFiles::list(const std::string& pattern, const EntryVisitor& visit) {
     entries.push_back({node.name, node.attributes, node.bytes(), "2024-05-06 07:08"});
   }
   for (const FileEntry& entry : entries) {
+    if (onEntry) onEntry();
     if (!visit(entry)) return;
   }
 }

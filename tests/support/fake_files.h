@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>
@@ -44,6 +45,8 @@ struct FakeFiles : Files {
   void failNext(FileOperation operation) { ++failures_[operation]; }
   std::set<std::string> locked;  // folders that let nobody look into them
   std::set<std::string> stuck;   // files that cannot be removed
+
+  std::function<void()> onEntry;  // of a listing, which takes its time
 
   std::string currentFolder = "X:\\Pavoline";
 

@@ -13,6 +13,12 @@ namespace pavoline::testing {
 
 // A machine in memory: one fake for each interface of the platform.
 struct FakePlatform {
+  FakePlatform() {
+    files.onEntry = [this] { time.pass(20); };  // milliseconds
+  }
+  FakePlatform(const FakePlatform&) = delete;
+  FakePlatform& operator=(const FakePlatform&) = delete;
+
   SimulatedTime time;
   FakeFiles files;
   FakeEnvironment environment{time};

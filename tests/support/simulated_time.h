@@ -23,6 +23,7 @@ class SimulatedTime {
   // The form watched first, the main window, has gone: waits should end.
   bool mainUnloaded() const { return !forms_.empty() && forms_.front()->unloaded(); }
 
+  void pass(long ms) { now_ += ms; }  // nothing is noticed until events are handled
   // Fires all that is due within this span, or until the main window has gone.
   void advance(long ms, bool whileMainStays = false);
   void advanceToNext();  // to the next thing that happens; throws when nothing ever will
