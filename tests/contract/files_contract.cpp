@@ -35,54 +35,46 @@ TEST_F(FilesContract, AFileTooLargeForOneReadIsReadInParts) {
   EXPECT_THAT(files_.readPart(path("huge.log"), kLargestRead - 1, 9), Optional(std::string("xy")));
 }
 
-TEST_F(FilesContract, NamesMayHoldWhatTheSystemAllows) {
-  for (const std::string name : {"a b&c%d%.txt", "\u00E4\u00F6\u4E0A\u6D77.wim", "it's (1) [x];.x",
-                                 "UPPER.TXT", ".hidden"}) {
+TEST_F(FilesContract, NamesMayHoldWhatTheSystemAllowsInAnyCase) {
+  for (const auto& [name, same] : {std::pair{"a b&c%d%.txt", "A B&C%D%.txt"},
+                                   {"\u00E4\u00F6\u4E0A\u6D77.wim", "\u00C4\u00D6\u4E0A\u6D77.WIM"},
+                                   {"it's (1) [x];.x", "IT'S (1) [X];.x"},
+                                   {".hidden", ".HIDDEN"}}) {
     EXPECT_TRUE(files_.write(path(name), name));
-    EXPECT_THAT(files_.read(path(name)), Optional(name));
+    EXPECT_THAT(files_.read(path(same)), Optional(std::string(name)));
   }
-  EXPECT_THAT(files_.read(path("upper.txt")), Optional(std::string("UPPER.TXT")));
-  EXPECT_THAT(files_.read(path("\u00C4\u00D6\u4E0A\u6D77.WIM")),
-              Optional(std::string("\u00E4\u00F6\u4E0A\u6D77.wim")));
 }
 
 TEST_F(FilesContract, WhatIsNotThereOrIsAFolderFails) {
-  EXPECT_TRUE(files_.createFolder(path("folder")));
+  EXPECT_TRUE(files_.createFolder(path("folder")) && files_.write(path("file"), "x"));
   EXPECT_FALSE(files_.createFolder(path("folder")) || files_.createFolder(path("no\\deeper")));
   EXPECT_TRUE(files_.isFolder(path("folder")) && files_.exists(path("folder\\")));
-  EXPECT_TRUE(files_.write(path("file"), "x"));
-  EXPECT_FALSE(files_.isFolder(path("file")) || files_.accessible(path("file")));
-  EXPECT_TRUE(files_.accessible(path("folder")) && !files_.accessible(path("missing")));
-  for (const char* there : {"folder", "file"}) EXPECT_FALSE(files_.create(path(there), "y"));
+  EXPECT_FALSE(files_.isFolder(path("file")) || files_.exists(path("missing")));
+  EXPECT_TRUE(files_.accessible(path("folder")));
+  EXPECT_FALSE(files_.accessible(path("file")) || files_.accessible(path("missing")));
+  EXPECT_TRUE(files_.create(path("new"), "y") && !files_.create(path("file"), "y"));
+  EXPECT_FALSE(files_.exists("") || files_.rename(path("missing"), path("file")));
   EXPECT_THAT(files_.read(path("file")), Optional(std::string("x")));
-  EXPECT_TRUE(files_.create(path("new"), "y"));
-  EXPECT_THAT(files_.read(path("new")), Optional(std::string("y")));
 
   for (const std::string name : {"missing", "no\\file", "folder"}) {
     SCOPED_TRACE(name);
-    EXPECT_EQ(files_.read(path(name)), std::nullopt);
-    EXPECT_EQ(files_.readPart(path(name), 0, 9), std::nullopt);
-    EXPECT_EQ(files_.size(path(name)), std::nullopt);
-    EXPECT_FALSE(files_.remove(path(name)) || files_.copy(path(name), path("copied")));
-    EXPECT_EQ(files_.fileVersion(path(name)), "");
+    EXPECT_FALSE(files_.read(path(name)) || files_.readPart(path(name), 0, 9));
+    EXPECT_FALSE(files_.size(path(name)) || files_.copy(path(name), path("copied")));
+    EXPECT_FALSE(files_.remove(path(name)) || files_.fileVersion(path(name)) != "");
     if (name == "missing") continue;
     EXPECT_FALSE(files_.write(path(name), "x") || files_.append(path(name), "x") ||
                  files_.create(path(name), "x"));
   }
-  EXPECT_FALSE(files_.exists(path("missing")) || files_.exists(""));
-  EXPECT_FALSE(files_.rename(path("missing"), path("file")));
-  EXPECT_TRUE(files_.exists(path("file")));
 }
 
 TEST_F(FilesContract, RenamingAndCopyingReplace) {
-  files_.write(path("a"), "first");
-  files_.write(path("b"), "second, longer");
-  EXPECT_TRUE(files_.copy(path("a"), path("b")));
-  EXPECT_THAT(files_.read(path("b")), Optional(std::string("first")));
-  files_.write(path("c"), "third");
-  EXPECT_TRUE(files_.rename(path("c"), path("b")));
-  EXPECT_FALSE(files_.exists(path("c")));
-  EXPECT_THAT(files_.read(path("b")), Optional(std::string("third")));
+  for (const bool moved : {false, true}) {
+    files_.write(path("a"), "first");
+    files_.write(path("b"), "second, longer");
+    EXPECT_TRUE(moved ? files_.rename(path("a"), path("b")) : files_.copy(path("a"), path("b")));
+    EXPECT_THAT(files_.read(path("b")), Optional(std::string("first")));
+    EXPECT_NE(files_.exists(path("a")), moved);
+  }
   EXPECT_TRUE(files_.remove(path("b")) && !files_.exists(path("b")));
 }
 
@@ -91,14 +83,12 @@ TEST_F(FilesContract, ACopyTellsItsProgressAndCanBeCancelled) {
   files_.write(path("big.wim"), bytes);
   std::uint64_t last = 0;
   int calls = 0;
-  EXPECT_TRUE(files_.copyWithProgress(path("big.wim"), path("copy.wim"),
-                                      [&](std::uint64_t done, std::uint64_t total) {
-                                        EXPECT_GE(done, last);
-                                        EXPECT_EQ(total, bytes.size());
-                                        last = done;
-                                        ++calls;
-                                        return true;
-                                      }));
+  const CopyProgress progress = [&](std::uint64_t done, std::uint64_t total) {
+    EXPECT_TRUE(done >= last && total == bytes.size());
+    last = done;
+    return ++calls > 0;
+  };
+  EXPECT_TRUE(files_.copyWithProgress(path("big.wim"), path("copy.wim"), progress));
   EXPECT_EQ(files_.read(path("copy.wim")), bytes);
   if (calls == 0) GTEST_SKIP() << "This system copies without telling its progress (Wine 8 does)";
   EXPECT_EQ(last, bytes.size());
@@ -123,7 +113,6 @@ TEST_F(FilesContract, AListingTellsWhatThePatternCoversUntilItIsStopped) {
   };
   EXPECT_THAT(names("*.wim"), UnorderedElementsAre("a.wim", "B.WIM", "sub.wim"));
   EXPECT_THAT(names("C?.ESD"), ElementsAre("c1.esd"));
-  EXPECT_THAT(names("c.esd"), ElementsAre("c.esd"));
   EXPECT_THAT(names("*"), UnorderedElementsAre(".", "..", "a.wim", "B.WIM", "c.esd", "c1.esd",
                                                "wim", "d.wim.txt", "sub.wim"));
   EXPECT_EQ(names("*.*"), names("*"));
@@ -189,12 +178,8 @@ TEST_F(FilesContract, ATreeIsDeletedWithAllItHolds) {
   files_.createFolder(path("tree"));
   files_.createFolder(path("tree\\sub folder"));
   files_.write(path("tree\\sub folder\\a.txt"), "x");
-  files_.write(path("other"), "x");
-  for (const char* name : {"tree", "other"}) {
-    EXPECT_TRUE(files_.deleteTree(path(name), kSilentNoQuestion));
-    EXPECT_FALSE(files_.exists(path(name)));
-  }
-  EXPECT_FALSE(files_.deleteTree(path("tree"), kSilentNoQuestion));
+  EXPECT_TRUE(files_.deleteTree(path("tree"), kSilentNoQuestion));
+  EXPECT_FALSE(files_.exists(path("tree")));
 }
 
 TEST_F(FilesContract, TheSystemsOwnFilesHaveAVersion) {

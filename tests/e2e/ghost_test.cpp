@@ -40,15 +40,22 @@ class Ghost : public OnTheBench {
 TEST_F(Ghost, BuildThatTakesALetter) { installs("10531", "@os:E:"); }
 TEST_F(Ghost, BuildThatTakesAnAddress) { installs("10532", "1:3"); }
 
-TEST_F(Ghost, DyingHalfWay) {
+TEST_F(Ghost, DyingHalfWayBesideAStrangersWindow) {
   faultsAsked_ = true;
   prepare("10531", "pace 10\ndie 57");
+  WNDCLASSW stranger{};
+  stranger.lpfnWndProc = DefWindowProcW;
+  stranger.lpszClassName = L"GhostScreen";
+  RegisterClassW(&stranger);
+  const HWND window = CreateWindowW(L"GhostScreen", L"Ghost - 99%", WS_OVERLAPPEDWINDOW, 0, 0, 50,
+                                    50, nullptr, nullptr, nullptr, nullptr);
   Person person;
   ASSERT_TRUE(person.opensImage(kGhostImage));
   person.startsAndConfirms();
-  EXPECT_EQ(person.hears(), text(kTextApplyFailed));
+  EXPECT_THAT(person.hears(), testing::HasSubstr(text(kTextApplyFailed)));
   EXPECT_TRUE(person.leftInPeace());
   EXPECT_THAT(toolsRun(), ElementsAre("ghost"));
+  DestroyWindow(window);
 }
 
 }  // namespace

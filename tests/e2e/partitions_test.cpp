@@ -11,7 +11,6 @@ namespace {
 
 struct TestVolume {
   std::string name, place, letters, fileSystem, label;
-  std::string printed;  // the label in the code page
 };
 
 struct TestDisk {
@@ -19,6 +18,9 @@ struct TestDisk {
   std::string size, model, script;
   std::vector<TestVolume> volumes;
 };
+
+// A label outside the code page, and as it is printed there.
+constexpr char kLabel[] = "D\u00e9j\u00e0 \uff02\u65e5", kPrinted[] = "D\xe9j\xe0 ??";
 
 constexpr char kEfi[] = "C12A7328-F81F-11D2-BA4B-00A0C93EC93B";
 constexpr char kMsr[] = "E3C9E316-0B5C-4DB8-817D-F92DF00215AE";
@@ -35,43 +37,42 @@ std::string manyPartitions() {
   return script;
 }
 
-// As the bench begins.
-const TestDisk kFirst = {0,
-                         "",
-                         "Bench Disk",
-                         "",
-                         {{"s", "0/1", "S", "FAT32", "", "System"},
-                          {"e", "0/3", "E", "NTFS", "", "Old Windows"},
-                          {"d", "0/4", "D", "NTFS", "", "Media"}}};
-
 const std::vector<TestDisk> kDisks = {
+    // The first is there as the bench begins.
+    {0,
+     "",
+     "Bench Disk",
+     "",
+     {{"s", "0/1", "S", "FAT32", "System"},
+      {"e", "0/3", "E", "NTFS", "Old Windows"},
+      {"d", "0/4", "D", "NTFS", "Media"}}},
     {1,
      "20G",
      "GPT Disk",
      "label: gpt\n" + part("100M", kEfi) + part("16M", kMsr) + part("18G", kBasic) +
          part("", kRecovery),
-     {{"gptesp", "1/1", "-", "FAT32", "ESP", "ESP"},
-      {"gptdata", "1/3", "K", "NTFS", "D\u00e9j\u00e0 \uff02\u65e5", "D\xe9j\xe0 ??"},
+     {{"gptesp", "1/1", "-", "FAT32", "ESP"},
+      {"gptdata", "1/3", "K", "NTFS", kLabel},
       // A second letter of the volume before it.
-      {"gptdata", "1/3", "KL", "NTFS", "D\u00e9j\u00e0 \uff02\u65e5", "D\xe9j\xe0 ??"}}},
+      {"gptdata", "1/3", "KL", "NTFS", kLabel}}},
     {2,
      "30G",
      "MBR Disk",
      "label: dos\n" + part("10G", "7", ", bootable") + part("", "f") + part("5G", "7") +
          part("3G", "b"),
-     {{"logical", "2/2", "M", "NTFS", "First logical", "First logical"}}},
+     {{"logical", "2/2", "M", "NTFS", "First logical"}}},
     {3, "-", "Empty Reader", "", {}},
-    {6, "1G", "Raw Disk", "", {{"raw", "6/0", "N", "-", "", ""}}},
-    {7, "1G", "Many", manyPartitions(), {{"last", "7/250", "O", "NTFS", "Last", "Last"}}},
-    {9, "3T", "Large", "label: gpt\n" + part("", kBasic), {{"large", "9/1", "P", "NTFS", "", ""}}},
+    {6, "1G", "Raw Disk", "", {{"raw", "6/0", "N", "-", ""}}},
+    {7, "1G", "Many", manyPartitions(), {{"last", "7/250", "O", "NTFS", "Last"}}},
+    {9, "3T", "Large", "label: gpt\n" + part("", kBasic), {{"large", "9/1", "P", "NTFS", ""}}},
     // The active partition is of the recovery type; a dynamic partition holds two volumes, of
     // which one goes on in the partition behind it.
     {10,
      "9G",
      "Dynamic",
      "label: dos\n" + part("1G", "27", ", bootable") + part("4G", "42") + part("", "42"),
-     {{"whole", "10/2+1048576", "Q", "NTFS", "Whole", "Whole"},
-      {"spanned", "10/2+2147483648,10/3+1048576", "R", "NTFS", "Spanned", "Spanned"}}}};
+     {{"whole", "10/2+1048576", "Q", "NTFS", "Whole"},
+      {"spanned", "10/2+2147483648,10/3+1048576", "R", "NTFS", "Spanned"}}}};
 
 std::string imageOf(const TestDisk& disk) {
   return benchFolder() + "/disks/" + std::to_string(disk.number) + ".disk";
@@ -91,12 +92,12 @@ std::string value(const std::string& line, const std::string& key) {
   return line.substr(begin, line.find_first_of(",\"} \n", begin) - begin);
 }
 
-std::string sizeText(const std::string& sectors) {
-  const unsigned long long hundredths =
-      std::stoull(sectors) * 512 * 100 >> (std::stoull(sectors) < (1u << 21) ? 20 : 30);
+std::string sizeText(unsigned long long sectors) {
+  const bool large = sectors >= 1u << 21;
+  const unsigned long long hundredths = sectors * 512 * 100 >> (large ? 30 : 20);
   char text[40];
   snprintf(text, sizeof text, "%llu.%02llu%s", hundredths / 100, hundredths % 100,
-           std::stoull(sectors) < (1u << 21) ? "MB" : "GB");
+           large ? "GB" : "MB");
   return text;
 }
 
@@ -128,21 +129,21 @@ void addLines(const TestDisk& disk, std::string& lines) {
         on.push_back(volume);
       }
     }
-    if (on.empty()) on.push_back({"", "", "-", "", "", ""});
+    if (on.empty()) on.push_back({"", "", "-", "", ""});
     for (const TestVolume& volume : on) {
       const std::string letter =
           volume.letters == "-" ? "" : volume.letters.substr(volume.letters.size() - 1) + ":";
       lines += std::to_string(disk.number + 1) + ":" + std::to_string(number) + "\t" + letter +
-               "\t" + sizeText(value(line, "size")) + "\t" + volume.fileSystem + "\t" +
-               kindOf(type, active, node) + "\t" + disk.model + "\t" + volume.printed + "\t" +
-               style + "\t" + (active ? "1" : "0") + "\r\n";
+               "\t" + sizeText(std::stoull(value(line, "size"))) + "\t" + volume.fileSystem + "\t" +
+               kindOf(type, active, node) + "\t" + disk.model + "\t" +
+               (volume.label == kLabel ? kPrinted : volume.label) + "\t" + style + "\t" +
+               (active ? "1" : "0") + "\r\n";
     }
   }
 }
 
 std::string tablesAsRead() {
   std::string lines;
-  addLines(kFirst, lines);
   for (const TestDisk& disk : kDisks) addLines(disk, lines);
   return lines;
 }
@@ -158,6 +159,7 @@ class Listing : public OnTheBench {};
 
 TEST_F(Listing, IsWhatThePartitionTablesSay) {
   for (const TestDisk& disk : kDisks) {
+    if (disk.size.empty()) continue;
     ASSERT_TRUE(
         shell("bash \"$1/bench\" disk \"$1\" \"$2\" \"$3\" \"$4\" <<<\"$5\"",
               {benchFolder(), std::to_string(disk.number), disk.size, disk.model, disk.script}));
@@ -174,7 +176,7 @@ TEST_F(Listing, IsWhatThePartitionTablesSay) {
   EXPECT_EQ(read("C:\\said"), "CxDir: \\\\.\\PhysicalDrive3 cannot be read (error 21)\r\n");
 
   ASSERT_TRUE(shell("sfdisk -q --delete \"$1\" 4 && sfdisk -q -a \"$1\" <<<\"$2\"",
-                    {imageOf(kDisks[0]), part("100M", kMsr)}));
+                    {imageOf(kDisks[1]), part("100M", kMsr)}));
   EXPECT_EQ(listed(), tablesAsRead());
 }
 

@@ -54,29 +54,16 @@ TEST_F(Sources, DroppedImageThenOneIsoAfterTheOther) {
                   "info --xml \"G:\\sources\\install.wim\"", "-D -m F:", "-D -m G:"));
 }
 
-TEST_F(Sources, IsosThatGiveNothingLeaveTheEarlierSource) {
+TEST_F(Sources, AnIsoWithoutAnImageLeavesTheEarlierSource) {
   place("install.iso", "D:\\good.iso");
   place("without-image.iso", "D:\\without.iso");
-  write("D:\\letter.iso", "this is no disc");
   Person person;
   person.main.window().dropFiles({"D:\\good.iso"});
   ASSERT_TRUE(serves(person, "F:\\sources\\install.wim"));
-
   person.main.window().dropFiles({"D:\\without.iso"});
   EXPECT_EQ(person.hears(), text(kTextNoImageInIso));
   EXPECT_TRUE(bench::answerFileDialog(person.main.program(), "", kPatience));
   EXPECT_TRUE(soon([&] { return story().back() == "-D -m G:"; }));
-  EXPECT_TRUE(serves(person, "F:\\sources\\install.wim"));
-
-  person.main.window().dropFiles({"D:\\letter.iso"});  // a drive without files, as on Windows
-  EXPECT_TRUE(soon([&] { return story().back() == "-a -m #: -f \"D:\\letter.iso\""; }));
-  EXPECT_TRUE(serves(person, "F:\\sources\\install.wim"));
-
-  faultsAsked_ = true;
-  bench::setFaults("imdisk", "fail 1");
-  person.main.window().dropFiles({"D:\\letter.iso"});
-  EXPECT_EQ(person.hears(), text(kTextMountFailed));
-  EXPECT_TRUE(person.leftInPeace());
   EXPECT_TRUE(serves(person, "F:\\sources\\install.wim"));
 }
 
@@ -96,12 +83,8 @@ TEST_F(Sources, SearchStoppedHalfWayAndAPick) {
   person.main.search().click();
   ASSERT_TRUE(
       soon([&] { return person.main.status().text() == text(kTextSearching, "%n%", "1"); }));
-  EXPECT_EQ(person.main.search().text(), text(kTextStop));
   person.main.search().click();
   Window list = person.sees("ImageList");
-  EXPECT_TRUE(soon([&] {
-    return person.main.status().text() == text(kTextSearchDone, "%n%", "1");
-  })) << person.main.status().text();
   EXPECT_THAT(list.childOfClass("SysListView32").rows(), SizeIs(1));
   person.presses(list, text(kTextCancel));
 

@@ -63,7 +63,7 @@ TEST(WimSetup, KeepsThePartitionWhenToldToAndCopiesNoEsd) {
 }
 
 TEST(WimSetup, FormatsNothingWhenItsFilesCannotBeWritten) {
-  const auto full = [](InstallShop& w) { w.files.full("C:\\Windows\\temp"); };
+  const auto full = [](InstallShop& w) { w.files.noRoom = "C:\\Windows\\temp"; };
   using Spoil = std::function<void(InstallShop&)>;
   for (const auto& [spoil, code, heard] :
        std::initializer_list<std::tuple<Spoil, int, const char*>>{

@@ -147,7 +147,7 @@ TEST(CheckAgain, WritesNothingWhenItIsNotTheConfirmedVolume) {
       {"M5 E:", Listed("\tE:\t", "\tF:\t")},
       {"M5 E:", [](InstallShop& w) { w.partitionLines = ""; }},
       {"M5 E:", [](InstallShop& w) { w.processes.failNextStarts = 2; }},
-      {"M5 E:", [](InstallShop& w) { w.files.full("C:\\Windows\\temp"); }},
+      {"M5 E:", [](InstallShop& w) { w.files.noRoom = "C:\\Windows\\temp"; }},
       {"S11", [](InstallShop& w) { w.files.drop(w.plan.source); }}};
   for (const auto& [message, spoil] : cases) {
     for (const ImageKind kind : {ImageKind::kWim, ImageKind::kGho}) {

@@ -83,7 +83,7 @@ TEST(AnswerFile, TheImagesOwnStaysAndAFullVolumeIsSaid) {
   EXPECT_EQ(own.written(), "the image's own");
   EXPECT_NE(own.form.status.text(), "S38");
   AnswerShop full;
-  full.files.full("E:");
+  full.files.noRoom = "E:";
   full.written();
   EXPECT_FALSE(full.files.exists(kTarget));
   EXPECT_TRUE(full.said("S78 " + kTarget));

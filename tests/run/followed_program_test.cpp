@@ -15,10 +15,14 @@ constexpr char kLog[] = "D:\\tool.log";
 // itself ends after three.
 struct Followed : ::testing::Test, Workshop {
   Followed() {
-    processes.onStart("first", [](ToolRun& run) { run.endsAt(1000); });
-    processes.onStart("tool", [](ToolRun& run) { run.endsAt(1000); });
-    processes.onStart("last", [](ToolRun& run) { run.endsAt(1000), run.exits(7); });
-    program = StartBatch(session, "first\r\ntool\r\nlast", {"job", "tool.exe", kLog});
+    processes.onStart("tool", [this](ToolRun& run) {
+      run.image = "starting.exe";
+      run.does(1000, [this] { tool = processes.alreadyRunning("tool.exe"); });
+      run.does(2000, [this] { processes.terminate(tool); });
+      run.endsAt(3000);
+      run.exits(7);
+    });
+    program = StartBatch(session, "tool", {"job", "tool.exe", kLog});
   }
   Sign lookAt(long ms, bool begun = false) {
     run(ms - time.now());
@@ -32,6 +36,7 @@ struct Followed : ::testing::Test, Workshop {
     }
     return -1;
   }
+  std::uint32_t tool = 0;
   std::optional<FollowedProgram> program;
 };
 
@@ -51,6 +56,7 @@ TEST_F(Followed, HasEndedWithoutBeingListed) {
   EXPECT_EQ(lookAt(500, true), Sign::kEnded);  // its log told that it was there
 
   run(3000);
+  processes.onStart("first", [](ToolRun& run) { run.endsAt(1000); });
   program = StartBatch(session, "first", {"job", "tool.exe", kLog});
   EXPECT_EQ(lookAt(4000), Sign::kUnknown);
   EXPECT_EQ(lookAt(4600), Sign::kEnded);  // nobody is left to start it

@@ -23,13 +23,10 @@ struct FakeDialogs : Dialogs {
     MessageLimit limit;
   };
   std::vector<Shown> messages;
-  std::deque<int> answers;  // to the next messages, whatever they say
-  void answerTo(const std::string& partOfText, int answer) {  // every time
-    standing_.emplace_back(partOfText, answer);
-  }
+  std::deque<int> answers;                      // to the next messages, whatever they say
   std::function<void(const Shown&)> onMessage;  // while the message is open
   long messageMs = 0;                           // how long each stays open; timers go on
-  // Messages that no answer was told for end by their limit; one without a limit is a fault.
+  // Messages end by their limit; one without a limit is a fault.
   bool nobodyThere = false;
 
   std::deque<std::string> files, savedFiles, folders;  // the next choices; empty: cancelled
@@ -39,25 +36,37 @@ struct FakeDialogs : Dialogs {
   std::deque<std::function<void(Form&)>> modals;
   std::vector<std::string> shownForms;  // names
 
-  bool canOpenDocuments = true;
   std::vector<std::string> documents;
 
   int message(const std::string& text, int flags, const std::string& title,
               const MessageLimit& limit) override;
-  std::string openFile(const FileRequest& request) override;
-  std::string saveFile(const FileRequest& request) override;
-  std::string chooseFolder(const std::string& title, const std::string& initialFolder) override;
+  std::string openFile(const FileRequest& request) override {
+    openRequests.push_back(request);
+    return next(files, {});
+  }
+  std::string saveFile(const FileRequest& request) override {
+    saveRequests.push_back(request);
+    return next(savedFiles, {});
+  }
+  std::string chooseFolder(const std::string&, const std::string&) override {
+    return next(folders, {});
+  }
   void showModal(Form& form) override;
   bool openDocument(const std::string& pathOrAddress) override {
     documents.push_back(pathOrAddress);
-    return canOpenDocuments;
+    return true;
   }
 
  private:
-  std::optional<int> told(const std::string& text);  // the answer, if there is one
+  template <class T>
+  static T next(std::deque<T>& queue, T otherwise) {
+    if (queue.empty()) return otherwise;
+    otherwise = std::move(queue.front());
+    queue.pop_front();
+    return otherwise;
+  }
 
   SimulatedTime& time_;
-  std::vector<std::pair<std::string, int>> standing_;
 };
 
 }  // namespace pavoline::testing

@@ -4,17 +4,17 @@
 
 #include "platform/paths.h"
 #include "platform/text.h"
-#include "support/fold_case.h"
+#include "support/fake_text.h"
 
 namespace pavoline::testing {
 namespace {
 
-bool Matches(std::u32string_view pattern, std::u32string_view name) {
+bool Matches(std::wstring_view pattern, std::wstring_view name) {
   if (pattern.empty()) return name.empty();
-  if (pattern[0] == U'*') {
+  if (pattern[0] == L'*') {
     return Matches(pattern.substr(1), name) || (!name.empty() && Matches(pattern, name.substr(1)));
   }
-  return !name.empty() && (pattern[0] == U'?' || pattern[0] == name[0]) &&
+  return !name.empty() && (pattern[0] == L'?' || pattern[0] == name[0]) &&
          Matches(pattern.substr(1), name.substr(1));
 }
 
@@ -74,16 +74,13 @@ FakeFiles::Node* FakeFiles::find(const std::string& path) {
 
 std::string FakeFiles::derivedShortName(const std::string& parentKey,
                                         const std::string& name) const {
-  const auto dot = name.rfind('.');
-  const std::string base = name.substr(0, dot);
-  const std::string extension = dot == std::string::npos ? "" : name.substr(dot + 1);
-  const bool plain = base.size() <= 8 && extension.size() <= 3 &&
-                     ShortLetters(base) == Upper(base) &&
-                     ShortLetters(extension) == Upper(extension);
-  if (plain) return name;
+  const auto dot = std::min(name.rfind('.'), name.size());
+  const std::string base = ShortLetters(name.substr(0, dot));
+  const std::string extension =
+      dot < name.size() ? "." + ShortLetters(name.substr(dot + 1)) : std::string();
+  if (base.size() <= 8 && extension.size() <= 4 && base + extension == Upper(name)) return name;
   for (int n = 1;; ++n) {
-    std::string candidate = ShortLetters(base).substr(0, 6) + "~" + std::to_string(n);
-    if (!extension.empty()) candidate += "." + ShortLetters(extension).substr(0, 3);
+    std::string candidate = base.substr(0, 6) + "~" + std::to_string(n) + extension.substr(0, 4);
     const bool taken = std::any_of(nodes_.begin(), nodes_.end(), [&](const auto& entry) {
       return ParentFolder(entry.first) == parentKey && entry.second.shortName == candidate;
     });
@@ -105,21 +102,11 @@ FakeFiles::Node& FakeFiles::make(const std::string& path, bool folder) {
   return it->second;
 }
 
-void FakeFiles::put(const std::string& path, const std::string& content) {
-  Node& node = make(path, false);
-  node.content = content;
-  node.size.reset();
-}
-
-void FakeFiles::attributes(const std::string& path, std::uint32_t word) {
-  make(path, (word & kFolderAttribute) != 0).attributes = word;
-}
-
-void FakeFiles::drop(const std::string& path) {
+bool FakeFiles::drop(const std::string& path) {
   const std::string gone = key(path);
-  std::erase_if(nodes_, [&](const auto& entry) {
-    return entry.first == gone || LiesBelow(entry.first, gone);
-  });
+  return std::erase_if(nodes_, [&](const auto& entry) {
+           return entry.first == gone || LiesBelow(entry.first, gone);
+         }) > 0;
 }
 
 void FakeFiles::moveDrive(const std::string& from, const std::string& to) {
@@ -137,21 +124,6 @@ std::vector<std::string> FakeFiles::below(const std::string& folder) {
     if (LiesBelow(path, key(folder)) && !node.folder) result.push_back(path);
   }
   return result;
-}
-
-bool FakeFiles::fails(FileOperation operation) {
-  int& left = failures_[operation];
-  return left > 0 && left-- > 0;
-}
-
-bool FakeFiles::writable(const std::string& path) const {
-  const auto parent = nodes_.find(ParentFolder(key(path)));
-  return parent != nodes_.end() && parent->second.folder;
-}
-
-bool FakeFiles::isFull(const std::string& path) const {
-  return std::any_of(fullFolders.begin(), fullFolders.end(),
-                     [&](const std::string& folder) { return LiesBelow(key(path), folder); });
 }
 
 bool FakeFiles::names(const std::set<std::string>& paths, const std::string& path) const {
@@ -196,8 +168,7 @@ bool FakeFiles::write(const std::string& path, const std::string& bytes) {
 }
 
 bool FakeFiles::append(const std::string& path, const std::string& bytes) {
-  if (isFolder(path) || !writable(path)) return false;
-  if (isFull(path)) return false;
+  if (isFolder(path) || !writable(path) || isFull(path)) return false;
   make(path, false).content += bytes;
   return true;
 }
@@ -205,7 +176,7 @@ bool FakeFiles::append(const std::string& path, const std::string& bytes) {
 std::optional<std::uint64_t> FakeFiles::size(const std::string& path) {
   const Node* node = find(path);
   if (!node || node->folder) return std::nullopt;
-  return node->size.value_or(node->content.size());
+  return node->bytes();
 }
 
 bool FakeFiles::remove(const std::string& path) {
@@ -226,13 +197,7 @@ bool FakeFiles::rename(const std::string& from, const std::string& to) {
 }
 
 bool FakeFiles::createFolder(const std::string& path) {
-  if (exists(path) || !writable(path)) return false;
-  make(path, true);
-  return true;
-}
-
-bool FakeFiles::copy(const std::string& from, const std::string& to) {
-  return copyWithProgress(from, to, [](std::uint64_t, std::uint64_t) { return true; });
+  return !exists(path) && writable(path) && make(path, true).folder;
 }
 
 bool FakeFiles::copyWithProgress(const std::string& from, const std::string& to,
@@ -240,7 +205,7 @@ bool FakeFiles::copyWithProgress(const std::string& from, const std::string& to,
   const Node* source = find(from);
   if (fails(FileOperation::kCopy) || !source || source->folder || isFolder(to)) return false;
   if (!writable(to) || isFull(to)) return false;
-  const std::uint64_t total = source->size.value_or(source->content.size());
+  const std::uint64_t total = source->bytes();
   for (unsigned step = 1; step <= 4; ++step) {
     if (!progress(total * step / 4, total)) return false;  // leaves nothing
   }
@@ -261,8 +226,7 @@ void FakeFiles::list(const std::string& pattern, const EntryVisitor& visit) {
   for (const auto& [path, node] : nodes_) {
     if (ParentFolder(path) != parent) continue;
     if (!matches(FileName(path)) && !(shortNames && matches(Lower(node.shortName)))) continue;
-    entries.push_back(
-        {node.name, node.attributes, node.size.value_or(node.content.size()), "2024-05-06 07:08"});
+    entries.push_back({node.name, node.attributes, node.bytes(), "2024-05-06 07:08"});
   }
   for (const FileEntry& entry : entries) {
     if (onEntry) onEntry();
@@ -279,12 +243,6 @@ std::string FakeFiles::shortPath(const std::string& path) {
     result += (result.empty() ? "" : "\\") + (shortNames ? node->shortName : node->name);
   }
   return path.ends_with('\\') ? result + "\\" : result;
-}
-
-bool FakeFiles::deleteTree(const std::string& path, unsigned) {
-  if (!exists(path)) return false;
-  drop(path);
-  return true;
 }
 
 }  // namespace pavoline::testing

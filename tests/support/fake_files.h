@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/files.h"
+#include "platform/paths.h"
 
 namespace pavoline::testing {
 
@@ -17,15 +18,21 @@ enum class FileOperation { kWrite, kRename, kCopy };  // kWrite: also creating
 // Tests build and look at it with the methods of the first part, the program uses the second.
 struct FakeFiles : Files {
   void folder(const std::string& path) { make(path, true); }  // with all that lies above it
-  void put(const std::string& path, const std::string& content = "");
+  void put(const std::string& path, const std::string& content = "") {
+    Node& node = make(path, false);
+    node.content = content;
+    node.size.reset();
+  }
   void sized(const std::string& path, std::uint64_t bytes) {  // a large file without its content
     make(path, false).size = bytes;
   }
   void version(const std::string& path, const std::string& number) {  // file is made if missing
     make(path, false).version = number;
   }
-  void attributes(const std::string& path, std::uint32_t word);
-  void drop(const std::string& path);  // a file or folder with all below it; none is no fault
+  void attributes(const std::string& file, std::uint32_t word) {
+    make(file, false).attributes = word;
+  }
+  bool drop(const std::string& path);  // a file or folder with all below it
   void moveDrive(const std::string& from, const std::string& to);  // "C:" and all on it
   std::string text(const std::string& path) {  // content; empty for a missing file
     const Node* node = find(path);
@@ -33,9 +40,8 @@ struct FakeFiles : Files {
   }
   std::vector<std::string> below(const std::string& folder);  // paths of all files, in order
 
-  bool shortNames = true;             // false: volumes keep none
-  std::set<std::string> fullFolders;  // as given to `full`
-  void full(const std::string& folder) { fullFolders.insert(key(folder)); }
+  bool shortNames = true;       // false: volumes keep none
+  std::string noRoom = "none";  // folder or drive below which no byte finds room
   void failNext(FileOperation operation) { ++failures_[operation]; }
   std::set<std::string> locked;  // folders that let nobody look into them
   std::set<std::string> stuck;   // files that cannot be removed
@@ -63,7 +69,9 @@ struct FakeFiles : Files {
   bool remove(const std::string& path) override;
   bool rename(const std::string& from, const std::string& to) override;
   bool createFolder(const std::string& path) override;
-  bool copy(const std::string& from, const std::string& to) override;
+  bool copy(const std::string& from, const std::string& to) override {
+    return copyWithProgress(from, to, [](std::uint64_t, std::uint64_t) { return true; });
+  }
   bool copyWithProgress(const std::string& from, const std::string& to,
                         const CopyProgress& progress) override;
   void list(const std::string& pattern, const EntryVisitor& visit) override;
@@ -77,7 +85,7 @@ struct FakeFiles : Files {
     currentFolder = absolute(path);
     return true;
   }
-  bool deleteTree(const std::string& path, unsigned flags) override;
+  bool deleteTree(const std::string& path, unsigned) override { return exists(path) && drop(path); }
 
  private:
   struct Node {
@@ -87,6 +95,7 @@ struct FakeFiles : Files {
     std::optional<std::uint64_t> size;  // when it is not the content's
     std::uint32_t attributes = 0;
     std::string version;
+    std::uint64_t bytes() const { return size.value_or(content.size()); }
   };
 
   std::string absolute(const std::string& path) const;
@@ -94,9 +103,9 @@ struct FakeFiles : Files {
   Node* find(const std::string& path);
   Node& make(const std::string& path, bool folder);
   std::string derivedShortName(const std::string& parentKey, const std::string& name) const;
-  bool fails(FileOperation operation);
-  bool writable(const std::string& path) const;  // its folder is there and takes changes
-  bool isFull(const std::string& path) const;
+  bool fails(FileOperation operation) { return failures_[operation] > 0 && failures_[operation]--; }
+  bool writable(const std::string& path) { return isFolder(ParentFolder(key(path))); }
+  bool isFull(const std::string& path) const { return key(path).starts_with(key(noRoom) + "\\"); }
   bool names(const std::set<std::string>& paths, const std::string& path) const;
 
   std::map<std::string, Node> nodes_;  // by key

@@ -1,23 +1,10 @@
 #include "support/fake_machine.h"
 
-#include "support/fold_case.h"
-
 namespace pavoline::testing {
 
-std::string FakeEnvironment::variable(const std::string& name) {
-  const auto it = variables.find(Lower(name));
-  return it == variables.end() ? std::string() : it->second;
-}
-
 LocalTime FakeEnvironment::now() {
-  const int seconds = static_cast<int>(time_.now() / 1000);
-  return {2024,
-          5,
-          6,
-          seconds / 3600 % 24,
-          seconds / 60 % 60,
-          seconds % 60,
-          static_cast<int>(time_.now() % 1000)};
+  const int ms = static_cast<int>(time_.now()), seconds = ms / 1000;
+  return {2024, 5, 6, seconds / 3600 % 24, seconds / 60 % 60, seconds % 60, ms % 1000};
 }
 
 double FakeEnvironment::random() {
@@ -49,54 +36,50 @@ void FakeDrives::add(const std::string& drive, int type, std::optional<VolumePos
 void FakeDrives::wipe(const std::string& drive) {
   files_.drop(drive);
   files_.folder(drive + "\\");
-  const auto it = drives_.find(Upper(drive.substr(0, 2)));
-  if (it != drives_.end()) it->second.volume.serial += 0x100;
+  drives_[Upper(drive)].volume.serial += 0x100;
 }
 
-std::string FakeDrives::placeForLetterless() const {
+std::string FakeDrives::freeDigit() const {
   std::string drive = "1:";
-  while (letterless_.contains(drive)) ++drive[0];
+  while (drives_.contains(drive)) ++drive[0];
   return drive;
 }
 
 std::string FakeDrives::addLetterless(VolumePosition position) {
-  const std::string drive = placeForLetterless();
-  files_.folder(drive + "\\");
-  letterless_[drive] = {kDriveFixed, position, 100ull << 20, DefaultFacts(drive, position)};
+  const std::string drive = freeDigit();
+  add(drive, kDriveFixed, position);
   return drive;
 }
 
 bool FakeDrives::assignLetter(const VolumePosition& position, const std::string& drive) {
-  letterCalls.push_back("assign " + drive + " " + std::to_string(position.disk) + " " +
-                        std::to_string(position.partition));
-  if (refusesLetters || find(drive)) return false;
-  for (const auto& [name, facts] : letterless_) {
-    if (facts.position->disk != position.disk || facts.position->partition != position.partition) {
-      continue;
+  const auto [disk, partition] = position;
+  letterCalls.push_back("assign " + drive + " " + std::to_string(disk) + " " +
+                        std::to_string(partition));
+  for (const auto& [name, facts] : drives_) {
+    const auto& at = facts.position;
+    if (name < "A" && at && at->disk == disk && at->partition == partition) {
+      return move(std::string(name), drive);
     }
-    move(letterless_, std::string(name), drives_, Upper(drive));
-    return true;
   }
   return false;
 }
 
 bool FakeDrives::removeLetter(const std::string& drive) {
   letterCalls.push_back("remove " + drive);
-  if (refusesLetters || !find(drive)) return false;
-  move(drives_, Upper(drive), letterless_, placeForLetterless());
-  return true;
+  return move(Upper(drive), freeDigit());
 }
 
-void FakeDrives::move(Table& from, const std::string& drive, Table& to,
-                      const std::string& newDrive) {
-  files_.moveDrive(drive, newDrive);
-  to[newDrive] = from.at(drive);
-  from.erase(drive);
+bool FakeDrives::move(const std::string& from, const std::string& to) {
+  if (refusesLetters || !drives_.contains(from) || drives_.contains(to)) return false;
+  files_.moveDrive(from, to);
+  drives_[to] = drives_[from];
+  return drives_.erase(from) > 0;
 }
 
-const FakeDrives::Facts* FakeDrives::find(const std::string& drive) const {
+const FakeDrives::Facts& FakeDrives::find(const std::string& drive) const {
+  static const Facts none;
   const auto it = drives_.find(Upper(drive.substr(0, 2)));
-  return it == drives_.end() ? nullptr : &it->second;
+  return it == drives_.end() ? none : it->second;
 }
 
 std::vector<ForeignWindow> FakeForeignWindows::find(std::string Window::*field,
@@ -106,10 +89,6 @@ std::vector<ForeignWindow> FakeForeignWindows::find(std::string Window::*field,
     if (all[i].open && Lower(all[i].*field) == Lower(value)) result.push_back(i + 1);
   }
   return result;
-}
-
-std::string FakeForeignWindows::title(ForeignWindow window) {
-  return isOpen(window) ? Encode(Decode(at(window).title).substr(0, 254)) : std::string();
 }
 
 }  // namespace pavoline::testing

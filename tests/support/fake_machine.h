@@ -12,7 +12,7 @@
 #include "platform/foreign_windows.h"
 #include "platform/taskbar.h"
 #include "support/fake_files.h"
-#include "support/fold_case.h"
+#include "support/fake_text.h"
 #include "support/simulated_time.h"
 
 namespace pavoline::testing {
@@ -22,24 +22,22 @@ struct FakeEnvironment : Environment {
 
   std::map<std::string, std::string> variables;  // names in lower case
   std::vector<std::string> commandLine = {"X:\\Pavoline\\Pavoline.exe"};
-  std::string folder = "X:\\Pavoline";
   bool is64Bit = false;
-  unsigned system = 1033, thread = 1033;
-  std::set<std::string> fonts = {"Segoe UI", "Tahoma"};
+  unsigned thread = 1033;
   std::deque<double> randoms;  // the next numbers; 0.5 when none is left
   int reseeds = 0;
 
-  std::string variable(const std::string& name) override;
+  std::string variable(const std::string& name) override { return variables[Lower(name)]; }
   void setVariable(const std::string& name, const std::string& value) override {
     variables[Lower(name)] = value;
   }
   std::vector<std::string> arguments() override { return commandLine; }
-  std::string programFolder() override { return folder; }
+  std::string programFolder() override { return "X:\\Pavoline"; }
   bool is64BitProcess() override { return is64Bit; }
-  unsigned systemLocale() override { return system; }
+  unsigned systemLocale() override { return 1033; }
   unsigned threadLocale() override { return thread; }
   void setThreadLocale(unsigned locale) override { thread = locale; }
-  bool fontExists(const std::string& name) override { return fonts.contains(name); }
+  bool fontExists(const std::string& name) override { return name == "Tahoma"; }
   LocalTime now() override;  // 2024-05-06 00:00:00 and the simulated time
   std::uint64_t milliseconds() override { return static_cast<std::uint64_t>(time_.now()); }
   void reseedRandom() override { ++reseeds; }
@@ -71,39 +69,30 @@ struct FakeDrives : Drives {
   std::vector<std::string> letterCalls;  // "assign Z: 1 2", "remove Z:", also those refused
   bool refusesLetters = false;
 
-  int type(const std::string& drive) override {
-    const Facts* facts = find(drive);
-    return facts ? facts->type : kDriveNoRoot;
-  }
+  int type(const std::string& drive) override { return find(drive).type; }
   std::optional<std::uint64_t> freeBytes(const std::string& drive) override {
-    const Facts* facts = find(drive);
-    return facts ? std::optional(facts->free) : std::nullopt;
+    return find(drive).free;
   }
   std::optional<VolumePosition> position(const std::string& drive) override {
-    const Facts* facts = find(drive);
-    return facts ? facts->position : std::nullopt;
+    return find(drive).position;
   }
-  VolumeFacts facts(const std::string& drive) override {
-    const Facts* facts = find(drive);
-    return facts ? facts->volume : VolumeFacts();
-  }
+  VolumeFacts facts(const std::string& drive) override { return find(drive).volume; }
   bool assignLetter(const VolumePosition& position, const std::string& drive) override;
   bool removeLetter(const std::string& drive) override;
 
  private:
   struct Facts {
-    int type = kDriveFixed;
+    int type = kDriveNoRoot;
     std::optional<VolumePosition> position;
-    std::uint64_t free = 0;
+    std::optional<std::uint64_t> free;
     VolumeFacts volume;
   };
-  using Table = std::map<std::string, Facts>;
-  const Facts* find(const std::string& drive) const;
-  std::string placeForLetterless() const;
-  void move(Table& from, const std::string& drive, Table& to, const std::string& newDrive);
+  const Facts& find(const std::string& drive) const;
+  std::string freeDigit() const;
+  bool move(const std::string& from, const std::string& to);
 
   FakeFiles& files_;
-  Table drives_, letterless_;
+  std::map<std::string, Facts> drives_;  // by letter, those without one by a digit
 };
 
 struct FakeForeignWindows : ForeignWindows {
@@ -132,7 +121,9 @@ struct FakeForeignWindows : ForeignWindows {
   std::uint32_t processOf(ForeignWindow window) override {
     return isOpen(window) ? at(window).process : 0;
   }
-  std::string title(ForeignWindow window) override;
+  std::string title(ForeignWindow window) override {
+    return isOpen(window) ? at(window).title : std::string();
+  }
   void hide(ForeignWindow window) override {
     if (isOpen(window)) at(window).hidden = true;
   }
@@ -148,12 +139,11 @@ struct FakeForeignWindows : ForeignWindows {
 };
 
 struct FakeTaskbar : Taskbar {
-  bool available = true;  // what `create` answers
   bool created = false;
   std::vector<int> values;  // percent of the total
   std::vector<TaskbarState> states;
 
-  bool create() override { return created = available; }
+  bool create() override { return created = true; }
   void setProgressValue(int completed, int total) override {
     if (created && total > 0) values.push_back(completed * 100 / total);
   }

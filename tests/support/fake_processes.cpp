@@ -6,7 +6,7 @@
 
 #include "platform/paths.h"
 #include "platform/text.h"
-#include "support/fold_case.h"
+#include "support/fake_text.h"
 
 namespace pavoline::testing {
 namespace {
@@ -41,22 +41,14 @@ std::string BatchOf(const std::string& command) {
   return EndsWith(Lower(path), ".bat") ? path : std::string();
 }
 
-// A command that is none of the interpreter's own, which leave the exit code as it is.
-bool IsProgram(const std::string& line) {
-  const std::string word = Lower(ProgramOf(line));
-  return word != "echo" && word != "@echo" && word != "del" && word != "rem";
-}
-
 std::string ImageOf(const std::string& command) {
   const std::string name = FileName(ProgramOf(Inner(command)));
   return name.find('.') == std::string::npos ? name + ".exe" : name;
 }
 
-// The file after the last ">" that does not join two streams ("2>&1").
+// The file after ">".
 std::string OutputOf(const std::string& line) {
-  auto sign = line.rfind('>');
-  if (sign != std::string::npos && line.compare(sign, 2, ">&") == 0)
-    sign = line.rfind('>', sign - 1);
+  const auto sign = line.rfind('>');
   return sign == std::string::npos ? std::string() : ProgramOf(line.substr(sign + 1));
 }
 
@@ -95,14 +87,6 @@ void ToolRun::appends(long ms, const std::string& file, const std::string& text)
   });
 }
 
-void ToolRun::print(long ms, const std::string& text) {
-  appends(ms, output.empty() && !errorsOnly_ ? errors_ : output, text);
-}
-
-void ToolRun::complain(long ms, const std::string& text) {
-  appends(ms, Contains(line, "2>&1") ? output : errors_, text);
-}
-
 void ToolRun::does(long ms, std::function<void()> action) {
   endsAt(ms);
   steps_.emplace(ms, [action = std::move(action)](FakeFiles&) { action(); });
@@ -124,11 +108,6 @@ const FakeProcesses::Behaviour* FakeProcesses::behaviourFor(const std::string& l
     if (Contains(lower, it->first)) return &it->second;
   }
   return nullptr;
-}
-
-std::uint32_t FakeProcesses::add(Process process) {
-  processes_[nextId_] = std::move(process);
-  return nextId_++;
 }
 
 // As the interpreter reads a line of a batch file: "%%" is a percent sign, "%name%" a variable, a
@@ -154,50 +133,55 @@ bool FakeProcesses::programMissing(const std::string& line) const {
   return rooted && !files_.exists(program) && !files_.exists(program + ".exe");
 }
 
-std::shared_ptr<FakeProcesses::Job> FakeProcesses::makeJob(const StartRequest& request) {
-  auto job = std::make_shared<Job>();
-  const std::string batch = BatchOf(request.commandLine);
-  job->batch = !batch.empty();
-  job->programGiven = !request.program.empty();
-  job->errorsOnly = request.errorsOnly;
-  job->lines = job->batch ? Split(ReplaceAll(files_.text(batch), "\r\n", "\n"), "\n")
-                          : std::vector<std::string>{request.commandLine};
-  if (files_.isFolder(ParentFolder(request.outputFile)) && !files_.isFolder(request.outputFile)) {
-    job->outputFile = request.outputFile;
-    files_.put(job->outputFile);
-  }
-  job->id = job->batch ? add({"cmd.exe", job, true}) : nextId_++;
-  return job;
-}
-
 std::unique_ptr<StartedProgram> FakeProcesses::start(const StartRequest& request) {
-  started.push_back({request.commandLine, request.mode, files_.text(BatchOf(request.commandLine)),
-                     redirectionOffDepth > 0, time_.now(), request.program, request.outputFile});
-  if (failNextStarts > 0) {
-    --failNextStarts;
-    return nullptr;
+  const std::string& command = request.commandLine;
+  const std::string batch = BatchOf(command), script = files_.text(batch);
+  started.push_back(
+      {command, request.mode, script, redirectionOffDepth > 0, time_.now(), request.program});
+  if (failNextStarts > 0 && failNextStarts-- > 0) return nullptr;
+  const bool given = !request.program.empty();
+  if (given ? !files_.exists(request.program) : programMissing(command)) return nullptr;
+
+  ToolRun run;
+  run.line = batch.empty() ? command : expand(script.substr(0, script.find("\r\n")));
+  run.image = ImageOf(run.line);
+  if (!batch.empty() || IsInterpreted(command)) run.output = OutputOf(run.line);
+  if (files_.isFolder(ParentFolder(request.outputFile))) run.errors_ = request.outputFile;
+  for (const std::string& file : {run.output, run.errors_}) {
+    if (!file.empty()) files_.put(file);
   }
-  const std::string& program = request.program;
-  if (program.empty() ? programMissing(request.commandLine) : !files_.exists(program)) {
-    return nullptr;
-  }
-  const auto job = makeJob(request);
-  runNextLine(job);
+  ran.push_back(run.line);
+  const auto job = std::make_shared<Job>(Job{nextId_++});
+  if (!batch.empty()) processes_[job->id] = {"cmd.exe", job};
+  runTool(job, run, !batch.empty());
   return std::make_unique<Handle>(*this, job);
 }
 
-void FakeProcesses::runNextLine(const std::shared_ptr<Job>& job) {
-  while (job->running && !job->lines.empty()) {
-    const std::string line = job->lines.front();
-    job->lines.erase(job->lines.begin());
-    if (!Trim(line).empty() && runLine(job, line)) return;
+void FakeProcesses::runTool(const std::shared_ptr<Job>& job, ToolRun& run, bool inBatch) {
+  constexpr std::uint32_t kNoSuchCommand = 9009;
+  if (inBatch && programMissing(run.line)) return end(*job, kNoSuchCommand);
+  const Behaviour* behaviour = behaviourFor(run.line);
+  if (!behaviour) return end(*job, 0);
+  const Behaviour act = *behaviour;  // it may register others
+  act(run);
+  const std::uint32_t id = inBatch ? nextId_++ : job->id;
+  processes_[id] = {run.image, job};
+  for (const auto& [ms, step] : run.steps_) {
+    time_.after(ms, [this, id, action = step] {
+      if (processes_.contains(id)) action(files_);
+    });
   }
-  std::erase_if(processes_, [&](const auto& entry) { return entry.second.job == job; });
-  end(*job);
+  if (run.endless_) return;
+  time_.after(run.end_, [this, id, job, code = run.code_] {
+    if (processes_.erase(id) > 0) end(*job, code);
+  });
 }
 
-void FakeProcesses::end(Job& job) {
+// Of an interpreter too, when it was its program that ended.
+void FakeProcesses::end(Job& job, std::uint32_t code) {
+  processes_.erase(job.id);
   if (!std::exchange(job.running, false)) return;
+  job.code = code;
   for (const auto& action : job.whenEnded) call(action);
 }
 
@@ -208,57 +192,14 @@ void FakeProcesses::call(const std::weak_ptr<std::function<void()>>& action) {
   });
 }
 
-// True when a program now runs for it.
-bool FakeProcesses::runLine(const std::shared_ptr<Job>& job, const std::string& text) {
-  constexpr std::uint32_t kNoSuchCommand = 9009;
-  ToolRun run;
-  run.line = job->batch ? expand(text) : text;
-  run.image = ImageOf(run.line);
-  run.errors_ = job->outputFile;
-  run.errorsOnly_ = job->errorsOnly;
-  if (job->batch || IsInterpreted(text)) run.output = OutputOf(run.line);
-  ran.push_back(run.line);
-  if (!run.output.empty() && !Contains(run.line, ">>")) files_.put(run.output);
-  const bool missing = (job->batch || !job->programGiven) && programMissing(run.line);
-  if (missing || IsProgram(run.line)) job->code = missing ? kNoSuchCommand : 0;
-  const Behaviour* behaviour = behaviourFor(run.line);
-  if (!behaviour || missing) return false;
-  runTool(job, *behaviour, std::move(run));
-  return true;
-}
-
-void FakeProcesses::runTool(const std::shared_ptr<Job>& job, const Behaviour& behaviour,
-                            ToolRun run) {
-  const Behaviour act = behaviour;  // it may register others
-  act(run);
-  const std::uint32_t id = job->batch ? nextId_++ : job->id;
-  processes_[id] = {run.image, job, false};
-  for (const auto& [ms, step] : run.steps_) {
-    time_.after(ms, [this, id, action = step] {
-      if (processes_.contains(id)) action(files_);
-    });
-  }
-  if (run.endless_) return;
-  const bool tellsCode = IsProgram(run.line);
-  time_.after(run.end_, [this, id, job, tellsCode, code = run.code_] {
-    if (processes_.erase(id) == 0) return;
-    if (job->running && tellsCode) job->code = code;
-    runNextLine(job);
-  });
-}
-
+// What an interpreter has started goes on.
 void FakeProcesses::terminate(std::uint32_t id) {
   const auto it = processes_.find(id);
   if (it == processes_.end()) return;
   const Process process = it->second;
   killed.push_back(process.image);
   processes_.erase(it);
-  if (process.job->running) process.job->code = 1;
-  if (process.interpreter) {
-    end(*process.job);  // what it had started goes on
-  } else {
-    runNextLine(process.job);
-  }
+  end(*process.job, 1);
 }
 
 std::vector<RunningProcess> FakeProcesses::list() {
@@ -279,7 +220,7 @@ void FakeProcesses::waitOnce(long atMost) {
 
 void FakeProcesses::handleEventsFor(long milliseconds) {
   if (time_.mainUnloaded()) countWaitAfterUnload();
-  time_.advanceWhileMainStays(milliseconds);
+  time_.advance(milliseconds, true);
 }
 
 void FakeProcesses::countWaitAfterUnload() {

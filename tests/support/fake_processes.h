@@ -21,28 +21,28 @@ class ToolRun {
   std::string output;  // file after ">"; empty: the file that its starter gave for it, if any
   std::string image;   // name in the process list, taken from the command; may be changed
 
-  void print(long ms, const std::string& text);     // to its output
-  void complain(long ms, const std::string& text);  // to its standard error
+  void print(long ms, const std::string& text) {
+    appends(ms, output.empty() ? errors_ : output, text);
+  }
+  void complain(long ms, const std::string& text) { appends(ms, errors_, text); }  // standard error
   void exits(std::uint32_t code) { code_ = code; }  // 1 when it is killed
   void does(long ms, std::function<void()> action);
   void endsAt(long ms) { end_ = std::max(end_, ms); }  // else right after its last step
   void neverEnds() { endless_ = true; }
 
  private:
-  friend class FakeProcesses;
+  friend struct FakeProcesses;
   void appends(long ms, const std::string& file, const std::string& text);
 
-  std::string errors_;       // file that takes its standard error; empty: none
-  bool errorsOnly_ = false;  // and not its output
+  std::string errors_;  // file that takes its standard error; empty: none
   std::uint32_t code_ = 0;
   std::multimap<long, std::function<void(FakeFiles&)>> steps_;
   long end_ = 0;
   bool endless_ = false;
 };
 
-// Programs that run in simulated time. A batch file's lines run one after the other, its exit code
-// is that of the last program; a program without a behaviour ends at once, one whose file is
-// missing does not start.
+// Programs that run in simulated time. A batch file is one line, whose program an interpreter runs;
+// a program without a behaviour ends at once, one whose file is missing does not start.
 struct FakeProcesses : Processes {
   FakeProcesses(SimulatedTime& time, FakeFiles& files, Environment& environment)
       : time_(time), files_(files), environment_(environment) {}
@@ -53,7 +53,7 @@ struct FakeProcesses : Processes {
     std::string script;  // content of a started batch file
     bool redirectionOff;
     long at;
-    std::string program, outputFile;
+    std::string program;
   };
   std::vector<Started> started;
   std::vector<std::string> ran;     // every single command, batch lines with variables put in
@@ -68,8 +68,9 @@ struct FakeProcesses : Processes {
   // For commands that contain this text, case ignored. Of several the one given last counts.
   void onStart(const std::string& partOfCommand, Behaviour behaviour);
   // A program that runs besides, until it is terminated.
-  void alreadyRunning(const std::string& imageName) {
-    add({imageName, std::make_shared<Job>(), false});
+  std::uint32_t alreadyRunning(const std::string& imageName) {
+    processes_[nextId_] = {imageName, std::make_shared<Job>()};
+    return nextId_++;
   }
   bool ranLike(const std::string& partOfCommand) const;  // case ignored
 
@@ -83,33 +84,24 @@ struct FakeProcesses : Processes {
 
  private:
   struct Job {
-    std::vector<std::string> lines;  // left to run
-    bool batch = false, running = true;
-    bool programGiven = false;  // whatever the line begins with
-    std::string outputFile;     // empty: none
-    bool errorsOnly = false;
     std::uint32_t id = 0, code = 0;
+    bool running = true;
     std::vector<std::weak_ptr<std::function<void()>>> whenEnded;
   };
   struct Process {
     std::string image;
-    std::shared_ptr<Job> job;
-    bool interpreter = false;  // the one that reads the batch file
+    std::shared_ptr<Job> job;  // that it, or the interpreter that it is, was started for
   };
   class Handle;
 
-  std::shared_ptr<Job> makeJob(const StartRequest& request);
-  void runNextLine(const std::shared_ptr<Job>& job);
-  void end(Job& job);
+  void runTool(const std::shared_ptr<Job>& job, ToolRun& run, bool inBatch);
+  void end(Job& job, std::uint32_t code);
   void call(const std::weak_ptr<std::function<void()>>& action);
-  bool runLine(const std::shared_ptr<Job>& job, const std::string& text);
-  void runTool(const std::shared_ptr<Job>& job, const Behaviour& behaviour, ToolRun run);
   void waitOnce(long atMost);
   void countWaitAfterUnload();
   std::string expand(const std::string& line) const;
   bool programMissing(const std::string& line) const;
   const Behaviour* behaviourFor(const std::string& line) const;
-  std::uint32_t add(Process process);
 
   SimulatedTime& time_;
   FakeFiles& files_;

@@ -56,22 +56,13 @@ void SimulatedTime::fireOneDueBy(long time) {
   }
 }
 
-void SimulatedTime::advance(long ms) {
+void SimulatedTime::advance(long ms, bool whileMainStays) {
   const long end = now_ + ms;
-  for (long due = nextDue(); due >= 0 && due <= end; due = nextDue()) fireOneDueBy(due);
-  now_ = std::max(now_, end);
-}
-
-void SimulatedTime::advanceWhileMainStays(long ms) {
-  const long end = now_ + ms;
-  while (!mainUnloaded()) {
-    const long due = nextDue();
-    if (due < 0 || due > end) {
-      now_ = std::max(now_, end);
-      return;
-    }
+  for (long due = nextDue(); due >= 0 && due <= end; due = nextDue()) {
+    if (whileMainStays && mainUnloaded()) return;
     fireOneDueBy(due);
   }
+  if (!whileMainStays || !mainUnloaded()) now_ = std::max(now_, end);
 }
 
 void SimulatedTime::advanceToNext(long atMost) {

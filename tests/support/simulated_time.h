@@ -23,9 +23,9 @@ class SimulatedTime {
   // The form watched first, the main window, has gone: waits should end.
   bool mainUnloaded() const { return !forms_.empty() && forms_.front()->unloaded(); }
 
-  void pass(long ms) { now_ += ms; }    // nothing is noticed until events are handled
-  void advance(long ms);                // fires all that is due within this span
-  void advanceWhileMainStays(long ms);  // the same, but stops where the main window goes
+  void pass(long ms) { now_ += ms; }  // nothing is noticed until events are handled
+  // Fires all that is due within this span, or until the main window has gone.
+  void advance(long ms, bool whileMainStays = false);
   // To the next thing that happens, but no further than that.
   void advanceToNext(long atMost = 3600 * 1000);
   bool anythingAhead() { return nextDue() >= 0; }  // a timer runs or an action is queued

@@ -42,13 +42,6 @@ struct MenuWorkshop : Workshop {
   }
 };
 
-TEST(SystemMenu, StandsAboveTheSystemsItemsInItsOrder) {
-  MenuWorkshop w;
-  EXPECT_THAT(w.texts(w.form.systemMenu()),
-              ElementsAre("2000 S62", "2040 S60\tCtrl+N", "-", "0 S114", "0 S72", "2002 S71(&V)",
-                          "-", "2003 S64(&H)", "2004 S65(&A)", "2005 S66", "-"));
-}
-
 TEST(SystemMenu, ListsAndStartsTheToolsThatAreThere) {
   MenuWorkshop w;
   const auto tools = [&] {

@@ -25,10 +25,6 @@ class OnFakes : public ContractPlatform {
     machine_.processes.onStart("/c exit ", [](ToolRun& run) {
       run.exits(static_cast<std::uint32_t>(std::stoul(run.line.substr(run.line.rfind(' ')))));
     });
-    machine_.processes.onStart("echo", [](ToolRun& run) {
-      if (run.line.starts_with("@")) return;
-      run.print(0, run.line.substr(5, run.line.find('>') - 5) + "\r\n");
-    });
   }
   Platform& platform() override { return machine_.platform; }
   std::string scratch() override {
