@@ -6,11 +6,10 @@
 #include <sstream>
 
 #include "bridge/unix_side.h"
+#include "driver/drive_files.h"
 
 namespace bench {
 namespace {
-
-std::string runFolder() { return toUtf8(environment(L"PAVOLINE_BENCH")); }
 
 std::string readAll(const std::string& unixFile) {
   FILE* file = _wfopen(windowsForm(unixFile).c_str(), L"rb");

@@ -1,7 +1,8 @@
 // Stand-in for the partition restore program: a window of class "GhostScreen" whose title counts up
 // while the bench's own image is unpacked onto the destination, and a console window titled with
 // the program's short path. The file faults/ghost may hold "die PERCENT", "last PERCENT" (the last
-// title before it ends well), "pace MS" per percent, "late MS" (before the window shows).
+// title before it ends well), "pace MS" per percent, "late MS" (before the window shows), "exit
+// CODE" (at once), "stay PERCENT" (for ever), "untitled 1" (never a percentage).
 
 #include <windows.h>
 #include <winioctl.h>
@@ -95,6 +96,7 @@ int restore(const bench::GhostOrder& order, const std::wstring& drive) {
   const int die = fault(faults, "die", -1);
   const int last = fault(faults, "last", 97);
   const int pace = fault(faults, "pace", 30);
+  if (const int code = fault(faults, "exit", 0)) return finish(code, "ERROR asked to end at once");
   pumpFor(fault(faults, "late", 0));
   int unpacked = -1;
   bool done = false;
@@ -108,8 +110,11 @@ int restore(const bench::GhostOrder& order, const std::wstring& drive) {
   const HWND screen = makeWindow(L"GhostScreen", L"Ghost");
   pumpFor(600);
   const int end = die >= 0 ? die : last;
+  const int stay = fault(faults, "stay", -1);
   for (int percent = 0; percent <= end; ++percent) {
-    SetWindowTextW(screen, (L"Ghost - " + std::to_wstring(percent) + L"%").c_str());
+    while (percent == stay) pumpFor(1000);
+    if (!fault(faults, "untitled", 0))
+      SetWindowTextW(screen, (L"Ghost - " + std::to_wstring(percent) + L"%").c_str());
     pumpFor(pace);
   }
   while (die < 0 && !done) pumpFor(50);

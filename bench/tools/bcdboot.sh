@@ -1,4 +1,5 @@
-# Stand-in: puts boot files and a readable boot store where the real tool puts them.
+# Stand-in: puts boot files and a readable boot store where the real tool puts them. Fault: "half" (boot
+# files, no store).
 
 windows=${paths[0]:-}
 [[ -n ${args[0]:-} && ${args[0]} != /* ]] || refuse "the Windows folder comes first"
@@ -23,6 +24,7 @@ target=$(drive_folder "$letter") || refuse "the volume $boot does not exist"
 
 # write_store FILE: entries gather, the newest last, as in a store that is added to.
 write_store() {
+  ! fault half >/dev/null || { note "ERROR asked to do half"; exit 1; }
   mkdir -p "$(dirname "$1")"
   printf 'windows=%s\nlocale=%s\nfirmware=%s\n\n' "${args[0]}" "$locale" "$2" >>"$1"
 }

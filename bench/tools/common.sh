@@ -14,13 +14,16 @@ refuse() {
   exit "${refuse_code:-87}"
 }
 
-# fault KIND: prints the value that faults/TOOL gives to a fault (a line "KIND VALUE"), fails when absent.
+# fault KIND: prints the value that faults/TOOL, or faults/TOOL-VERB when the first argument is a plain
+# word, gives to a fault (a line "KIND VALUE"); fails when absent.
 fault() {
-  [[ -f $bench/faults/$tool ]] || return 1
-  awk -v kind="$1" '$1 == kind { print $2; found = 1 } END { exit !found }' "$bench/faults/$tool"
+  local files=("$bench/faults/$tool")
+  [[ ! ${args[0]:-} =~ ^[a-z]+$ ]] || files+=("$bench/faults/$tool-${args[0]}")
+  { cat "${files[@]}" 2>/dev/null || true; } | awk -v kind="$1" '$1 == kind { print $2; found = 1 } END { exit !found }'
 }
 
-# Every tool knows "fail CODE" (does nothing), "hang" (does nothing, for ever), "wait SECONDS" (first).
+# Every tool knows "fail CODE" (does nothing), "hang" (does nothing, for ever), "wait SECONDS" (first),
+# "output KIND" (works, but what it prints is spoilt), "end CODE" (works, then says that it has not).
 apply_common_faults() {
   local value
   if value=$(fault wait); then sleep "$value"; fi
@@ -30,6 +33,37 @@ apply_common_faults() {
     echo "$tool: asked to fail" >&2
     exit "${value:-1}"
   fi
+}
+
+# spoil KIND: standard input as it shall come out.
+spoil() {
+  case $1 in
+    silent) cat >/dev/null ;;
+    garbage) cat >/dev/null; perl -e 'srand 1; print pack("C*", map { int rand 256 } 1 .. 65536)' ;;
+    utf8) perl -0777 -pe 's/\0|^\xFF\xFE//g; s/\r\r?\n/\r\n/g' ;;
+    utf16) iconv -f UTF-8 -t UTF-16LE ;;
+    line) perl -e 'print "x" x 65536 for 1 .. 1024'; cat ;;
+    *) note "ERROR unknown kind of output $1" ;;
+  esac
+}
+
+# run_script FILE: with the faults of every tool around it.
+run_script() {
+  local kind result
+  apply_common_faults
+  if kind=$(fault output); then
+    [[ $kind != silent ]] || exec 2>/dev/null
+    (source "$1") | spoil "$kind"
+    result=${PIPESTATUS[0]}
+  else
+    (source "$1")
+    result=$?
+  fi
+  if ((result == 0)) && fault end >/dev/null; then
+    note "ERROR asked to end badly"
+    result=$(fault end)
+  fi
+  exit "$result"
 }
 
 # letter_of "E:" or "E:\": the lower-case letter, nothing when it is no drive.

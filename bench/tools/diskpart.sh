@@ -1,6 +1,7 @@
 # A strict reader of the script verbs that virtual disks need. The VHD and VHDX files are real
 # (qemu-img), so is the NTFS on them where the machine allows it; attaching is the bench's own.
-# vdisks/KEY describes one file: path, part.img (its first partition while attached), letter.
+# vdisks/KEY describes one file: path, part.img (its first partition while attached), letter. Fault:
+# "half" (dies after the second line).
 source "$bench/tools/volume.sh"
 source "$bench/tools/vdisk.sh"
 
@@ -96,8 +97,13 @@ run_line() {
   fi
 }
 
+lines=0
 say "" "DiskPart version 10.0.19041.964" ""
 while IFS= read -r line || [[ -n $line ]]; do
   line=${line%$'\r'}
   [[ -z ${line// /} ]] || run_line "$line"
+  if ((++lines == 2)) && fault half >/dev/null; then
+    note "ERROR asked to do half"
+    exit 1
+  fi
 done <"${paths[1]}"

@@ -1,4 +1,5 @@
-# A volume of the bench made anew: mkntfs on its image, or the plain folder emptied.
+# A volume of the bench made anew: mkntfs on its image, or the plain folder emptied. Faults: "die CODE"
+# (before the first byte), "half" (ends with a volume that nobody can write to).
 source "$bench/tools/volume.sh"
 
 letter=$(letter_of "${args[0]:-}") || refuse "Required parameter missing - a drive letter"
@@ -25,4 +26,9 @@ if value=$(fault die); then
 fi
 say "The type of the file system is NTFS." "${quick/yes/Quick}Formatting"
 volume_format "$volume" "$label" || refuse "Cannot lock the drive: it is in use"
+if fault half >/dev/null; then
+  note "ERROR asked to do half"
+  volume_unmount "$volume" && mount -t tmpfs -o ro tmpfs "$bench/volumes/$volume"
+  exit 1
+fi
 say "Format complete."

@@ -1,19 +1,21 @@
 #!/usr/bin/perl
 # Runs an imaging command and hands its output on the way the Windows build does it:
-#   paced.pl [--text] [--pace MS] [--die PERCENT] -- COMMAND...
+#   paced.pl [--text] [--pace MS] [--die PERCENT] [--die-in PHASE] -- COMMAND...
 # --text puts 0x0D before every 0x0A byte, as text-mode output on Windows does, UTF-16 included.
 # --pace stops the command for MS milliseconds after each progress update.
-# --die kills it once the data phase has reported PERCENT.
+# --die kills it once the data phase has reported PERCENT, --die-in at the first word of a phase
+# ("Creating", "Extracting", "metadata").
 use strict;
 use warnings;
 
-my ($text, $pace, $die) = (0, 0, -1);
+my ($text, $pace, $die, $die_in) = (0, 0, -1, '');
 while (@ARGV) {
   my $option = shift @ARGV;
   last if $option eq '--';
   $text = 1 if $option eq '--text';
   $pace = shift @ARGV if $option eq '--pace';
   $die = shift @ARGV if $option eq '--die';
+  $die_in = shift @ARGV if $option eq '--die-in';
 }
 
 my $pid = open(my $output, '-|', @ARGV) or die "cannot run $ARGV[0]: $!\n";
@@ -32,7 +34,8 @@ sub emit {
 while (sysread($output, my $chunk, 65536)) {
   for my $update (split /(?=\r)/, $chunk) {
     emit($update);
-    if ($die >= 0 && $update =~ /Extracting file data:.*\((\d+)%\)/ && $1 >= $die) {
+    my $reached = $die >= 0 && $update =~ /Extracting file data:.*\((\d+)%\)/ && $1 >= $die;
+    if ($reached || ($die_in ne '' && $update =~ /$die_in/)) {
       kill 'KILL', $pid;
       exit 137;
     }

@@ -1,5 +1,5 @@
-# Real: Debian's wimtools does the work. Faults: "die PERCENT", "pace MS" per progress update,
-# "lf" (plain line feeds instead of the text-mode output of the Windows build).
+# Real: Debian's wimtools does the work. Faults: "die PERCENT", "die-in PHASE" (at its first word),
+# "pace MS" per progress update, "lf" (plain line feeds instead of the text-mode output of the Windows build).
 # Switches that only Windows can honour are checked, noted in the journal and left out.
 
 run_imaging() {
@@ -7,9 +7,10 @@ run_imaging() {
   fault lf >/dev/null || options+=(--text)
   if value=$(fault pace); then options+=(--pace "$value"); fi
   if value=$(fault die); then options+=(--die "$value"); fi
+  if value=$(fault die-in); then options+=(--die-in "$value"); fi
   perl "$bench/tools/paced.pl" "${options[@]}" -- wimlib-imagex "$@" && return
   local result=$?
-  [[ " ${options[*]} " != *" --die "* ]] || note "ERROR asked to die"
+  [[ " ${options[*]} " != *" --die"* ]] || note "ERROR asked to die"
   exit $result
 }
 

@@ -69,6 +69,8 @@ bool ChooseImageTool(Session& session) {
     session.exitCode = ExitCode::kToolMissing;
     Message(session, String(session, kTextToolMissing), kInformationMessage,
             String(session, kTextInformation));
+    Journal(session, "outcome: refused in step: start, exit code " +
+                         std::to_string(static_cast<int>(session.exitCode)));
     return false;
   }
   session.paths.imageToolPath = tool;

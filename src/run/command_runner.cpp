@@ -93,7 +93,10 @@ ToolEnd ShellAndWait(Session& session, const std::string& commandLine, ShowMode 
           : std::string();
   const std::uint64_t began = session.platform.environment.milliseconds();
   const auto program = Start(session, commandLine, mode, words);
-  if (!program) return end;
+  if (!program) {
+    if (!words.empty()) session.platform.files.remove(words);
+    return end;
+  }
   end.started = true;
   const bool ended = AwaitEnd(session, *program);
   if (!ended) session.platform.processes.terminate(program->id());

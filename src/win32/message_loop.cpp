@@ -47,7 +47,7 @@ void MessageLoop::runUntil(const std::function<bool()>& done) {
   while (!ended_ && !done()) {
     if (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
       handle(message);
-    } else {
+    } else if (!done()) {  // a message that was sent, not posted, is handled inside the look
       sleep(nullptr, INFINITE);
     }
     callEnded();

@@ -9,11 +9,22 @@
 
 #include "bridge/unix_side.h"
 #include "driver/bench_run.h"
+#include "driver/drive_files.h"
 
 // The bench as a test finds it, and what a test may look at behind the program's back.
 namespace e2e {
 
-inline constexpr char kAppFolder[] = "C:\\Program Files\\Pavoline";
+using bench::exists;
+using bench::filled;
+using bench::holdsSystem;
+using bench::kAppFolder;
+using bench::makeFolder;
+using bench::more;
+using bench::read;
+using bench::setting;
+using bench::text;
+using bench::writeSettings;
+
 inline const std::string kArch = sizeof(void*) == 8 ? "x64" : "x86";  // the tools' folders
 inline constexpr char kImage[] = "D:\\Images\\small.wim";
 inline constexpr int kPatience = 60'000;  // milliseconds; only a failure waits that long
@@ -29,30 +40,16 @@ class OnTheBench : public testing::Test {
   bool faultsAsked_ = false;  // a tool is made to fail: its journal line says ERROR
 };
 
-// Files made for the tests: small.wim and large.wim (two editions), small.gho, install.iso,
-// without-image.iso.
+// Files of bench/driver/drive_files.h; the test ends when one cannot be made.
 void place(const std::string& prop, const std::string& path);
+void write(const std::string& path, const std::string& bytes);
 // The second edition, or the first, as files on a drive.
 void placeSystem(int edition, char drive);
-// True when the drive holds every file of the edition, byte for byte, and besides only what an
-// installation adds.
-bool holdsSystem(int edition, char drive);
 
 std::string benchFolder();  // as a Unix path
 
-void write(const std::string& path, const std::string& bytes);
-std::string read(const std::string& path);  // empty when there is no such file
-bool exists(const std::string& path);
-void makeFolder(const std::string& path);  // with the folders above it
-void writeSettings(const std::string& lines);
-std::string setting(const std::string& key);
-
-// A text of the shipped language file, by its number; `value` stands for the placeholder.
-std::string text(int number);
+// A text of the shipped language file; `value` stands for the placeholder.
 std::string text(int number, const std::string& placeholder, const std::string& value);
-// The same of the third table.
-std::string more(int number);
-std::string filled(std::string text, const std::string& placeholder, const std::string& value);
 
 // Names of the tools run so far, the lister of partitions and the reader of images left out, and
 // "tool arguments" of one of them.

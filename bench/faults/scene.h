@@ -1,0 +1,48 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+// What stands on the bench when a fault is tried, what goes wrong there, and what is left.
+namespace faults {
+
+inline constexpr char kTemp[] = "C:\\windows\\temp\\";
+
+// Something that happens while the program works.
+struct Event {
+  std::string when;    // "question", "40%", or a tool that has run for some seconds: "dism.exe"
+  std::string action;  // a word of act()
+  bool done = false;
+};
+
+// One row of the table. The setup's words, separated by semicolons, stand in scene.cpp.
+struct Case {
+  std::string part, name, setup;
+  bool attended = true;
+
+  std::string source = "D:\\Images\\small.wim";
+  std::string switches;  // of the unattended run, besides those that every one has
+  std::vector<Event> events;
+  bool virtualDisk = false;  // a disk is created instead of an installation
+  bool drivers = false;      // are wanted
+};
+
+// Makes the scene; throws std::runtime_error with what could not be made.
+void prepare(Case& row);
+// "unplug", "letter", "full", "end TOOL": what an event does besides the window's own.
+void act(const std::string& action);
+// Gives everything back that prepare() and act() have taken away.
+void clear();
+// Ends the program and every tool, as a power cut does.
+void endEverything();
+
+// "E: the system; S: new menu; temp: apply.bat; runs: format.com".
+std::string leftBehind();
+bool systemComplete();
+bool menuNew();
+bool driversIn();
+bool otherDrivesWhole();
+// What the program's record says last of an outcome, or of its end.
+std::string recorded();
+
+}  // namespace faults

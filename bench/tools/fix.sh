@@ -1,0 +1,3 @@
+# Stand-in for a plug-in.
+
+say "${args[*]}"
