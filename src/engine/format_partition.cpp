@@ -49,7 +49,7 @@ StepResult FormatInstallPartition(Session& session, const Plan& plan) {
       ShowMode::kHidden);
   session.platform.taskbar.setProgressState(TaskbarState::kNone);
   if (form.unloaded()) return StepResult::Closed();
-  if (end.started) return StepResult::Done();
+  if (end.started && end.exitCode) return StepResult::Done();
   return StepResult::Failed({ReplaceAll(More(session, kMoreNotStarted), "%f%", program),
                              String(session, kTextError), kErrorMessage, ExitCode::kToolMissing});
 }

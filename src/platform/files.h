@@ -46,8 +46,8 @@ class Files {
   // Nothing when it cannot be read or is larger than kLargestRead.
   virtual std::optional<std::string> read(const std::string& path) = 0;
 
-  // At most `room` bytes from `offset` on, of a file of any size, also of one that is being written.
-  // Empty behind the end. Nothing when the file cannot be read.
+  // At most `room` bytes from `offset` on, of a file of any size, also of one that is being
+  // written. Empty behind the end. Nothing when the file cannot be read.
   virtual std::optional<std::string> readPart(const std::string& path, std::uint64_t offset,
                                               std::size_t room) = 0;
 

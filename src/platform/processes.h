@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -27,9 +28,10 @@ class StartedProgram {
   // round of events when it has ended already. It is forgotten with this object.
   virtual void whenEnded(std::function<void()> action) = 0;
 
-  // Sleeps until the program has ended or user-interface events are pending, whichever comes
-  // first; handles the pending events and returns. Costs no processor time while nothing happens.
-  virtual void waitHandlingEvents() = 0;
+  // Sleeps until the program has ended, user-interface events are pending, or that time has gone
+  // by, whichever comes first; handles the pending events and returns. Costs no processor time
+  // while nothing happens.
+  virtual void waitHandlingEvents(std::chrono::milliseconds atMost) = 0;
 };
 
 struct RunningProcess {

@@ -64,6 +64,24 @@ bool WriteBatch(Session& session, const std::string& path, const std::string& te
   return WriteScript(session, path, text, session.platform.text.toConsole(text));
 }
 
+// There is no time-out where a person can close the window. Nobody watches an unattended run: there
+// a tool that hangs is given up, which its caller sees as a tool that has done nothing.
+constexpr std::uint64_t kLongestUnwatched = 3'600'000;  // milliseconds
+
+// False when the program was given up.
+bool AwaitEnd(Session& session, StartedProgram& program) {
+  constexpr std::chrono::seconds kLook(60);
+  const std::uint64_t began = session.platform.environment.milliseconds();
+  while (program.running() && !session.form.unloaded()) {
+    program.waitHandlingEvents(kLook);
+    const std::uint64_t waited = session.platform.environment.milliseconds() - began;
+    if (!session.commandLine.install || waited < kLongestUnwatched) continue;
+    Journal(session, "given up, it has not ended for an hour");
+    return false;
+  }
+  return true;
+}
+
 }  // namespace
 
 ToolEnd ShellAndWait(Session& session, const std::string& commandLine, ShowMode mode) {
@@ -77,8 +95,9 @@ ToolEnd ShellAndWait(Session& session, const std::string& commandLine, ShowMode 
   const auto program = Start(session, commandLine, mode, words);
   if (!program) return end;
   end.started = true;
-  while (program->running() && !session.form.unloaded()) program->waitHandlingEvents();
-  end.exitCode = program->exitCode();
+  const bool ended = AwaitEnd(session, *program);
+  if (!ended) session.platform.processes.terminate(program->id());
+  if (ended) end.exitCode = program->exitCode();
   if (!words.empty()) {
     end.lastWords = LastWords(session, words);
     session.platform.files.remove(words);

@@ -16,14 +16,14 @@ namespace pavoline {
 // How a program that was waited for ended.
 struct ToolEnd {
   bool started = false;
-  std::optional<std::uint32_t> exitCode;  // nothing when it still ran as the window was closed
+  std::optional<std::uint32_t> exitCode;  // nothing when it was left or given up
   std::string lastWords;                  // its last lines on standard error and output
 
   bool succeeded() const { return exitCode == 0u; }
 };
 
 // Starts a command line and returns when the program has ended, handling events meanwhile; there
-// is no time-out. Also returns when the main window has been unloaded: after it, a step checks
+// is no time-out, but an unattended run gives a program up after an hour. Also returns when the main window has been unloaded: after it, a step checks
 // `session.form.unloaded()` and does nothing more. A command line that begins with a bare name is
 // run from the system's own folder.
 ToolEnd ShellAndWait(Session& session, const std::string& commandLine, ShowMode mode);

@@ -36,9 +36,9 @@ void MessageLoop::handleFor(long milliseconds) {
   }
 }
 
-void MessageLoop::waitFor(HANDLE handle) {
+void MessageLoop::waitFor(HANDLE handle, DWORD milliseconds) {
   sync();
-  if (sleep(handle, INFINITE) != WAIT_OBJECT_0) handlePending();
+  if (sleep(handle, milliseconds) != WAIT_OBJECT_0) handlePending();
 }
 
 void MessageLoop::runUntil(const std::function<bool()>& done) {

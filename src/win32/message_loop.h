@@ -30,9 +30,9 @@ class MessageLoop {
   // Handles messages for that long, sleeping in between, unless the main window goes before.
   void handleFor(long milliseconds);
 
-  // Sleeps until the handle is signalled or messages are pending, whichever is first; handles
-  // the messages.
-  void waitFor(HANDLE handle);
+  // Sleeps until the handle is signalled, messages are pending or the time is over, whichever is
+  // first; handles the messages.
+  void waitFor(HANDLE handle, DWORD milliseconds);
 
   // Handles messages, sleeping in between, until `done` or the main window is gone.
   void runUntil(const std::function<bool()>& done);

@@ -32,7 +32,9 @@ class WinStartedProgram : public StartedProgram {
     loop_.processes().remove(watch_);
     watch_ = loop_.processes().add(process_.get(), std::move(action));
   }
-  void waitHandlingEvents() override { loop_.waitFor(process_.get()); }
+  void waitHandlingEvents(std::chrono::milliseconds atMost) override {
+    loop_.waitFor(process_.get(), static_cast<DWORD>(atMost.count()));
+  }
 
  private:
   Handle process_;

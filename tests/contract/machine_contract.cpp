@@ -9,6 +9,8 @@ namespace pavoline::testing {
 
 using namespace ::testing;
 
+constexpr std::chrono::seconds kLong(60);
+
 class ProcessContract : public Contract {
  protected:
   std::unique_ptr<StartedProgram> start(const std::string& commandLine,
@@ -19,7 +21,7 @@ class ProcessContract : public Contract {
     return platform_.processes.start(request);
   }
   void waitFor(StartedProgram& program) {
-    while (program.running()) program.waitHandlingEvents();
+    while (program.running()) program.waitHandlingEvents(kLong);
   }
   // Other programs than this test's own.
   std::vector<RunningProcess> writers() {
@@ -52,7 +54,7 @@ TEST_F(ProcessContract, AProgramRunsUntilItHasDoneItsWork) {
   EXPECT_THAT(files_.read(file_), Optional(std::string("beginend")));
   EXPECT_THAT(program->exitCode(), Optional(kWriterCode));
   EXPECT_TRUE(writers().empty());
-  program->waitHandlingEvents();  // returns at once
+  program->waitHandlingEvents(kLong);  // returns at once
 }
 
 TEST_F(ProcessContract, AnEndIsToldOnceToWhoeverStillHoldsTheProgram) {

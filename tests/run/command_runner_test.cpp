@@ -35,6 +35,19 @@ TEST_F(CommandRunner, BatchLeavesItsLogAndTellsHowItEnded) {
   EXPECT_THAT(journal(), HasSubstr("ended after 2000 ms, exit code 3: one cannot read\r\n"));
 }
 
+TEST_F(CommandRunner, OnlyAnUnattendedRunGivesAHungToolUp) {
+  processes.onStart("tool", [](ToolRun& run) { run.neverEnds(); });
+  session.commandLine.install = true;
+  EXPECT_FALSE(RunBatch(session, "tool", "job").exitCode);
+  EXPECT_THAT(processes.killed, ElementsAre("cmd.exe"));
+  EXPECT_GE(time.now(), 3600 * 1000);
+
+  session.commandLine.install = false;
+  time.after(5 * 3600 * 1000, [this] { form.unload(); });
+  RunBatch(session, "tool", "job");
+  EXPECT_EQ(processes.killed.size(), 1u);
+}
+
 TEST_F(CommandRunner, NoScriptOrLogOfAnotherRunIsTakenForThisOne) {
   const auto runAll = [this] {
     for (const char* name : {"job.bat", "job.log", "job.txt"}) files.put(kTemp + name, "stale");

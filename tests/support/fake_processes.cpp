@@ -70,8 +70,8 @@ class FakeProcesses::Handle : public StartedProgram {
       owner_.call(action_);
     }
   }
-  void waitHandlingEvents() override {
-    if (job_->running) owner_.waitOnce();
+  void waitHandlingEvents(std::chrono::milliseconds atMost) override {
+    if (job_->running) owner_.waitOnce(atMost.count());
   }
 
  private:
@@ -211,11 +211,11 @@ std::vector<RunningProcess> FakeProcesses::list() {
   return result;
 }
 
-void FakeProcesses::waitOnce() {
+void FakeProcesses::waitOnce(long atMost) {
   if (time_.mainUnloaded()) {
     countWaitAfterUnload();
   } else {
-    time_.advanceToNext();
+    time_.advanceToNext(atMost);
   }
 }
 

@@ -97,7 +97,7 @@ struct FakeProcesses : Processes {
   void runTool(const std::shared_ptr<Job>& job, ToolRun& run, bool inBatch);
   void end(Job& job, std::uint32_t code);
   void call(const std::weak_ptr<std::function<void()>>& action);
-  void waitOnce();
+  void waitOnce(long atMost);
   void countWaitAfterUnload();
   std::string expand(const std::string& line) const;
   bool programMissing(const std::string& line) const;

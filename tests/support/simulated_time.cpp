@@ -33,11 +33,15 @@ long SimulatedTime::nextDue() {
   return due;
 }
 
-void SimulatedTime::fireOneDueBy(long time) {
-  now_ = std::max(now_, time);
+void SimulatedTime::holdToADay() const {
   constexpr long kOneDay = 24L * 3600 * 1000;
   if (now_ > kOneDay)
     throw std::runtime_error("The simulated time is up: something waits for ever");
+}
+
+void SimulatedTime::fireOneDueBy(long time) {
+  now_ = std::max(now_, time);
+  holdToADay();
   if (!queue_.empty() && queue_.begin()->first <= time) {
     const Action action = queue_.begin()->second;
     queue_.erase(queue_.begin());
@@ -61,10 +65,11 @@ void SimulatedTime::advance(long ms, bool whileMainStays) {
   if (!whileMainStays || !mainUnloaded()) now_ = std::max(now_, end);
 }
 
-void SimulatedTime::advanceToNext() {
+void SimulatedTime::advanceToNext(long atMost) {
   const long due = nextDue();
-  if (due < 0) throw std::runtime_error("Waits for ever: no timer runs and no action is queued");
-  fireOneDueBy(due);
+  if (due >= 0 && due - now_ <= atMost) return fireOneDueBy(due);
+  now_ += atMost;
+  holdToADay();
 }
 
 }  // namespace pavoline::testing

@@ -26,7 +26,8 @@ class SimulatedTime {
   void pass(long ms) { now_ += ms; }  // nothing is noticed until events are handled
   // Fires all that is due within this span, or until the main window has gone.
   void advance(long ms, bool whileMainStays = false);
-  void advanceToNext();  // to the next thing that happens; throws when nothing ever will
+  // To the next thing that happens, but no further than that.
+  void advanceToNext(long atMost = 3600 * 1000);
   bool anythingAhead() { return nextDue() >= 0; }  // a timer runs or an action is queued
 
  private:
@@ -37,6 +38,7 @@ class SimulatedTime {
   void noticeTimers();
   long nextDue();
   void fireOneDueBy(long time);
+  void holdToADay() const;  // throws after a day: something waits for ever
 
   long now_ = 0;
   std::vector<Form*> forms_;
