@@ -41,17 +41,4 @@ TEST(Startup, GivesNewSystemsTheFolderAndTheLibraryTheyLack) {
   }
 }
 
-TEST(Startup, FillsTheSourceBoxesListForAPerson) {
-  for (const bool unattended : {false, true}) {
-    Installer w;
-    w.files.sized("D:\\wim\\big.wim", 5ull << 30);
-    w.start(unattended ? std::vector<std::string>{"/install"} : std::vector<std::string>{});
-    EXPECT_EQ(w.form.combo1.items().size(), unattended ? 0u : 1u);
-    EXPECT_TRUE(w.dialogs.shownForms.empty());
-    EXPECT_EQ(w.form.combo1.text(), "") << "nothing is chosen";
-    EXPECT_EQ(w.form.defaultButton, nullptr) << "Enter starts nothing";
-    EXPECT_EQ(w.form.status.text(), "S1");
-  }
-}
-
 }  // namespace pavoline

@@ -45,24 +45,23 @@ TEST(HotKeys, StartToolsThatAreThereAndOnlyWhileIdle) {
 
 TEST(Rows, TickingAnEmptyRowAsksForItsPathAtOnce) {
   Installer shop;
-  shop.files.put("X:\\Pavoline\\Bin\\unattend\\unattend.xml", "\xEF\xBB\xBF<unattend/>");
+  const std::string folder = "X:\\Pavoline\\Bin\\unattend", file = folder + "\\unattend.xml";
+  shop.files.put(file, "\xEF\xBB\xBF<unattend/>");
   shop.start();
-  shop.form.check[kUseAnswerFile].setValue(1);
-  EXPECT_FALSE(shop.form.check[kUseAnswerFile].ticked()) << "cancelled";
-  EXPECT_EQ(shop.dialogs.openRequests.back().initialFolder, "X:\\Pavoline\\Bin\\unattend");
-
-  shop.dialogs.files = {"X:\\Pavoline\\Bin\\unattend\\unattend.xml"};
-  shop.form.check[kUseAnswerFile].setValue(1);
+  for (const bool chosen : {false, true}) {
+    shop.dialogs.files = {chosen ? file : ""};
+    shop.form.check[kUseAnswerFile].setValue(1);
+    EXPECT_EQ(shop.form.check[kUseAnswerFile].ticked(), chosen);
+    EXPECT_EQ(shop.form.command1[kBrowseAnswerFile].enabled(), chosen);
+  }
+  EXPECT_EQ(shop.dialogs.openRequests.back().initialFolder, folder);
   EXPECT_EQ(shop.form.text[kAnswerFile].text(), ".\\Bin\\unattend\\unattend.xml");
-  EXPECT_TRUE(shop.form.text[kAnswerFile].enabled() &&
-              shop.form.command1[kBrowseAnswerFile].enabled());
 
   shop.dialogs.folders = {"X:\\Pavoline2\\drv"};
   shop.form.check[kAddDrivers].setValue(1);
   EXPECT_EQ(shop.form.text[kDriverFolder].text(), "X:\\Pavoline2\\drv");
-  const auto asked = shop.dialogs.openRequests.size();
   shop.form.check[kRunPlugin].setValue(1);
-  EXPECT_EQ(shop.dialogs.openRequests.size(), asked) << "a plug-in row asks nothing";
+  EXPECT_EQ(shop.dialogs.openRequests.size(), 2u) << "a plug-in row asks nothing";
   EXPECT_TRUE(shop.form.combo2.enabled());
 }
 
@@ -87,26 +86,6 @@ TEST(Chooser, IsRefusedUntilThePartitionsAreKnown) {
     EXPECT_EQ(shop.dialogs.shownForms.size(), known);
   }
   EXPECT_EQ(shop.count("S45"), 1);
-}
-
-TEST(Search, RunsOnTheButtonAndStopsOnTheSecondPress) {
-  Installer shop;
-  shop.start();
-  shop.files.sized("D:\\wim\\big.wim", 5ull << 30);
-  shop.files.sized("E:\\wim\\also.wim", 5ull << 30);
-  shop.form.search.press();
-  EXPECT_EQ(shop.running().search.found.size(), 2u);
-  EXPECT_EQ(shop.form.status.text(), "S55 2");
-  EXPECT_EQ(shop.form.search.text(), "S54");
-  EXPECT_EQ(shop.dialogs.shownForms.size(), 1u);
-
-  shop.processes.eventsMs = 10;
-  shop.time.after(5, [&] {
-    EXPECT_EQ(shop.form.search.text(), "S27");
-    shop.form.search.press();
-  });
-  shop.form.search.press();
-  EXPECT_LT(shop.running().search.found.size(), 2u);
 }
 
 }  // namespace pavoline

@@ -6,7 +6,6 @@
 #include "platform/drives.h"
 #include "platform/environment.h"
 #include "platform/files.h"
-#include "platform/foreign_windows.h"
 #include "platform/platform.h"
 #include "platform/processes.h"
 #include "platform/profile.h"
@@ -28,9 +27,6 @@ class ContractPlatform {
   // output and "why" to its standard error, waits, adds "end" and exits with kWriterCode. Its image
   // is listed as kWriterImage.
   virtual std::string writer(const std::string& file, int milliseconds) = 0;
-
-  // Opens a top-level window, which stays until this object goes.
-  virtual ForeignWindow openWindow(const std::string& className, const std::string& title) = 0;
 };
 
 inline constexpr char kWriterImage[] = "test_contract.exe";

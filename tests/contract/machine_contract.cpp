@@ -13,9 +13,6 @@ constexpr std::chrono::seconds kLong(60);
 
 class ProcessContract : public Contract {
  protected:
-  std::unique_ptr<StartedProgram> startWriter(int milliseconds) {
-    return start(machine_->writer(file_, milliseconds));
-  }
   std::unique_ptr<StartedProgram> start(const std::string& commandLine,
                                         const std::string& outputFile = {}) {
     StartRequest request;
@@ -28,12 +25,11 @@ class ProcessContract : public Contract {
   }
   // Other programs than this test's own.
   std::vector<RunningProcess> writers() {
-    std::vector<RunningProcess> result;
-    for (const RunningProcess& process : platform_.processes.list()) {
-      const bool mine = std::any_of(before_.begin(), before_.end(),
-                                    [&](const auto& old) { return old.id == process.id; });
-      if (!mine && LowerAscii(process.imageName) == kWriterImage) result.push_back(process);
-    }
+    auto result = platform_.processes.list();
+    std::erase_if(result, [&](const RunningProcess& process) {
+      return LowerAscii(process.imageName) != kWriterImage ||
+             std::ranges::count(before_, process.id, &RunningProcess::id) > 0;
+    });
     return result;
   }
 
@@ -43,7 +39,7 @@ class ProcessContract : public Contract {
 
 TEST_F(ProcessContract, AProgramRunsUntilItHasDoneItsWork) {
   EXPECT_FALSE(before_.empty());
-  const auto program = startWriter(1500);
+  const auto program = start(machine_->writer(file_, 1500));
   ASSERT_TRUE(program);
   ASSERT_EQ(writers().size(), 1u);
   EXPECT_EQ(writers()[0].id, program->id());
@@ -63,7 +59,8 @@ TEST_F(ProcessContract, AProgramRunsUntilItHasDoneItsWork) {
 
 TEST_F(ProcessContract, AnEndIsToldOnceToWhoeverStillHoldsTheProgram) {
   std::vector<std::string> told;
-  auto held = startWriter(300), dropped = start(machine_->writer(path("dropped"), 200));
+  auto held = start(machine_->writer(file_, 300)),
+       dropped = start(machine_->writer(path("dropped"), 200));
   auto ended = start(machine_->writer(path("ended"), 0));
   waitFor(*ended);
   ended->whenEnded([&] { told.push_back("ended"); });
@@ -81,15 +78,8 @@ TEST_F(ProcessContract, AnEndIsToldOnceToWhoeverStillHoldsTheProgram) {
   EXPECT_THAT(told, ElementsAre("ended", "held", "again"));
 }
 
-TEST_F(ProcessContract, AProgramLetGoRunsOn) {
-  startWriter(300).reset();
-  ASSERT_EQ(writers().size(), 1u);
-  waitFor(*start(machine_->writer(path("later"), 1500)));
-  EXPECT_THAT(files_.read(file_), Optional(std::string("beginend")));
-}
-
 TEST_F(ProcessContract, ATerminatedProgramIsGone) {
-  const auto program = startWriter(20000);
+  const auto program = start(machine_->writer(file_, 20000));
   ASSERT_TRUE(program);
   platform_.processes.terminate(program->id());
   waitFor(*program);
@@ -113,7 +103,7 @@ TEST_F(ProcessContract, ABatchFileEndsWithItsProgram) {
   waitFor(*program);
   EXPECT_THAT(program->exitCode(), Optional(1u));
   EXPECT_THAT(files_.read(path("t.log")), Optional(std::string("said")));
-  EXPECT_THAT(files_.read(path("said")), Optional(EndsWith("why")));
+  EXPECT_THAT(files_.read(path("said")), Optional(::testing::EndsWith("why")));
 }
 
 TEST_F(ProcessContract, WhatAProgramSaysLandsInTheFileGivenForIt) {
@@ -135,14 +125,8 @@ TEST_F(ProcessContract, TheProgramGivenRunsWhateverTheLineBeginsWith) {
   EXPECT_THAT(program->exitCode(), Optional(5u));
   request.program = path("missing.exe");
   EXPECT_FALSE(platform_.processes.start(request));
-}
-
-TEST_F(ProcessContract, WhatCannotBeStartedIsNull) {
-  files_.write(path("plain.txt"), "no program");
-  for (const std::string& command :
-       {path("missing.exe") + " a", "\"" + path("missing file.exe") + "\" a",
-        path("missing.bat")}) {
-    EXPECT_FALSE(start(command)) << command;
+  for (const std::string name : {"missing.exe", "missing file.exe", "missing.bat"}) {
+    EXPECT_FALSE(start("\"" + path(name) + "\" a")) << name;
   }
 }
 
@@ -150,24 +134,19 @@ using EnvironmentContract = Contract;
 
 TEST_F(EnvironmentContract, TheProgramKnowsItselfAndItsLocale) {
   Environment& environment = platform_.environment;
-  EXPECT_EQ(environment.variable("WinDir"), environment.variable("windir"));
-  EXPECT_TRUE(files_.isFolder(environment.variable("windir") + "\\System32"));
+  EXPECT_TRUE(files_.isFolder(environment.variable("WinDir") + "\\System32"));
   EXPECT_EQ(environment.variable("NoSuchVariableAtAll"), "");
   environment.setVariable("AVariable", "a \u00E4%");
   EXPECT_EQ(environment.variable("avariable"), "a \u00E4%");
-  ASSERT_FALSE(environment.arguments().empty());
+  EXPECT_FALSE(environment.arguments().empty() || environment.programFolder().ends_with('\\'));
   EXPECT_TRUE(files_.isFolder(environment.programFolder()));
-  EXPECT_NE(environment.programFolder().back(), '\\');
   environment.setThreadLocale(1031);
   EXPECT_EQ(environment.threadLocale(), 1031u);
-  EXPECT_NE(environment.systemLocale(), 0u);
-  EXPECT_FALSE(environment.fontExists("No Such Font At All") || environment.fontExists(""));
+  EXPECT_FALSE(environment.systemLocale() == 0 || environment.fontExists("No Such Font At All"));
   EXPECT_GE(environment.now().year, 2024);
   environment.reseedRandom();
-  for (int i = 0; i < 100; ++i) {
-    const double number = environment.random();
-    EXPECT_TRUE(number >= 0 && number < 1) << number;
-  }
+  const double number = environment.random();
+  EXPECT_TRUE(number >= 0 && number < 1) << number;
 }
 
 using DrivesContract = Contract;
@@ -195,25 +174,6 @@ TEST_F(DrivesContract, ALetterTellsItsVolume) {
     all.push_back(facts);
   }
   EXPECT_FALSE(all.empty());
-}
-
-using WindowsContract = Contract;
-
-TEST_F(WindowsContract, AProgramsWindowsAreFoundByClassAndTitle) {
-  ForeignWindows& windows = platform_.windows;
-  const auto before = windows.listByClass("static");
-  const ForeignWindow first = machine_->openWindow("Static", "first of these"),
-                      second = machine_->openWindow("Static", "second of these");
-  auto after = windows.listByClass("static");
-  for (ForeignWindow old : before) std::erase(after, old);
-  EXPECT_THAT(after, UnorderedElementsAre(first, second));
-  EXPECT_EQ(windows.findByTitle("Second of these"), second);
-  EXPECT_EQ(windows.title(first), "first of these");
-  EXPECT_TRUE(windows.exists(first));
-  EXPECT_NE(windows.processOf(first), 0u);
-  EXPECT_EQ(windows.processOf(first), windows.processOf(second));
-  EXPECT_FALSE(windows.exists(0) || windows.processOf(0) != 0);
-  EXPECT_THAT(windows.listByClass("No such class at all"), IsEmpty());
 }
 
 }  // namespace pavoline::testing

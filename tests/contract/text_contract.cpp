@@ -38,10 +38,4 @@ TEST_F(TextContract, Utf16IsReadWithItsFaults) {
   EXPECT_EQ(platform_.text.fromUtf16(platform_.text.toUtf16(all)), all);
 }
 
-TEST_F(TextContract, CaseIsThatOfEveryScript) {
-  TextServices& text = platform_.text;
-  EXPECT_EQ(text.lower("ABC \u00C4\u03A9\u0416 1\u4E0A"), "abc \u00E4\u03C9\u0436 1\u4E0A");
-  EXPECT_EQ(text.upper("abc \u00E4\u03C9\u0436 1\u4E0A"), "ABC \u00C4\u03A9\u0416 1\u4E0A");
-}
-
 }  // namespace pavoline::testing

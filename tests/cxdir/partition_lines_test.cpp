@@ -7,26 +7,9 @@ namespace pavoline {
 constexpr std::uint64_t kMB = 1ull << 20;
 constexpr std::uint64_t kGB = 1ull << 30;
 
-// Types as they lie in the entries of a real disk.
-constexpr GptType kEfi = {0x28, 0x73, 0x2A, 0xC1, 0x1F, 0xF8, 0xD2, 0x11,
-                          0xBA, 0x4B, 0x00, 0xA0, 0xC9, 0x3E, 0xC9, 0x3B};
-constexpr GptType kMsr = {0x16, 0xE3, 0xC9, 0xE3, 0x5C, 0x0B, 0xB8, 0x4D,
-                          0x81, 0x7D, 0xF9, 0x2D, 0xF0, 0x02, 0x15, 0xAE};
-constexpr GptType kBasic = {0xA2, 0xA0, 0xD0, 0xEB, 0xE5, 0xB9, 0x33, 0x44,
-                            0x87, 0xC0, 0x68, 0xB6, 0xB7, 0x26, 0x99, 0xC7};
-constexpr GptType kRecovery = {0xA4, 0xBB, 0x94, 0xDE, 0xD1, 0x06, 0x40, 0x4D,
-                               0xA1, 0x6A, 0xBF, 0xD5, 0x01, 0x79, 0xD6, 0xAC};
-constexpr GptType kLinux = {0xAF, 0x3D, 0xC6, 0x0F, 0x83, 0x84, 0x72, 0x47,
-                            0x8E, 0x79, 0x3D, 0x69, 0xD8, 0x47, 0x7D, 0xE4};
-constexpr GptType kStrange = {1, 2, 3};
-
 // Partition n begins at n GB.
 TableEntry Mbr(std::uint32_t number, std::uint8_t type, bool active = false) {
   return {number, number * kGB, 500 * kMB, type, active, {}};
-}
-
-TableEntry Gpt(std::uint32_t number, const GptType& type, std::uint64_t bytes = 500 * kMB) {
-  return {number, number * kGB, bytes, 0, false, type};
 }
 
 using Lines = std::vector<std::string>;
@@ -43,23 +26,6 @@ TEST(SizeText, IsInGigabytesFromOneOnAndCutOff) {
       {2000398934016, "1863.01GB"},
       {~0ull, "17179869183.99GB"}};
   for (const auto& [bytes, text] : cases) EXPECT_EQ(SizeText(bytes), text) << bytes;
-}
-
-TEST(PartitionLines, ListAGptDiskInTableOrder) {
-  const Disk disk{0,
-                  PartitionStyle::kGpt,
-                  "Example SSD",
-                  {Gpt(1, kEfi, 100 * kMB), Gpt(2, kMsr, 16 * kMB), Gpt(3, kBasic, 465 * kGB),
-                   Gpt(4, kRecovery), Gpt(5, kLinux), Gpt(6, kStrange), Gpt(0, GptType{})}};
-  const std::vector<Volume> volumes = {{{{0, 3 * kGB, kGB}}, "C:", "NTFS", "System"},
-                                       {{{0, kGB, kMB}}, "", "FAT32", "ESP"}};
-  EXPECT_EQ(PartitionLines({disk}, volumes),
-            (Lines{"1:1\t\t100.00MB\tFAT32\tEFI\tExample SSD\tESP\tGPT\t0",
-                   "1:2\t\t16.00MB\t\tMSR\tExample SSD\t\tGPT\t0",
-                   "1:3\tC:\t465.00GB\tNTFS\tPrimary\tExample SSD\tSystem\tGPT\t0",
-                   "1:4\t\t500.00MB\t\tRecovery\tExample SSD\t\tGPT\t0",
-                   "1:5\t\t500.00MB\t\tLinux\tExample SSD\t\tGPT\t0",
-                   "1:6\t\t500.00MB\t\tOther\tExample SSD\t\tGPT\t0"}));
 }
 
 TEST(PartitionLines, TellLogicalDrivesFromPrimaryOnesAndSkipTheirFrames) {

@@ -26,21 +26,6 @@ Window field(const Window& window, size_t number) {
   return number < fields.size() ? fields[number] : Window();
 }
 
-TEST_F(SystemMenu, NamesAreFilteredAsTypedAndSaved) {
-  Person person;
-  person.main.window().chord({VK_CONTROL, 'N'});
-  Window names = person.sees("Form2");
-  field(names, 0).typeText("Kim_&.7");
-  field(names, 1).typeText("BENCH PC-1\xc3\xa9\xd0\x96!23456789");
-  EXPECT_TRUE(soon([&] { return field(names, 1).text() == "BENCHPC-123456789"; }));
-  person.presses(names, text(kTextOk));
-  ASSERT_TRUE(soon([&] { return person.main.window().enabled(); }));
-  choose(person, kMenuSaveSettings);
-  EXPECT_EQ(person.hears(), text(kTextSettingsSaved));
-  EXPECT_EQ(setting("PCUser"), "Kim7");
-  EXPECT_EQ(setting("ComputerName"), "BENCHPC-1234567");  // 15 bytes
-}
-
 TEST_F(SystemMenu, VirtualDiskCreatedDetachedAndAttached) {
   const std::string file = "D:\\Disks & more\\new disk.vhd";
   makeFolder("D:\\Disks & more");

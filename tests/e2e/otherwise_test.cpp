@@ -6,7 +6,6 @@ namespace e2e {
 namespace {
 
 using testing::AllOf;
-using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -63,22 +62,13 @@ TEST_F(Otherwise, ImagingProgramMissingIsRefusedBeforeTheFormat) {
   EXPECT_THAT(toolsRun(), IsEmpty());
 }
 
-TEST_F(Otherwise, DismAndBootToolsThatFailAreTold) {
+TEST_F(Otherwise, DismThatFailsIsTold) {
   write("D:\\Drivers\\a.inf", "[Version]\r\n");
   writeSettings("AddDriver=1\r\nAddDriverFile=D:\\Drivers");
   bench::setFaults("dism", "die 0");
-  {
-    Person person("/source:" + std::string(kImage) + " /bootpart:S:" + kSwitches);
-    EXPECT_EQ(person.exitCode(), 5);
-  }
-  EXPECT_THAT(record(), HasSubstr("Drivers: not all"));
-  takeAway(kBin + "Boot");
-  Person person("/source:" + std::string(kImage) +
-                " /bootpart:S: /reboot /instpart:E: /formatinstpart /install");
-  EXPECT_THAT(person.hears(), HasSubstr(more(kMoreNoBootTools)));
-  EXPECT_THAT(person.hears(), HasSubstr(filled(more(kMoreNoBootFiles), "%bp%", "S:")));
+  Person person("/source:" + std::string(kImage) + " /bootpart:S:" + kSwitches);
   EXPECT_EQ(person.exitCode(), 5);
-  EXPECT_THAT(toolsRun(), Not(Contains("shutdown")));
+  EXPECT_THAT(record(), HasSubstr("Drivers: not all"));
 }
 
 TEST_F(Otherwise, BootStoresComeBackWhenNothingReplacesThem) {

@@ -24,15 +24,12 @@ class Refusing : public OnTheBench {
 
 TEST_F(Refusing, EachStartThatCannotSucceed) {
   place("small.wim", kImage);
-  write("D:\\letter.txt", "no image");
   Person person;
   const struct {
     std::string source, install, boot, message;
   } cases[] = {
       {"", "c:", "S:", text(kTextRunningSystem)},
       {"", "E:", "S:", " " + text(kTextSourceMissing)},
-      {"D:\\letter.txt", "E:", "S:", text(kTextNoEdition)},
-      {kImage, "E:", "Q:", text(kTextBootMissing, "%bp%", "Q:")},
       {kImage, "D:", "S:", text(kTextSourceOnTarget, "%ip%", "D:")},
       {kImage, "E:", "C:", filled(more(kMoreBootIsSystem), "%bp%", "C:")},
   };
@@ -81,20 +78,6 @@ TEST_F(Refusing, UnattendedRunsEndThemselves) {
     }
     EXPECT_EQ(person.exitCode(), each.code);
   }
-}
-
-TEST_F(Refusing, WithSettingsOfGarbageAndNoLanguage) {
-  std::string garbage;
-  for (unsigned seed = 1; garbage.size() < 10'000'000; seed = seed * 1103515245 + 12345) {
-    garbage += static_cast<char>(seed >> 16);
-  }
-  write(std::string(kAppFolder) + "\\Pavoline.ini", garbage);
-  ASSERT_EQ(bench::runUnix({"rm", "-r", bench::unixPath(bench::fromUtf8(kAppFolder)) + "/Lang"}),
-            0);
-  Person person;
-  person.main.command(kStart).click();
-  EXPECT_NE(person.hears(), "(silence)");
-  EXPECT_TRUE(person.process().running());
 }
 
 }  // namespace

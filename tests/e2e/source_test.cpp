@@ -54,19 +54,6 @@ TEST_F(Sources, DroppedImageThenOneIsoAfterTheOther) {
                   "info --xml \"G:\\sources\\install.wim\"", "-D -m F:", "-D -m G:"));
 }
 
-TEST_F(Sources, AnIsoWithoutAnImageLeavesTheEarlierSource) {
-  place("install.iso", "D:\\good.iso");
-  place("without-image.iso", "D:\\without.iso");
-  Person person;
-  person.main.window().dropFiles({"D:\\good.iso"});
-  ASSERT_TRUE(serves(person, "F:\\sources\\install.wim"));
-  person.main.window().dropFiles({"D:\\without.iso"});
-  EXPECT_EQ(person.hears(), text(kTextNoImageInIso));
-  EXPECT_TRUE(bench::answerFileDialog(person.main.program(), "", kPatience));
-  EXPECT_TRUE(soon([&] { return story().back() == "-D -m G:"; }));
-  EXPECT_TRUE(serves(person, "F:\\sources\\install.wim"));
-}
-
 TEST_F(Sources, SearchStoppedHalfWayAndAPick) {
   place("large.wim", "D:\\here.wim");
   place("large.wim", "D:\\zoo\\far.wim");

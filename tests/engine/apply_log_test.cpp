@@ -77,10 +77,4 @@ TEST(ApplyLog, SkipsAPercentThatIsNoneAndHoldsOneThatIsTooMuch) {
   }
 }
 
-TEST(ApplyLog, KeepsLittleOfATextWithoutLines) {
-  const std::string mark = "Extracting file data:";
-  const ApplyLog log = Fed(mark + std::string(1 << 20, 'x') + mark);
-  EXPECT_LE(log.phase(1).lastWholeLine()->size(), 1024u);
-}
-
 }  // namespace pavoline

@@ -35,21 +35,6 @@ struct GhostShop : InstallShop {
   ForeignWindow window = 0;
 };
 
-TEST(GhoSetup, AddressesThePartitionAsTheBuildUnderstands) {
-  for (const auto& [build, destination] :
-       {std::pair{10517, "@os:E:"}, {10531, "@os:E:"}, {10532, "2:1"}}) {
-    GhostShop w;
-    w.plan.ghostBuild = build;
-    w.begin();
-    EXPECT_THAT(w.commands(),
-                ElementsAre("\"X:\\Pavoline\\Bin\\Ghost\\x64\\ghost.exe\" -noide -clone,mode=pload,"
-                            "src=\"D:\\MYIMAG~1\\system.gho\":1,dst=" +
-                            std::string(destination) + " -sure"));
-    EXPECT_EQ(w.processes.started.back().mode, ShowMode::kHidden);
-    EXPECT_EQ(w.form.timer2.interval(), 1000);
-  }
-}
-
 TEST(GhostTick, FollowsItsOwnWindowsTitleAndMinimisesOnce) {
   GhostShop w;
   const ForeignWindow console = w.windows.open("ConsoleWindowClass", kProgram);

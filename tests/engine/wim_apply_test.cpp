@@ -35,31 +35,10 @@ TEST(Format, KeepsALabelThatCanBeGiven) {
   }
 }
 
-TEST(Format, IsMissedOrNotStarted) {
+TEST(Format, IsNotStarted) {
   InstallShop w;
   w.processes.failNextStarts = 1;
   EXPECT_EQ(FormatInstallPartition(w.session, w.plan).failure.text, "M24 " + kFormat);
-  w.files.drop(kFormat);
-  EXPECT_EQ(w.install(), 4);
-  EXPECT_THAT(w.heard(), ElementsAre("S32\nS33\nS34\nS35|S22|48"));
-  EXPECT_FALSE(w.processes.ranLike(" apply ") || w.form.timer1.enabled());
-}
-
-TEST(WimSetup, KeepsThePartitionWhenToldToAndCopiesNoEsd) {
-  InstallShop w;
-  w.plan.format = false;
-  w.plan.edition = 1;
-  w.plan.source = "D:\\a & b\\50% \xE4\xB8\x8A.ESD";
-  w.plan.kind = ImageKind::kEsd;
-  w.plan.apply = {"--compact=lzx", true};
-  w.files.put(w.plan.source);
-  w.files.shortNames = false;
-  w.text.codePage = "CP936";
-  w.begin();
-  ASSERT_EQ(w.processes.started.size(), 2u);  // the lister is the first
-  EXPECT_EQ(w.processes.started[1].script,
-            kApply + "\"D:\\a & b\\50%% \xC9\xCF.ESD\" 1 E:\\ --compact=lzx" + kInto);
-  EXPECT_TRUE(w.form.timer1.enabled() && w.taskbar.states.empty());
 }
 
 TEST(WimSetup, FormatsNothingWhenItsFilesCannotBeWritten) {

@@ -145,26 +145,6 @@ TEST(Unattended, EndsByItselfWithItsCodeAndAtMostOneMessage) {
   }
 }
 
-TEST(LetterlessBoot, GetsALetterForTheInstallation) {
-  for (const bool unattended : {true, false}) {
-    Installer w;
-    w.partitionLines += "2:2\t\t100.00MB\tFAT32\tEFI\tDisk B\tSYSTEM\tGPT\t0\r\n";
-    const std::string hidden = w.drives.addLetterless({2, 2});
-    if (unattended) {  // although S: would be preselected
-      EXPECT_EQ(w.unattended({"/instpart:auto", "/bootpart:AUTO"}), 0);
-    } else {
-      w.start(), w.fillIn();
-      w.form.text[kBootPartition].setText("");
-      w.pressStart();
-      ASSERT_TRUE(w.runUntil([&] { return !w.running().installation; }));
-      EXPECT_EQ(w.heard()[0], "M8 E: V:|M0|49");
-    }
-    EXPECT_TRUE(w.processes.ranLike("E:\\Windows /s V: /f uefi"));
-    EXPECT_THAT(w.drives.letterCalls, ElementsAre("assign V: 2 2", "remove V:"));
-    EXPECT_TRUE(w.files.exists(hidden + "\\boot\\bcd"));
-  }
-}
-
 TEST(Installation, WhatIsCheckedCannotBeChangedMeanwhileAndCancelChangesNothing) {
   Filled w;
   w.form.check[kDoNotFormat].setValue(1);

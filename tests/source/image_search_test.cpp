@@ -62,18 +62,6 @@ TEST_F(ImageSearch, GoesDownToTheLevelAskedFor) {
   }
 }
 
-TEST_F(ImageSearch, InAMountedDriveTheFirstImageBecomesTheSource) {
-  images({"F:\\root.iso", "F:\\a\\1.esd", "F:\\a\\2.wim", "F:\\a\\b\\c\\3.wim"});
-  session.options.searchLevel = 0;
-  SearchImages(session, SearchMode::kMounted, "F:");
-  EXPECT_EQ(source(), "F:\\a\\1.esd");
-  EXPECT_EQ(form.combo1.items(), (Paths{"F:\\a\\2.wim"}));  // the level goes on, deeper ones do not
-
-  images({"D:\\iso\\1.wim", "D:\\iso\\2.wim"});
-  time.after(0, [this] { SearchImages(session, SearchMode::kMounted, "C:"); });
-  EXPECT_EQ(search().size(), 2u);  // the outer search goes on as it was
-}
-
 TEST_F(ImageSearch, CanBeStoppedAndPickedFromWhileItRuns) {
   for (const char* folder : {"gho", "wim", "iso"}) {
     for (int i = 0; i < 3; ++i)

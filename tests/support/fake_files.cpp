@@ -126,11 +126,6 @@ std::vector<std::string> FakeFiles::below(const std::string& folder) {
   return result;
 }
 
-bool FakeFiles::names(const std::set<std::string>& paths, const std::string& path) const {
-  return std::any_of(paths.begin(), paths.end(),
-                     [&](const std::string& each) { return key(each) == key(path); });
-}
-
 std::string FakeFiles::fullPath(const std::string& path) {
   if (path.empty() || path.starts_with("\\\\")) return path;
   const std::string full = absolute(path);
@@ -181,7 +176,7 @@ std::optional<std::uint64_t> FakeFiles::size(const std::string& path) {
 
 bool FakeFiles::remove(const std::string& path) {
   const Node* node = find(path);
-  if (!node || node->folder || names(stuck, path)) return false;
+  if (!node || node->folder || stuck.contains(path)) return false;
   nodes_.erase(key(path));
   return true;
 }

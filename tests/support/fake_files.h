@@ -43,8 +43,7 @@ struct FakeFiles : Files {
   bool shortNames = true;       // false: volumes keep none
   std::string noRoom = "none";  // folder or drive below which no byte finds room
   void failNext(FileOperation operation) { ++failures_[operation]; }
-  std::set<std::string> locked;  // folders that let nobody look into them
-  std::set<std::string> stuck;   // files that cannot be removed
+  std::set<std::string> stuck;  // files that cannot be removed, as the program calls them
 
   std::function<void()> onEntry;  // of a listing, which takes its time
 
@@ -55,9 +54,7 @@ struct FakeFiles : Files {
     const Node* node = find(path);
     return node && node->folder;
   }
-  bool accessible(const std::string& folder) override {
-    return isFolder(folder) && !names(locked, folder);
-  }
+  bool accessible(const std::string& folder) override { return isFolder(folder); }
   std::string fullPath(const std::string& path) override;
   std::optional<std::string> read(const std::string& path) override;
   std::optional<std::string> readPart(const std::string& path, std::uint64_t offset,
@@ -106,7 +103,6 @@ struct FakeFiles : Files {
   bool fails(FileOperation operation) { return failures_[operation] > 0 && failures_[operation]--; }
   bool writable(const std::string& path) { return isFolder(ParentFolder(key(path))); }
   bool isFull(const std::string& path) const { return key(path).starts_with(key(noRoom) + "\\"); }
-  bool names(const std::set<std::string>& paths, const std::string& path) const;
 
   std::map<std::string, Node> nodes_;  // by key
   std::map<FileOperation, int> failures_;

@@ -151,7 +151,8 @@ std::unique_ptr<StartedProgram> FakeProcesses::start(const StartRequest& request
     if (!file.empty()) files_.put(file);
   }
   ran.push_back(run.line);
-  const auto job = std::make_shared<Job>(Job{nextId_++});
+  const auto job = std::make_shared<Job>();
+  job->id = nextId_++;
   if (!batch.empty()) processes_[job->id] = {"cmd.exe", job};
   runTool(job, run, !batch.empty());
   return std::make_unique<Handle>(*this, job);

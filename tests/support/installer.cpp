@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "app/closing.h"
+#include "config/language.h"
 #include "platform/text.h"
 #include "run/taskbar_progress.h"
 
@@ -92,16 +93,8 @@ std::vector<std::string> InstallShop::commands() const {
 }
 
 Installer::Installer() {
-  std::string lang = "[Language]\r\n";
-  const auto add = [&](const std::string& name, const auto& table) {
-    for (std::size_t n = 0; n < table.size(); ++n) {
-      lang += name + "(" + std::to_string(n) + ")=" + table[n] + "\r\n";
-    }
-  };
-  add("String", session.texts.strings);
-  lang += "[More]\r\n";
-  add("More", session.texts.more);
-  files.put("X:\\Pavoline\\Lang\\1033.lng", lang);
+  files.folder("X:\\Pavoline\\Lang");
+  EXPECT_TRUE(WriteLanguageFile(session, session.paths.langFile));
   processes.onStart("info --xml", [this](ToolRun& run) {
     run.print(50, "\xFF\xFE" + text.toUtf16(Image("Home") + Image("Pro")));
   });

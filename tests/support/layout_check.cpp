@@ -16,15 +16,7 @@ bool LiesIn(const Rect& inner, const Rect& outer) {
 }
 
 bool Holds(const Control& outer, const Control& inner) {
-  const Rect& frame = outer.bounds();
-  return outer.kind() == Control::Kind::kFrame &&
-         LiesIn(inner.bounds(), {frame.left + 1, frame.top + 1, frame.width - 2, frame.height - 2});
-}
-
-bool ColumnsFit(const ListView& list) {
-  int room = list.bounds().width - 21 * kTwipsPerPixel;  // scroll bar and border
-  for (const ListColumn& column : list.columns()) room -= column.width;
-  return room >= 0;
+  return outer.kind() == Control::Kind::kFrame && LiesIn(inner.bounds(), outer.bounds());
 }
 
 }  // namespace
@@ -36,10 +28,9 @@ std::string LayoutFaults(const Form& form) {
     if (!one->visible()) continue;
     const std::string name = form.name() + " \"" + one->text() + "\"";
     const Rect& bounds = one->bounds();
-    if (bounds.width <= 0 || bounds.height <= 0) faults += name + ": no size\n";
-    if (!LiesIn(bounds, inside)) faults += name + ": outside the window\n";
-    const auto* list = dynamic_cast<const ListView*>(one);
-    if (list && !ColumnsFit(*list)) faults += name + ": the columns are wider than the list\n";
+    if (bounds.width <= 0 || bounds.height <= 0 || !LiesIn(bounds, inside)) {
+      faults += name + " has no room\n";
+    }
     for (const Control* other : form.controls()) {
       if (other == one) break;
       if (other->visible() && Overlap(bounds, other->bounds()) && !Holds(*one, *other) &&

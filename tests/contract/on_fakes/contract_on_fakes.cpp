@@ -35,11 +35,6 @@ class OnFakes : public ContractPlatform {
     return "C:\\test_contract.exe --write|" + std::to_string(milliseconds) + "|" + file;
   }
 
-  ForeignWindow openWindow(const std::string& className, const std::string& title) override {
-    constexpr std::uint32_t kSomeProcess = 7;
-    return machine_.windows.open(className, title, kSomeProcess);
-  }
-
  private:
   FakePlatform machine_;
 };
