@@ -8,22 +8,38 @@
 namespace pavoline::testing {
 namespace {
 
+// Texts in which the program puts something in place of these words.
+using Placeholders = std::map<std::size_t, std::string>;
+
+template <class Table>
+void Number(Table& table, const std::string& letter, const Placeholders& placeholders) {
+  for (std::size_t n = 0; n < table.size(); ++n) {
+    table[n] = letter + std::to_string(n);
+    if (const auto it = placeholders.find(n); it != placeholders.end()) table[n] += it->second;
+  }
+}
+
 Texts RecognisableTexts() {
-  // Texts in which the program puts something in place of these words.
-  const std::map<std::size_t, std::string> placeholders = {
-      {14, " %f%"},  {15, " %bp%"}, {16, " %ip%"}, {17, " %ip_id%"}, {19, " %ip_id%"},
-      {26, " %n%"},  {31, " %ip%"}, {55, " %n%"},  {73, " %ip%"},    {68, " %bp%"},
-      {69, " %bp%"}, {78, " %f%"},  {83, " %F%"},  {87, " %F%"},     {112, " %v%"}};
+  const Placeholders inStrings = {{14, " %f%"},     {15, " %bp%"}, {16, " %ip%"}, {17, " %ip_id%"},
+                                  {19, " %ip_id%"}, {26, " %n%"},  {31, " %ip%"}, {55, " %n%"},
+                                  {73, " %ip%"},    {68, " %bp%"}, {69, " %bp%"}, {78, " %f%"},
+                                  {83, " %F%"},     {87, " %F%"},  {112, " %v%"}};
+  const Placeholders inMore = {{1, " %label%, %size%, %fs%, %disk%"},
+                               {3, " %f% %ip%"},
+                               {4, " %bp%"},
+                               {5, " %ip%"},
+                               {8, " %ip% %bp%"},
+                               {11, " %bp%"},
+                               {12, " %f%"},
+                               {13, " %f%"},
+                               {16, " %ip% %bp%"},
+                               {17, " %e%"},
+                               {18, " %f%"},
+                               {24, " %f%"}};
   Texts texts;
-  for (std::size_t n = 0; n < texts.strings.size(); ++n) {
-    texts.strings[n] = "S" + std::to_string(n);
-    if (const auto it = placeholders.find(n); it != placeholders.end()) {
-      texts.strings[n] += it->second;
-    }
-  }
-  for (std::size_t n = 0; n < texts.captions.size(); ++n) {
-    texts.captions[n] = "C" + std::to_string(n);
-  }
+  Number(texts.strings, "S", inStrings);
+  Number(texts.captions, "C", {});
+  Number(texts.more, "M", inMore);
   return texts;
 }
 
@@ -48,6 +64,7 @@ Workshop::Workshop() {
   FurnishProgram(*this);
   session.texts = RecognisableTexts();
   session.osVersion = 10.0f;
+  session.activity = Activity::kIdle;
   session.titleCaption = "Pavoline";
   form.setCaption("Pavoline");
   form.command1[kStart].setText(session.texts.strings[2]);
