@@ -38,6 +38,16 @@ std::string pathWithin(const std::wstring& argument) {
   return {};
 }
 
+// The file that standard error goes to; empty when it goes to none. Wine hands a Unix program the
+// two other streams only.
+std::string errorFile() {
+  const HANDLE errors = GetStdHandle(STD_ERROR_HANDLE);
+  wchar_t path[MAX_PATH] = {};
+  if (GetFileType(errors) != FILE_TYPE_DISK) return {};
+  const DWORD length = GetFinalPathNameByHandleW(errors, path, MAX_PATH, FILE_NAME_NORMALIZED);
+  return length > 0 && length < MAX_PATH ? bench::unixPath(path) : std::string();
+}
+
 // Scripts cannot reach the mount manager; they leave lines "define F cdrom /path" or "define F
 // none" here.
 void defineRequestedDrives(const std::string& requestFile) {
@@ -80,6 +90,9 @@ int main() {
                                    request,
                                    bench::toUtf8(bench::rawArguments()),
                                    std::to_string(count - 1)};
+  if (const std::string errors = errorFile(); !errors.empty()) {
+    call.insert(call.begin(), {"bash", "-c", "exec \"$@\" 2>>\"$0\"", errors});
+  }
   for (int i = 1; i < count; ++i) call.push_back(bench::toUtf8(values[i]));
   for (int i = 1; i < count; ++i) call.push_back(pathWithin(values[i]));
   const int result = bench::runUnix(call);

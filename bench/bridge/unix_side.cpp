@@ -36,6 +36,7 @@ constexpr DWORD kDefineUnixDrive =
 ULONG driveType(const std::string& kind) {
   if (kind == "cdrom") return DRIVE_CDROM;
   if (kind == "removable") return DRIVE_REMOVABLE;
+  if (kind == "network") return DRIVE_REMOTE;
   return kind == "none" ? DRIVE_NO_ROOT_DIR : DRIVE_FIXED;
 }
 

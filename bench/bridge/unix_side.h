@@ -21,7 +21,8 @@ std::wstring windowsForm(const std::string& unixPath);
 // killed, -1 when Wine cannot run it.
 int runUnix(const std::vector<std::string>& arguments);
 
-// Gives a folder a drive letter ("hd", "cdrom" or "removable"), or takes the letter away ("none").
+// Gives a folder a drive letter ("hd", "cdrom", "removable" or "network"), or takes the letter away
+// ("none").
 bool defineDrive(wchar_t letter, const std::string& kind, const std::string& folder);
 
 // Value of an environment variable, empty when it is not set.

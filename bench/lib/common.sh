@@ -4,8 +4,8 @@ bench_source=$repo/bench
 bench_build=${PAVOLINE_BENCH_BUILD:-$repo/build/bench}
 export WINEDEBUG=${WINEDEBUG:--all}
 # No helper windows of Wine's own (.NET or browser offers), no menu entries on the user's desktop; and
-# the bench's tools instead of Wine's programs of the same names.
-export WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d;dism.exe,cacls.exe,shutdown.exe=n"
+# the bench's tools and library instead of Wine's of the same names.
+export WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d;dism.exe,cacls.exe,shutdown.exe=n;version=n,b"
 
 # Wine takes names of files in the locale's letters; a bare machine has no locale but "C".
 [[ ${LC_ALL:-${LC_CTYPE:-${LANG:-}}} == *[Uu][Tt][Ff]* ]] || export LC_ALL=C.UTF-8
@@ -17,7 +17,7 @@ die() {
 }
 
 bench_packages=(wine64 wine xvfb wimtools ntfs-3g xorriso qemu-utils imagemagick fonts-wine fonts-wqy-microhei
-  locales-all procps perl)
+  locales-all procps perl fdisk)
 build_packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix libgtest-dev libgmock-dev)
 
 # need_packages NAME...: installs what is missing, or says how and stops.

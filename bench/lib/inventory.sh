@@ -9,7 +9,8 @@ wimlib-imagex|real: Debian's wimtools; --compact and --wimboot are checked and l
 format|$ntfs
 imdisk|real ISO contents (xorriso); the driver is a stand-in, a folder gets the drive letter
 diskpart|real VHD and VHDX files (qemu-img), NTFS as for format; attaching is a stand-in
-CxDir|stand-in: prints the bench's own table, Wine's disks have no partition tables
+disks|real partition tables (sfdisk) on disk images; a kernel-mode driver of the bench answers for them
+mount points|stand-in: two functions that this Wine lacks move the letters of the bench's volumes
 dism|stand-in: copies drivers into the image's driver store
 bcdboot|stand-in: copies boot files and writes a readable boot store
 bootsect|stand-in: records the boot code asked for

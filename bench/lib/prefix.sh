@@ -5,7 +5,7 @@ bench_template=$bench_build/template
 set_registry() { wine reg add "$1" /v "$2" /d "$3" /f >/dev/null 2>&1; }
 
 make_template() {
-  [[ -f $bench_template/complete ]] && return 0
+  [[ -f $bench_template/complete ]] && grep -qs 'Services\\\\BenchDisk' "$bench_template/system.reg" && return 0
   rm -rf "$bench_template"
   mkdir -p "$bench_template"
   say_line "making the template of the Wine prefix (once)"
@@ -17,6 +17,9 @@ make_template() {
   # Every program stands in one desktop of this name, which Wine gives a taskbar.
   set_registry 'HKCU\Software\Wine\Explorer' Desktop shell
   set_registry 'HKCU\Software\Wine\Explorer\Desktops' shell "${BENCH_SCREEN:-1024x768}"
+  # The mount manager's own group: both are loaded into one process, where they find each other.
+  wine sc create BenchDisk type= kernel start= auto group= "System Bus Extender" \
+    binPath= 'C:\windows\system32\drivers\benchdisk.sys' >/dev/null 2>&1
   wineserver -w
   find "$bench_template/dosdevices" -type l ! -name c: -delete
   touch "$bench_template/complete"
@@ -32,6 +35,13 @@ place_bridge() {
   done
 }
 
+place_disk_programs() {
+  cp "$(bench_bin "$bench_arch")/benchdisk.sys" "$1/drivers/"
+  ln -s "$bench/disks/table" "$1/drivers/benchdisk.txt"
+  rm -f "$1/version.dll"
+  cp "$(bench_bin "$bench_arch")/version.dll" "$1/"
+}
+
 make_prefix() {
   cp -al "$bench_template" "$bench/prefix"
   local file
@@ -42,6 +52,7 @@ make_prefix() {
   done
   rm -f "$bench/prefix/wineserver" "$bench/prefix/complete"
   mkdir -p "$bench/prefix/drive_c/windows/temp" "$bench/prefix/drive_c/windows/system32/drivers"
+  place_disk_programs "$bench/prefix/drive_c/windows/system32"
 }
 
 place_system_tools() {
@@ -62,10 +73,6 @@ place_application() {
   place_bridge wimlib-imagex.exe "$bin/wimlib-imagex/$bench_arch"
   place_bridge bcdboot.exe "$bin/Boot/$bench_arch"
   place_bridge bootsect.exe "$bin/Boot/$bench_arch"
-  if [[ -f $bin/CxDir/$bench_arch/CxDir.exe ]]; then
-    mv "$bin/CxDir/$bench_arch/CxDir.exe" "$bin/CxDir/$bench_arch/CxDir-real.exe"
-  fi
-  place_bridge CxDir.exe "$bin/CxDir/$bench_arch"
 }
 
 # place_ghost BUILD: the stand-in whose version carries this build, "none" for no version at all.

@@ -18,11 +18,11 @@ done
 [[ $sure == yes ]] || refuse "would ask: WARNING, ALL DATA ON DRIVE ${args[0]} WILL BE LOST! (Y/N)"
 ((${#label} <= 32)) || refuse "label longer than 32 characters"
 [[ $letter != [cx] ]] || refuse "Cannot format the system drive"
-volume_exists "$letter" || refuse "The volume ${args[0]} does not exist"
+volume=$(volume_behind "$letter") && volume_exists "$volume" || refuse "The volume ${args[0]} does not exist"
 if value=$(fault die); then
   note "ERROR asked to die"
   exit "${value:-1}"
 fi
 say "The type of the file system is NTFS." "${quick/yes/Quick}Formatting"
-volume_format "$letter" "$label" || refuse "Cannot lock the drive: it is in use"
+volume_format "$volume" "$label" || refuse "Cannot lock the drive: it is in use"
 say "Format complete."

@@ -77,7 +77,6 @@ vdisk_assign() {
     ln -f "$folder/part.img" "$(volume_image "$2")"
     volume_mount "$2" || return 1
   fi
-  cp "$folder/formatted" "$bench/disks/$2.label" 2>/dev/null || true
   echo "$2" >"$folder/letter"
   request_drive "$2" hd "$bench/volumes/$2"
 }

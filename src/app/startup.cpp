@@ -11,7 +11,6 @@
 #include "form/main_layout.h"
 #include "form/text_numbers.h"
 #include "install/installation.h"
-#include "install/start_checks.h"
 #include "platform/dialogs.h"
 #include "platform/environment.h"
 #include "platform/files.h"
@@ -107,6 +106,11 @@ void ApplySwitches(Session& session) {
   form.check[kRestart].setValue(line.reboot ? 1 : 0);
   TakePartition(session, line.bootPartition, form.text[kBootPartition]);
   TakePartition(session, line.installPartition, form.text[kInstallPartition]);
+  // What the list preselected went by another install partition.
+  if (line.bootPartition == kAnyPartition) {
+    form.text[kBootPartition].setText("");
+    FillPartitionList(session, PartitionListKind::kBoot);
+  }
   // Without its switch an unattended run never formats, whatever the settings file says. A Ghost
   // image has taken the choice away, since a restore always overwrites.
   if (KindOf(form.combo1.text()) != ImageKind::kGho) {
@@ -214,7 +218,7 @@ void AutoStartTick(Session& session) {
   const std::string& boot = form.text[kBootPartition].text();
   if (Matches(form.text[kInstallPartition], session.commandLine.installPartition) &&
       Matches(form.text[kBootPartition], session.commandLine.bootPartition)) {
-    StartInstallation(session);
+    Command1_Click(session, kStart);
     return;
   }
   refuse(ReplaceAll(ReplaceAll(More(session, kMoreOtherPartitions), "%ip%", install), "%bp%", boot),

@@ -66,26 +66,32 @@ std::string QueryModel(HANDLE device) {
                    TextAt(answer, descriptor->ProductIdOffset));
 }
 
-// The drive layout; empty after an error, which is then the thread's last error.
-Buffer QueryLayout(HANDLE device) {
+struct LayoutAnswer {
+  Buffer layout;
+  DWORD error = 0;
+};
+
+LayoutAnswer QueryLayout(HANDLE device) {
   constexpr std::size_t kLargest = 4 * 1024 * 1024;
+  DWORD error = 0;
   for (std::size_t room = 32 * 1024; room <= kLargest; room *= 2) {
     Buffer answer(room);
     DWORD size = 0;
     if (DeviceIoControl(device, IOCTL_DISK_GET_DRIVE_LAYOUT_EX, nullptr, 0, answer.data(),
                         static_cast<DWORD>(answer.size()), &size, nullptr)) {
       answer.resize(size);
-      return answer;
+      return {std::move(answer), 0};
     }
-    const DWORD error = GetLastError();
-    if (error != ERROR_INSUFFICIENT_BUFFER && error != ERROR_MORE_DATA) return {};
+    error = GetLastError();  // before anything else, the buffer's end included, can change it
+    if (error != ERROR_INSUFFICIENT_BUFFER && error != ERROR_MORE_DATA) break;
   }
-  return {};
+  return {{}, error};
 }
 
 TableEntry EntryOf(const PARTITION_INFORMATION_EX& partition) {
   TableEntry entry;
   entry.number = partition.PartitionNumber;
+  entry.offset = static_cast<std::uint64_t>(partition.StartingOffset.QuadPart);
   entry.bytes = static_cast<std::uint64_t>(partition.PartitionLength.QuadPart);
   if (partition.PartitionStyle == PARTITION_STYLE_GPT) {
     static_assert(sizeof partition.Gpt.PartitionType == sizeof entry.gptType);
@@ -106,7 +112,9 @@ void ReadLayout(const Buffer& layout, Disk& disk) {
       head->PartitionStyle == PARTITION_STYLE_GPT ? PartitionStyle::kGpt : PartitionStyle::kMbr;
   const std::size_t count = std::min<std::size_t>(
       head->PartitionCount, (layout.size() - kHead) / sizeof(PARTITION_INFORMATION_EX));
-  for (std::size_t i = 0; i < count; ++i) disk.entries.push_back(EntryOf(head->PartitionEntry[i]));
+  // Not by way of head->PartitionEntry, an array of one for the compiler.
+  const auto* entries = reinterpret_cast<const PARTITION_INFORMATION_EX*>(layout.data() + kHead);
+  for (std::size_t i = 0; i < count; ++i) disk.entries.push_back(EntryOf(entries[i]));
 }
 
 }  // namespace
@@ -130,13 +138,13 @@ DiskAnswer QueryDisk(std::uint32_t number) {
                             OPEN_EXISTING, 0, nullptr));
   if (!device) return {std::nullopt, GetLastError()};
 
-  const Buffer layout = QueryLayout(device.get());
-  if (layout.empty()) return {std::nullopt, GetLastError()};
+  const LayoutAnswer answer = QueryLayout(device.get());
+  if (answer.error != 0) return {std::nullopt, answer.error};
 
   Disk disk;
   disk.number = number;
   disk.model = QueryModel(device.get());
-  ReadLayout(layout, disk);
+  ReadLayout(answer.layout, disk);
   return {std::move(disk), 0};
 }
 

@@ -39,17 +39,22 @@ struct MbrKind {
   std::string_view kind;
 };
 
+constexpr std::uint8_t kMbrRecovery = 0x27;
+
 // Types that say more than their place in the table does.
 constexpr MbrKind kMbrKinds[] = {
-    {0xEF, "EFI"},   {0x27, "Recovery"}, {0x42, "Dynamic"},
-    {0x82, "Linux"}, {0x83, "Linux"},    {0x8E, "Linux"},
+    {0xEF, "EFI"},     {kMbrRecovery, "Recovery"},
+    {0x42, "Dynamic"}, {0x82, "Linux"},
+    {0x83, "Linux"},   {0x8E, "Linux"},
 };
 
-std::string_view MbrPartitionKind(std::uint8_t type, std::size_t index) {
+std::string_view MbrPartitionKind(const TableEntry& entry, std::size_t index) {
+  const bool primary = index < kPrimarySlots;
+  if (entry.mbrType == kMbrRecovery && entry.active && primary) return "Primary";
   for (const MbrKind& known : kMbrKinds) {
-    if (known.type == type) return known.kind;
+    if (known.type == entry.mbrType) return known.kind;
   }
-  return index < kPrimarySlots ? "Primary" : "Logical";
+  return primary ? "Primary" : "Logical";
 }
 
 std::string_view GptPartitionKind(const GptType& type) {
@@ -77,7 +82,8 @@ std::string Trimmed(std::string_view text) {
 
 bool IsListed(PartitionStyle style, const TableEntry& entry) {
   if (style == PartitionStyle::kGpt) return entry.gptType != GptType{};
-  constexpr std::uint8_t kNotPartitions[] = {0x00, 0x05, 0x0F, 0x85};  // empty, and frames
+  // Empty; frames of logical drives; the place holder on a disk whose real table is a GPT.
+  constexpr std::uint8_t kNotPartitions[] = {0x00, 0x05, 0x0F, 0x85, 0xEE};
   return std::find(std::begin(kNotPartitions), std::end(kNotPartitions), entry.mbrType) ==
          std::end(kNotPartitions);
 }
@@ -85,6 +91,29 @@ bool IsListed(PartitionStyle style, const TableEntry& entry) {
 // A disk without a table reports its one partition as number 0; whoever reads the list counts
 // from 1.
 std::uint32_t FromOne(std::uint32_t partition) { return std::max<std::uint32_t>(partition, 1); }
+
+bool LiesOn(const Volume& volume, const Disk& disk, const TableEntry& entry) {
+  return std::any_of(volume.extents.begin(), volume.extents.end(), [&](const VolumeExtent& extent) {
+    return extent.disk == disk.number && extent.offset >= entry.offset &&
+           extent.offset - entry.offset < entry.bytes;
+  });
+}
+
+// What to print beside a partition: its volumes with a letter, else the one without, else nothing.
+std::vector<Volume> VolumesOn(const Disk& disk, const TableEntry& entry,
+                              const std::vector<Volume>& volumes) {
+  std::vector<Volume> lettered;
+  Volume letterless;
+  for (const Volume& volume : volumes) {
+    if (!LiesOn(volume, disk, entry)) continue;
+    if (!volume.root.empty()) {
+      lettered.push_back(volume);
+    } else if (letterless.extents.empty()) {
+      letterless = volume;
+    }
+  }
+  return lettered.empty() ? std::vector<Volume>{letterless} : lettered;
+}
 
 std::string Line(const Disk& disk, const TableEntry& entry, std::size_t index,
                  const Volume& volume) {
@@ -112,23 +141,17 @@ std::string Line(const Disk& disk, const TableEntry& entry, std::size_t index,
 
 std::string SizeText(std::uint64_t bytes) {
   constexpr std::uint64_t kMegabyte = std::uint64_t{1} << 20;
-  std::uint64_t unit = kMegabyte;
-  const char* name = "MB";
-  if (bytes >= kMegabyte << 20) {
-    unit = kMegabyte << 20;
-    name = "TB";
-  } else if (bytes >= kMegabyte << 10) {
-    unit = kMegabyte << 10;
-    name = "GB";
-  }
+  constexpr std::uint64_t kGigabyte = std::uint64_t{1} << 30;
+  const bool large = bytes >= kGigabyte;
+  const std::uint64_t unit = large ? kGigabyte : kMegabyte;
   const std::uint64_t hundredths = bytes % unit * 100 / unit;
   return std::to_string(bytes / unit) + (hundredths < 10 ? ".0" : ".") +
-         std::to_string(hundredths) + name;
+         std::to_string(hundredths) + (large ? "GB" : "MB");
 }
 
 std::string_view PartitionKind(PartitionStyle style, const TableEntry& entry, std::size_t index) {
   return style == PartitionStyle::kGpt ? GptPartitionKind(entry.gptType)
-                                       : MbrPartitionKind(entry.mbrType, index);
+                                       : MbrPartitionKind(entry, index);
 }
 
 std::string ModelText(std::string_view vendor, std::string_view product) {
@@ -145,10 +168,9 @@ std::vector<std::string> PartitionLines(const std::vector<Disk>& disks,
     for (std::size_t i = 0; i < disk.entries.size(); ++i) {
       const TableEntry& entry = disk.entries[i];
       if (!IsListed(disk.style, entry)) continue;
-      const auto volume = std::find_if(volumes.begin(), volumes.end(), [&](const Volume& v) {
-        return v.disk == disk.number && FromOne(v.partition) == FromOne(entry.number);
-      });
-      lines.push_back(Line(disk, entry, i, volume == volumes.end() ? Volume{} : *volume));
+      for (const Volume& volume : VolumesOn(disk, entry, volumes)) {
+        lines.push_back(Line(disk, entry, i, volume));
+      }
     }
   }
   return lines;

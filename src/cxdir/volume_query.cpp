@@ -18,8 +18,8 @@ struct VolumeSearchCloser {
 using VolumeSearch = BasicHandle<VolumeSearchCloser>;
 
 // path: a root with its closing backslash.
-Volume Describe(const VolumeNumber& number, std::string root, const std::wstring& path) {
-  Volume volume{number.disk, number.partition, std::move(root), {}, {}};
+Volume Describe(std::vector<VolumeExtent> extents, std::string root, const std::wstring& path) {
+  Volume volume{std::move(extents), std::move(root), {}, {}};
   wchar_t label[MAX_PATH + 1] = L"";
   wchar_t fileSystem[MAX_PATH + 1] = L"";
   if (GetVolumeInformationW(path.c_str(), label, MAX_PATH + 1, nullptr, nullptr, nullptr,
@@ -30,22 +30,28 @@ Volume Describe(const VolumeNumber& number, std::string root, const std::wstring
   return volume;
 }
 
+// What never lies on a disk here is not asked: a server that is gone is waited for, a drive wakes
+// up.
+bool MayLieOnDisk(const std::wstring& path) {
+  const UINT type = GetDriveTypeW(path.c_str());
+  return type != DRIVE_REMOTE && type != DRIVE_CDROM;
+}
+
 void AddLetters(std::vector<Volume>& volumes) {
   const DWORD present = GetLogicalDrives();
   for (int i = 0; i < 26; ++i) {
     if ((present >> i & 1) == 0) continue;
     const std::string root = {static_cast<char>('A' + i), ':'};
-    const auto number = VolumeNumberOfDrive(root);
-    if (!number) continue;
     const std::wstring path = {static_cast<wchar_t>(L'A' + i), L':', L'\\'};
-    volumes.push_back(Describe(*number, root, path));
+    if (!MayLieOnDisk(path)) continue;
+    auto extents = VolumeExtentsOfDrive(root);
+    if (!extents.empty()) volumes.push_back(Describe(std::move(extents), root, path));
   }
 }
 
-bool IsKnown(const std::vector<Volume>& volumes, const VolumeNumber& number) {
-  return std::any_of(volumes.begin(), volumes.end(), [&](const Volume& volume) {
-    return volume.disk == number.disk && volume.partition == number.partition;
-  });
+bool IsKnown(const std::vector<Volume>& volumes, const std::vector<VolumeExtent>& extents) {
+  return std::any_of(volumes.begin(), volumes.end(),
+                     [&](const Volume& volume) { return volume.extents == extents; });
 }
 
 // System and recovery partitions usually have no letter, yet a file system and a label.
@@ -55,8 +61,9 @@ void AddLetterless(std::vector<Volume>& volumes) {
   if (!search) return;
   do {
     const std::wstring path = name;
-    const auto number = VolumeNumberOfDevice(path.substr(0, path.find_last_not_of(L'\\') + 1));
-    if (number && !IsKnown(volumes, *number)) volumes.push_back(Describe(*number, "", path));
+    auto extents = VolumeExtentsOfDevice(path.substr(0, path.find_last_not_of(L'\\') + 1));
+    if (extents.empty() || IsKnown(volumes, extents)) continue;
+    volumes.push_back(Describe(std::move(extents), "", path));
   } while (FindNextVolumeW(search.get(), name, MAX_PATH + 1));
 }
 

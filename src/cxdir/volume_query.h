@@ -6,8 +6,8 @@
 
 namespace pavoline {
 
-// The volumes that lie on partitions of disks: those with a letter in the order of the alphabet,
-// then those without one. A volume that cannot be read keeps file system and label empty.
+// The volumes that lie on disks: those with a letter in the order of the alphabet, once for each
+// letter, then those without one. A volume that cannot be read keeps file system and label empty.
 std::vector<Volume> QueryVolumes();
 
 }  // namespace pavoline

@@ -136,15 +136,16 @@ void EndInstallation(Session& session, const Outcome& outcome) {
   Journal(session, std::string("outcome: ") + Word(outcome.kind) +
                        (*outcome.step == '\0' ? "" : std::string(" in step: ") + outcome.step) +
                        ", exit code " + std::to_string(static_cast<int>(session.exitCode)));
-  if (!outcome.failure.text.empty()) {
-    Message(session, outcome.failure.text, outcome.failure.flags, outcome.failure.title);
-  }
+  // Over before it is told: a window closed over the message cancels nothing any more.
   const bool ran = session.installation != nullptr;
   if (ran) {
     session.installation->activity.leave();
     session.installation.reset();
   }
   TakeLetterBack(session);
+  if (!outcome.failure.text.empty() && !form.unloaded()) {
+    Message(session, outcome.failure.text, outcome.failure.flags, outcome.failure.title);
+  }
   if (form.unloaded()) return;
   if (ran) {
     if (outcome.kind != Outcome::kDone && outcome.failure.code != ExitCode::kIncomplete) {

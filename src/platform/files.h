@@ -52,7 +52,7 @@ class Files {
                                               std::size_t room) = 0;
 
   // Writes a file that must not be there yet: nothing that lies under the name is taken over. False
-  // when something does, or when any byte could not be written.
+  // when something does, or when any byte could not be written; nothing of it stays then.
   virtual bool create(const std::string& path, const std::string& bytes) = 0;
 
   // Creates or truncates the file. False when any byte could not be written.

@@ -51,6 +51,9 @@ struct StartRequest {
   // Empty: the streams are those of the program's own console. A file that cannot be made costs
   // the output, not the start.
   std::string outputFile;
+
+  // Standard output is dropped instead: the interpreter echoes a batch file's lines there.
+  bool errorsOnly = false;
 };
 
 class Processes {

@@ -12,6 +12,7 @@ namespace pavoline {
 namespace {
 
 constexpr char kScript[] = "SetDrv";
+constexpr int kLongestAnswer = 60;          // ticks
 constexpr std::size_t kLogEnd = 64 * 1024;  // bytes; a line of dism's is a few hundred
 
 std::string LogPath(Session& session) { return TempFile(session, "SetDrv.xml"); }
@@ -62,8 +63,10 @@ StepResult DriverMonitorTick(Session& session, DriverRun& run) {
     return StepResult::Waits();
   }
   // Whatever the last line says: dism may fail and end with a long one that names its own log.
-  const bool ended = run.tool->look(session) == FollowedProgram::Sign::kEnded;
-  return ended ? Finish(session, run) : StepResult::Waits();
+  if (run.tool->look(session) != FollowedProgram::Sign::kEnded) return StepResult::Waits();
+  // The interpreter knows how dism ended, and follows it at once.
+  const bool answerDue = run.tool->starterRuns() && ++run.ticksWithout < kLongestAnswer;
+  return answerDue ? StepResult::Waits() : Finish(session, run);
 }
 
 }  // namespace pavoline

@@ -13,6 +13,7 @@ namespace pavoline {
 struct DriverRun {
   std::optional<FollowedProgram> tool;
   bool complete = false;  // dism has ended and reported success
+  int ticksWithout = 0;   // since dism went while its interpreter stayed
 };
 
 // Starts adding the plan's driver folder to the applied system and lets Timer3 follow. Done, with

@@ -36,8 +36,8 @@ std::unique_ptr<StartedProgram> Start(Session& session, const std::string& comma
   Processes& processes = session.platform.processes;
   const std::uintptr_t oldView =
       session.osVersion > kLastVersionWithoutRedirection ? processes.disableRedirection() : 0;
-  auto program =
-      processes.start({commandLine, mode, SystemProgram(session, commandLine), outputFile});
+  auto program = processes.start({commandLine, mode, SystemProgram(session, commandLine),
+                                  outputFile, commandLine.ends_with(".bat")});
   if (oldView != 0) processes.revertRedirection(oldView);
   if (!program) Journal(session, "could not be started: " + commandLine);
   return program;
@@ -70,7 +70,9 @@ ToolEnd ShellAndWait(Session& session, const std::string& commandLine, ShowMode 
   ToolEnd end;
   // A program with a window of its own keeps its console.
   const std::string words =
-      mode == ShowMode::kHidden ? TempFile(session, "tool.err") : std::string();
+      mode == ShowMode::kHidden
+          ? TempFile(session, "tool" + std::to_string(++session.toolRuns) + ".err")
+          : std::string();
   const std::uint64_t began = session.platform.environment.milliseconds();
   const auto program = Start(session, commandLine, mode, words);
   if (!program) return end;

@@ -62,6 +62,8 @@ struct Session {
   SourceRun sourceRun;
   bool sourceFaultTold = false;  // why the source cannot be used has been shown
 
+  unsigned toolRuns = 0;  // so far; gives each run's output a file of its own
+
   std::string lentLetter;  // drive given to a boot partition for this run, "S:"; empty: none
 
   // Changed by ActivityScope, besides the end of the start and that of the window.

@@ -133,14 +133,16 @@ void FormWindow::sync() {
     DestroyWindow(handle_);
     return;
   }
-  syncing_ = true;
+  struct Mark {
+    bool& syncing;
+    ~Mark() { syncing = false; }
+  } mark{syncing_ = true};
   if (shownRevision_ != form_.revision()) syncForm();
   for (auto& view : views_) view->sync(style_);
   syncDefaultButton();
   syncTooltips();
   syncTimers();
   syncFocus();
-  syncing_ = false;
 }
 
 void FormWindow::syncForm() {

@@ -49,7 +49,9 @@ LRESULT CALLBACK FormWindow::windowProcedure(HWND handle, UINT message, WPARAM w
     window->onDestroyed();
     return 0;
   }
-  return window->handleMessage(message, wParam, lParam);
+  LRESULT result = 0;
+  window->loop_.guard([&] { result = window->handleMessage(message, wParam, lParam); });
+  return result;
 }
 
 LRESULT FormWindow::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -173,7 +175,8 @@ bool FormWindow::preTranslate(MSG& message) {
     if (!(listKey && ListIsOpen(message.hwnd))) {
       if (form_.onKeyDown && form_.onKeyDown(key, ShiftKeys())) return true;
       ControlView* view = viewOf(message.hwnd);
-      if (key == VK_RETURN && view != nullptr && view->onEnter()) return true;
+      const bool enter = key == VK_RETURN && message.message == WM_KEYDOWN;
+      if (enter && view != nullptr && view->onEnter()) return true;
     }
   }
   return handle_ == nullptr || IsDialogMessageW(handle_, &message) != 0;

@@ -40,8 +40,12 @@ struct KernelObject {
 struct FileSearch {
   static void close(HANDLE handle) { FindClose(handle); }
 };
+struct VolumeSearch {
+  static void close(HANDLE handle) { FindVolumeClose(handle); }
+};
 
 using Handle = BasicHandle<KernelObject>;
 using FindHandle = BasicHandle<FileSearch>;
+using VolumeSearchHandle = BasicHandle<VolumeSearch>;
 
 }  // namespace pavoline

@@ -1,6 +1,7 @@
 #include "win32/message_loop.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "win32/form_window.h"
 
@@ -17,6 +18,7 @@ void MessageLoop::sync() {
 
 void MessageLoop::handlePending() {
   sync();
+  callEnded();
   // A handler that is slower than its timer would keep the queue from ever being empty.
   constexpr int kMostAtOnce = 200;
   MSG message;
@@ -25,17 +27,50 @@ void MessageLoop::handlePending() {
   }
 }
 
+void MessageLoop::handleFor(long milliseconds) {
+  const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(milliseconds);
+  handlePending();
+  for (ULONGLONG now = GetTickCount64(); !ended_ && now < end; now = GetTickCount64()) {
+    sleep(nullptr, static_cast<DWORD>(end - now));
+    handlePending();
+  }
+}
+
 void MessageLoop::waitFor(HANDLE handle) {
   sync();
-  const DWORD woken =
-      MsgWaitForMultipleObjectsEx(1, &handle, INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
-  if (woken == WAIT_OBJECT_0 + 1) handlePending();
+  if (sleep(handle, INFINITE) != WAIT_OBJECT_0) handlePending();
 }
 
 void MessageLoop::runUntil(const std::function<bool()>& done) {
   sync();
   MSG message;
-  while (!ended_ && !done() && GetMessageW(&message, nullptr, 0, 0) != -1) handle(message);
+  while (!ended_ && !done()) {
+    if (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+      handle(message);
+    } else {
+      sleep(nullptr, INFINITE);
+    }
+    callEnded();
+  }
+}
+
+// Wakes for `handle`, which may be null, as WAIT_OBJECT_0, else for a watched process or a message.
+DWORD MessageLoop::sleep(HANDLE handle, DWORD milliseconds) {
+  std::vector<HANDLE> handles = processes_.handles(handle);
+  if (handle != nullptr) handles.insert(handles.begin(), handle);
+  const DWORD woken =
+      MsgWaitForMultipleObjectsEx(static_cast<DWORD>(handles.size()), handles.data(), milliseconds,
+                                  QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+  return handle == nullptr ? WAIT_TIMEOUT : woken;
+}
+
+void MessageLoop::callEnded() {
+  // An action that watches an ended process anew is called in the next round.
+  const unsigned end = processes_.nextNumber();
+  while (const ProcessWatch::Action action = processes_.takeEnded(end)) {
+    guard(action);
+    sync();
+  }
 }
 
 void MessageLoop::handle(MSG& message) {
@@ -43,12 +78,24 @@ void MessageLoop::handle(MSG& message) {
     ended_ = true;
     return;
   }
-  const auto takes = [&message](FormWindow* window) { return window->preTranslate(message); };
-  if (std::none_of(windows_.rbegin(), windows_.rend(), takes)) {
-    TranslateMessage(&message);
-    DispatchMessageW(&message);
+  guard([&] {
+    const auto takes = [&message](FormWindow* window) { return window->preTranslate(message); };
+    if (std::none_of(windows_.rbegin(), windows_.rend(), takes)) {
+      TranslateMessage(&message);
+      DispatchMessageW(&message);
+    }
+    sync();
+  });
+}
+
+void MessageLoop::tellFault(const char* text) {
+  if (!onFault_) std::terminate();
+  if (std::exchange(faulted_, true)) return;
+  try {
+    onFault_(text);
+  } catch (...) {
+    // There is nobody left to tell.
   }
-  sync();
 }
 
 HWND MessageLoop::mainWindow() const {

@@ -53,6 +53,11 @@ class ButtonView : public CaptionView {
   void onCommand(int code) override {
     if (code == BN_CLICKED) button_.press();
   }
+  // The system would press the form's default button where the keyboard came here by a click.
+  bool onEnter() override {
+    button_.press();
+    return true;
+  }
 
  private:
   Button& button_;

@@ -7,7 +7,7 @@
 namespace pavoline {
 namespace {
 
-// Equal but for check marks.
+// Equal but for what marks and greys them.
 bool SameEntries(const std::vector<MenuItem>& a, const std::vector<MenuItem>& b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(),
                     [](const MenuItem& x, const MenuItem& y) {
@@ -16,12 +16,19 @@ bool SameEntries(const std::vector<MenuItem>& a, const std::vector<MenuItem>& b)
                     });
 }
 
-void ShowCheckMarks(HMENU menu, const std::vector<MenuItem>& items) {
-  for (const MenuItem& item : items) {
-    ShowCheckMarks(menu, item.items);
-    if (item.separator() || !item.items.empty()) continue;
-    CheckMenuItem(menu, static_cast<UINT>(item.id),
-                  MF_BYCOMMAND | static_cast<UINT>(item.checked ? MF_CHECKED : MF_UNCHECKED));
+// The entries stand in the menu in their order, above the system's.
+void ShowStates(HMENU menu, const std::vector<MenuItem>& items) {
+  for (UINT place = 0; place < items.size(); ++place) {
+    const MenuItem& item = items[place];
+    if (item.separator()) continue;
+    const auto state = static_cast<UINT>(item.enabled ? MF_ENABLED : MF_GRAYED);
+    EnableMenuItem(menu, place, MF_BYPOSITION | state);
+    if (item.items.empty()) {
+      const auto mark = static_cast<UINT>(item.checked ? MF_CHECKED : MF_UNCHECKED);
+      CheckMenuItem(menu, place, MF_BYPOSITION | mark);
+    } else {
+      ShowStates(GetSubMenu(menu, static_cast<int>(place)), item.items);
+    }
   }
 }
 
@@ -65,7 +72,7 @@ void SystemMenuView::show(HWND window, const std::vector<MenuItem>& items) {
     for (auto item = items.rbegin(); item != items.rend(); ++item) insert(menu, 0, *item);
   }
   shown_ = items;
-  ShowCheckMarks(GetSystemMenu(window, FALSE), items);
+  ShowStates(GetSystemMenu(window, FALSE), items);
 }
 
 void SystemMenuView::insert(HMENU menu, UINT position, const MenuItem& item) {

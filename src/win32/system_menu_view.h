@@ -17,8 +17,8 @@ class SystemMenuView {
   SystemMenuView(const SystemMenuView&) = delete;
   SystemMenuView& operator=(const SystemMenuView&) = delete;
 
-  // Brings the window's menu up to date. Where only check marks changed the menu is kept, as it
-  // may be open.
+  // Brings the window's menu up to date. Where only check marks or greyed entries changed the menu
+  // is kept, as it may be open.
   void show(HWND window, const std::vector<MenuItem>& items);
 
  private:

@@ -9,6 +9,7 @@
 
 #include "form/form.h"
 #include "win32/form_window.h"
+#include "win32/message_box.h"
 #include "win32/message_loop.h"
 #include "win32/wide_text.h"
 
@@ -69,12 +70,13 @@ int CALLBACK ChooseInitialFolder(HWND dialog, UINT message, LPARAM, LPARAM folde
 
 }  // namespace
 
-int WinDialogs::message(const std::string& text, int flags, const std::string& title) {
+int WinDialogs::message(const std::string& text, int flags, const std::string& title,
+                        const MessageLimit& limit) {
   loop_.sync();
   const HWND owner = loop_.dialogOwner();
   UINT style = static_cast<UINT>(flags);
   if (owner == nullptr || GetActiveWindow() == nullptr) style |= MB_SETFOREGROUND;
-  return MessageBoxW(owner, Wide(text).c_str(), Wide(title).c_str(), style);
+  return ShowMessageBox(owner, Wide(text), Wide(title), style, limit);
 }
 
 std::string WinDialogs::openFile(const FileRequest& request) {

@@ -10,7 +10,8 @@ class WinDialogs : public Dialogs {
  public:
   explicit WinDialogs(MessageLoop& loop) : loop_(loop) {}
 
-  int message(const std::string& text, int flags, const std::string& title) override;
+  int message(const std::string& text, int flags, const std::string& title,
+              const MessageLimit& limit) override;
   std::string openFile(const FileRequest& request) override;
   std::string saveFile(const FileRequest& request) override;
   std::string chooseFolder(const std::string& title, const std::string& initialFolder) override;

@@ -9,6 +9,9 @@ class WinDrives : public Drives {
   int type(const std::string& drive) override;
   std::optional<std::uint64_t> freeBytes(const std::string& drive) override;
   std::optional<VolumePosition> position(const std::string& drive) override;
+  VolumeFacts facts(const std::string& drive) override;
+  bool assignLetter(const VolumePosition& position, const std::string& drive) override;
+  bool removeLetter(const std::string& drive) override;
 };
 
 }  // namespace pavoline

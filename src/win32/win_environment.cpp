@@ -28,6 +28,10 @@ std::string WinEnvironment::variable(const std::string& name) {
   return Narrow(value);
 }
 
+void WinEnvironment::setVariable(const std::string& name, const std::string& value) {
+  SetEnvironmentVariableW(Wide(name).c_str(), Wide(value).c_str());
+}
+
 std::vector<std::string> WinEnvironment::arguments() {
   int count = 0;
   wchar_t** parts = CommandLineToArgvW(GetCommandLineW(), &count);
@@ -69,8 +73,11 @@ bool WinEnvironment::fontExists(const std::string& name) {
 LocalTime WinEnvironment::now() {
   SYSTEMTIME time{};
   GetLocalTime(&time);
-  return {time.wYear, time.wMonth, time.wDay, time.wHour, time.wMinute, time.wSecond};
+  return {time.wYear,   time.wMonth,  time.wDay,         time.wHour,
+          time.wMinute, time.wSecond, time.wMilliseconds};
 }
+
+std::uint64_t WinEnvironment::milliseconds() { return GetTickCount64(); }
 
 void WinEnvironment::reseedRandom() {
   LARGE_INTEGER counter{};

@@ -9,6 +9,7 @@ namespace pavoline {
 class WinEnvironment : public Environment {
  public:
   std::string variable(const std::string& name) override;
+  void setVariable(const std::string& name, const std::string& value) override;
   std::vector<std::string> arguments() override;
   std::string programFolder() override;
   bool is64BitProcess() override;
@@ -17,6 +18,7 @@ class WinEnvironment : public Environment {
   void setThreadLocale(unsigned locale) override;
   bool fontExists(const std::string& name) override;
   LocalTime now() override;
+  std::uint64_t milliseconds() override;
   void reseedRandom() override;
   double random() override;
 

@@ -6,7 +6,9 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <exception>
 
+#include "platform/paths.h"
 #include "win32/handle.h"
 #include "win32/system_library.h"
 #include "win32/wide_text.h"
@@ -42,11 +44,36 @@ std::string MinuteText(const FILETIME& time) {
   return text;
 }
 
+Handle OpenToRead(const std::string& path) {
+  return Handle(CreateFileW(WidePath(path).c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,
+                            FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+}
+
+// Reads into the bytes behind those filled; the number read, 0 at the end.
+std::optional<DWORD> ReadSome(HANDLE file, std::string& bytes, std::size_t filled) {
+  const DWORD wanted = static_cast<DWORD>(std::min<std::size_t>(bytes.size() - filled, 1u << 26));
+  DWORD got = 0;
+  if (!ReadFile(file, bytes.data() + filled, wanted, &got, nullptr)) return std::nullopt;
+  return got;
+}
+
+struct Copying {
+  const CopyProgress& progress;
+  std::exception_ptr fault;  // kept, as it must not cross the system's frames
+};
+
 DWORD CALLBACK OnCopyProgress(LARGE_INTEGER total, LARGE_INTEGER done, LARGE_INTEGER, LARGE_INTEGER,
-                              DWORD, DWORD, HANDLE, HANDLE, void* progress) {
-  const bool goOn = (*static_cast<const CopyProgress*>(progress))(
-      static_cast<std::uint64_t>(done.QuadPart), static_cast<std::uint64_t>(total.QuadPart));
-  return goOn ? PROGRESS_CONTINUE : PROGRESS_CANCEL;
+                              DWORD, DWORD, HANDLE, HANDLE, void* data) {
+  auto& copying = *static_cast<Copying*>(data);
+  try {
+    return copying.progress(static_cast<std::uint64_t>(done.QuadPart),
+                            static_cast<std::uint64_t>(total.QuadPart))
+               ? PROGRESS_CONTINUE
+               : PROGRESS_CANCEL;
+  } catch (...) {
+    copying.fault = std::current_exception();
+    return PROGRESS_CANCEL;
+  }
 }
 
 }  // namespace
@@ -60,25 +87,69 @@ bool WinFiles::isFolder(const std::string& path) {
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
+bool WinFiles::accessible(const std::string& folder) {
+  if (!isFolder(folder)) return false;
+  WIN32_FIND_DATAW found{};
+  const FindHandle search(FindFirstFileW(WidePath(WithBackslash(folder) + "*").c_str(), &found));
+  // The root of an empty volume has no entries at all.
+  return search || GetLastError() == ERROR_FILE_NOT_FOUND;
+}
+
+std::string WinFiles::fullPath(const std::string& path) {
+  const std::wstring wide = Wide(path);
+  const DWORD wanted = GetFullPathNameW(wide.c_str(), 0, nullptr, nullptr);
+  std::wstring result(wanted, L'\0');
+  result.resize(wanted == 0 ? 0 : GetFullPathNameW(wide.c_str(), wanted, result.data(), nullptr));
+  return Narrow(result);
+}
+
 std::optional<std::string> WinFiles::read(const std::string& path) {
-  Handle file(CreateFileW(WidePath(path).c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,
-                          FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+  const Handle file = OpenToRead(path);
   if (!file) return std::nullopt;
   LARGE_INTEGER size{};
   GetFileSizeEx(file.get(), &size);
   std::string bytes;
   // The file may grow while it is read: what counts is where it ends, not its size before.
-  for (std::size_t filled = 0;;) {
-    bytes.resize(std::max(filled + 4096, static_cast<std::size_t>(size.QuadPart)));
-    DWORD got = 0;
-    const DWORD wanted = static_cast<DWORD>(std::min<std::size_t>(bytes.size() - filled, 1u << 26));
-    if (!ReadFile(file.get(), bytes.data() + filled, wanted, &got, nullptr)) return std::nullopt;
-    filled += got;
-    if (got == 0) {
-      bytes.resize(filled);
-      return bytes;
-    }
+  for (std::uint64_t filled = 0, told = static_cast<std::uint64_t>(size.QuadPart);;) {
+    if (std::max(filled, told) > kLargestRead) return std::nullopt;
+    bytes.resize(std::max(filled + 4096, told));
+    const std::optional<DWORD> got = ReadSome(file.get(), bytes, filled);
+    if (!got) return std::nullopt;
+    filled += *got;
+    if (*got > 0) continue;
+    bytes.resize(filled);
+    return bytes;
   }
+}
+
+std::optional<std::string> WinFiles::readPart(const std::string& path, std::uint64_t offset,
+                                              std::size_t room) {
+  const Handle file = OpenToRead(path);
+  LARGE_INTEGER size{}, start{};
+  if (!file || !GetFileSizeEx(file.get(), &size)) return std::nullopt;
+  if (offset >= static_cast<std::uint64_t>(size.QuadPart)) return std::string();
+  start.QuadPart = static_cast<LONGLONG>(offset);
+  if (!SetFilePointerEx(file.get(), start, nullptr, FILE_BEGIN)) return std::nullopt;
+  std::string bytes(
+      std::min<std::uint64_t>(room, static_cast<std::uint64_t>(size.QuadPart) - offset), '\0');
+  for (std::size_t filled = 0; filled < bytes.size();) {
+    const std::optional<DWORD> got = ReadSome(file.get(), bytes, filled);
+    if (!got) return std::nullopt;
+    if (*got == 0) bytes.resize(filled);  // it was cut meanwhile
+    filled += *got;
+  }
+  return bytes;
+}
+
+bool WinFiles::create(const std::string& path, const std::string& bytes) {
+  const std::wstring wide = WidePath(path);
+  Handle file(CreateFileW(wide.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_NEW,
+                          FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (!file) return false;
+  if (WriteAll(file.get(), bytes)) return true;
+  file.reset();
+  DeleteFileW(wide.c_str());
+  return false;
 }
 
 bool WinFiles::write(const std::string& path, const std::string& bytes) {
@@ -118,8 +189,11 @@ bool WinFiles::copy(const std::string& from, const std::string& to) {
 
 bool WinFiles::copyWithProgress(const std::string& from, const std::string& to,
                                 const CopyProgress& progress) {
-  return CopyFileExW(WidePath(from).c_str(), WidePath(to).c_str(), OnCopyProgress,
-                     const_cast<CopyProgress*>(&progress), nullptr, 0) != 0;
+  Copying copying{progress, nullptr};
+  const BOOL copied = CopyFileExW(WidePath(from).c_str(), WidePath(to).c_str(), OnCopyProgress,
+                                  &copying, nullptr, 0);
+  if (copying.fault) std::rethrow_exception(copying.fault);
+  return copied != 0;
 }
 
 void WinFiles::list(const std::string& pattern, const EntryVisitor& visit) {

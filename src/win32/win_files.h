@@ -8,7 +8,12 @@ class WinFiles : public Files {
  public:
   bool exists(const std::string& path) override;
   bool isFolder(const std::string& path) override;
+  bool accessible(const std::string& folder) override;
+  std::string fullPath(const std::string& path) override;
   std::optional<std::string> read(const std::string& path) override;
+  std::optional<std::string> readPart(const std::string& path, std::uint64_t offset,
+                                      std::size_t room) override;
+  bool create(const std::string& path, const std::string& bytes) override;
   bool write(const std::string& path, const std::string& bytes) override;
   bool append(const std::string& path, const std::string& bytes) override;
   std::optional<std::uint64_t> size(const std::string& path) override;

@@ -6,8 +6,10 @@ namespace pavoline {
 
 class WinForeignWindows : public ForeignWindows {
  public:
-  ForeignWindow findByClass(const std::string& className) override;
+  std::vector<ForeignWindow> listByClass(const std::string& className) override;
   ForeignWindow findByTitle(const std::string& title) override;
+  bool exists(ForeignWindow window) override;
+  std::uint32_t processOf(ForeignWindow window) override;
   std::string title(ForeignWindow window) override;
   void hide(ForeignWindow window) override;
   void minimize(ForeignWindow window) override;

@@ -6,6 +6,7 @@
 
 #include <utility>
 
+#include "win32/child_streams.h"
 #include "win32/handle.h"
 #include "win32/message_loop.h"
 #include "win32/system_library.h"
@@ -16,15 +17,28 @@ namespace {
 
 class WinStartedProgram : public StartedProgram {
  public:
-  WinStartedProgram(Handle process, MessageLoop& loop)
-      : process_(std::move(process)), loop_(loop) {}
+  WinStartedProgram(Handle process, DWORD id, MessageLoop& loop)
+      : process_(std::move(process)), id_(id), loop_(loop) {}
+  ~WinStartedProgram() override { loop_.processes().remove(watch_); }
 
   bool running() override { return WaitForSingleObject(process_.get(), 0) == WAIT_TIMEOUT; }
+  std::uint32_t id() override { return id_; }
+  std::optional<std::uint32_t> exitCode() override {
+    DWORD code = 0;
+    if (running() || !GetExitCodeProcess(process_.get(), &code)) return std::nullopt;
+    return code;
+  }
+  void whenEnded(std::function<void()> action) override {
+    loop_.processes().remove(watch_);
+    watch_ = loop_.processes().add(process_.get(), std::move(action));
+  }
   void waitHandlingEvents() override { loop_.waitFor(process_.get()); }
 
  private:
   Handle process_;
+  DWORD id_;
   MessageLoop& loop_;
+  unsigned watch_ = 0;  // none
 };
 
 bool IsFile(const std::wstring& path) {
@@ -34,22 +48,26 @@ bool IsFile(const std::wstring& path) {
 
 }  // namespace
 
-std::unique_ptr<StartedProgram> WinProcesses::start(const std::string& commandLine, ShowMode mode) {
-  std::wstring command = Wide(commandLine);
+std::unique_ptr<StartedProgram> WinProcesses::start(const StartRequest& request) {
+  std::wstring command = Wide(request.commandLine);
   if (IsFile(command)) command = L'"' + command + L'"';
-  STARTUPINFOW startup{};
-  startup.cb = sizeof startup;
-  startup.dwFlags = STARTF_USESHOWWINDOW;
-  startup.wShowWindow = static_cast<WORD>(mode);
-  PROCESS_INFORMATION started{};
+  const std::wstring program = Wide(request.program);
+  STARTUPINFOEXW startup{};
+  startup.StartupInfo.cb = sizeof startup.StartupInfo;
+  startup.StartupInfo.dwFlags = STARTF_USESHOWWINDOW;
+  startup.StartupInfo.wShowWindow = static_cast<WORD>(request.mode);
+  ChildStreams streams(request.outputFile, request.errorsOnly);
   // A console of its own, so that the show mode holds for it as well.
-  if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, CREATE_NEW_CONSOLE, nullptr,
-                      nullptr, &startup, &started)) {
+  const DWORD flags = CREATE_NEW_CONSOLE | streams.describe(startup);
+  PROCESS_INFORMATION started{};
+  if (!CreateProcessW(program.empty() ? nullptr : program.c_str(), command.data(), nullptr, nullptr,
+                      streams ? TRUE : FALSE, flags, nullptr, nullptr, &startup.StartupInfo,
+                      &started)) {
     return nullptr;
   }
   Handle process(started.hProcess);
   Handle thread(started.hThread);
-  return std::make_unique<WinStartedProgram>(std::move(process), loop_);
+  return std::make_unique<WinStartedProgram>(std::move(process), started.dwProcessId, loop_);
 }
 
 std::uintptr_t WinProcesses::disableRedirection() {
@@ -88,5 +106,7 @@ void WinProcesses::terminate(std::uint32_t id) {
 }
 
 void WinProcesses::handleEvents() { loop_.handlePending(); }
+
+void WinProcesses::handleEventsFor(long milliseconds) { loop_.handleFor(milliseconds); }
 
 }  // namespace pavoline

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "app/hot_keys.h"
-#include "app/installer.h"
+#include "support/installer.h"
 
 namespace pavoline {
 
@@ -33,10 +33,10 @@ TEST(HotKeys, StartToolsThatAreThereAndOnlyWhileIdle) {
     EXPECT_FALSE(shop.form.unloaded()) << path;  // it is not there
     shop.files.put(path);
     shop.form.onKeyDown(key, kShiftNone);
-    shop.form.busy = true;
+    shop.running().activity = Activity::kInstalling;
     shop.form.onKeyDown(key, kControlKey);
     EXPECT_FALSE(shop.processes.ranLike(path)) << path;
-    shop.form.busy = false;
+    shop.running().activity = Activity::kIdle;
     shop.form.onKeyDown(key, kControlKey);
     EXPECT_TRUE(shop.processes.ranLike(path)) << path;
     EXPECT_EQ(shop.form.unloaded(), closes) << path;
@@ -45,9 +45,8 @@ TEST(HotKeys, StartToolsThatAreThereAndOnlyWhileIdle) {
 
 TEST(Rows, TickingAnEmptyRowAsksForItsPathAtOnce) {
   Installer shop;
-  shop.files.put("X:\\Pavoline\\Bin\\unattend\\unattend.xml",
-                 "\xEF\xBB\xBF<!-- [Pavoline] process=1 -->");
-  Session& session = shop.start();
+  shop.files.put("X:\\Pavoline\\Bin\\unattend\\unattend.xml", "\xEF\xBB\xBF<unattend/>");
+  shop.start();
   shop.form.check[kUseAnswerFile].setValue(1);
   EXPECT_FALSE(shop.form.check[kUseAnswerFile].ticked()) << "cancelled";
   EXPECT_EQ(shop.dialogs.openRequests.back().initialFolder, "X:\\Pavoline\\Bin\\unattend");
@@ -57,7 +56,6 @@ TEST(Rows, TickingAnEmptyRowAsksForItsPathAtOnce) {
   EXPECT_EQ(shop.form.text[kAnswerFile].text(), ".\\Bin\\unattend\\unattend.xml");
   EXPECT_TRUE(shop.form.text[kAnswerFile].enabled() &&
               shop.form.command1[kBrowseAnswerFile].enabled());
-  EXPECT_TRUE(session.templateMarked);
 
   shop.dialogs.folders = {"X:\\Pavoline2\\drv"};
   shop.form.check[kAddDrivers].setValue(1);
@@ -97,7 +95,7 @@ TEST(Search, RunsOnTheButtonAndStopsOnTheSecondPress) {
   shop.files.sized("D:\\wim\\big.wim", 5ull << 30);
   shop.files.sized("E:\\wim\\also.wim", 5ull << 30);
   shop.form.search.press();
-  EXPECT_EQ(shop.program->session().search.found.size(), 2u);
+  EXPECT_EQ(shop.running().search.found.size(), 2u);
   EXPECT_EQ(shop.form.status.text(), "S55 2");
   EXPECT_EQ(shop.form.search.text(), "S54");
   EXPECT_EQ(shop.dialogs.shownForms.size(), 1u);
@@ -108,7 +106,7 @@ TEST(Search, RunsOnTheButtonAndStopsOnTheSecondPress) {
     shop.form.search.press();
   });
   shop.form.search.press();
-  EXPECT_LT(shop.program->session().search.found.size(), 2u);
+  EXPECT_LT(shop.running().search.found.size(), 2u);
 }
 
 }  // namespace pavoline

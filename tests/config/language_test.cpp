@@ -19,9 +19,8 @@ void Ship(Workshop& shop, const std::string& locale, const std::string& text = "
 TEST(Language, FallsBackFromRelatedLocalesToEnglish) {
   using Case = std::tuple<unsigned, std::string, unsigned>;
   for (const auto& [locale, shipped, threadLocale] :
-       {Case{1031, "1031", 1031}, Case{3079, "1031", 1031}, Case{3079, "3079", 3079},
-        Case{4100, "2052", 2052}, Case{5124, "1028", 1028}, Case{1041, "1033", 1033},
-        Case{3079, "1033", 1033}}) {
+       {Case{3079, "1031", 1031}, Case{3079, "3079", 3079}, Case{4100, "2052", 2052},
+        Case{5124, "1028", 1028}, Case{1041, "1033", 1033}, Case{3079, "1033", 1033}}) {
     Workshop shop;
     shop.environment.thread = locale;
     Ship(shop, shipped);
@@ -31,49 +30,45 @@ TEST(Language, FallsBackFromRelatedLocalesToEnglish) {
   }
 }
 
-TEST(Language, ReadsBothTablesCutsLongTextsAndPicksTheFirstFontThere) {
+TEST(Language, ReadsItsTablesCutsLongTextsAndPicksTheFirstFontThere) {
   Workshop shop;
-  Ship(shop, "1033",
-       "String(40)=" + std::string(300, 'x') + "\r\nCaption(12)= Options \r\nString(115)=no\r\n");
+  LoadLanguage(shop.session);
+  EXPECT_EQ(shop.session.texts.strings[2], "") << "without any file";
+  Ship(shop, "1031",
+       "String(40)=" + std::string(300, 'x') +
+           "\r\nCaption(12)= Options \r\nString(115)=no\r\n[More]\r\nMore(1)=mehr\r\n");
+  Ship(shop, "1033", "String(41)=no\r\n[More]\r\nMore(1)=no\r\nMore(24)= more \r\n");
+  shop.environment.thread = 1031;
   LoadLanguage(shop.session);
   EXPECT_EQ(shop.session.texts.strings[40], std::string(254, 'x'));
   EXPECT_EQ(shop.form.frame[kOptionsFrame].text(), "Options");
   EXPECT_EQ(shop.session.texts.strings[41], "");
+  EXPECT_EQ(shop.session.texts.more[1], "mehr");
+  EXPECT_EQ(shop.session.texts.more[24], "more") << "English for want of its own";
   EXPECT_EQ(shop.form.font(), "Tahoma");
 }
 
-TEST(Language, LeavesEveryTextEmptyWithoutAnyFile) {
-  Workshop shop;
-  LoadLanguage(shop.session);
-  EXPECT_EQ(shop.session.texts.strings[2], "");
-  EXPECT_EQ(shop.environment.thread, 1033u);
-}
-
-TEST(Language, WritesAFileThatLoadsBackTheSame) {
+TEST(Language, WritesAFileThatLoadsBackTheSameOrLeavesTheOldOne) {
   Workshop shop;
   Ship(shop, "1033");
   LoadLanguage(shop.session);
   shop.session.texts.strings[0] = "\"quoted\"";
   shop.session.texts.strings[3] = "安装 = 100% ; [x]";
+  shop.session.texts.more[2] = "'no label'";
   const Texts before = shop.session.texts;
-  ASSERT_TRUE(WriteLanguageFile(shop.session, std::string(kLang) + "1033.lng"));
+  const std::string path = std::string(kLang) + "1033.lng", old = shop.files.text(path);
+  for (const auto fault : {testing::FileOperation::kWrite, testing::FileOperation::kRename}) {
+    shop.files.failNext(fault);
+    EXPECT_FALSE(WriteLanguageFile(shop.session, path));
+    EXPECT_EQ(shop.files.text(path), old);
+    EXPECT_EQ(shop.files.below(kLang).size(), 1u) << "no draft is left";
+  }
+  ASSERT_TRUE(WriteLanguageFile(shop.session, path));
   LoadLanguage(shop.session);
   EXPECT_EQ(shop.session.texts.strings, before.strings);
   EXPECT_EQ(shop.session.texts.captions, before.captions);
+  EXPECT_EQ(shop.session.texts.more, before.more);
   EXPECT_EQ(shop.session.texts.fonts, before.fonts);
-}
-
-TEST(Language, LeavesTheOldFileWhenTheNewOneCannotBeWritten) {
-  Workshop shop;
-  Ship(shop, "1033");
-  const std::string path = std::string(kLang) + "1033.lng";
-  const std::string before = shop.files.text(path);
-  shop.files.failNext(testing::FileOperation::kWrite);
-  EXPECT_FALSE(WriteLanguageFile(shop.session, path));
-  shop.files.failNext(testing::FileOperation::kRename);
-  EXPECT_FALSE(WriteLanguageFile(shop.session, path));
-  EXPECT_EQ(shop.files.text(path), before);
-  EXPECT_EQ(shop.files.below("X:\\Pavoline\\Lang").size(), 1u) << "no draft is left";
 }
 
 }  // namespace pavoline

@@ -7,92 +7,80 @@ namespace pavoline {
 
 using testing::Workshop;
 
+constexpr char kIni[] = "X:\\Pavoline\\Pavoline.ini";
+
 void LoadWith(Workshop& shop, const std::string& keys) {
-  shop.files.put("X:\\Pavoline\\Pavoline.ini", "[Option]\r\n" + keys);
+  shop.files.put(kIni, "[Option]\r\n" + keys);
   LoadIni(shop.session);
 }
 
-TEST(Settings, GiveTheDefaultsWithoutAFile) {
-  Workshop shop;
-  LoadIni(shop.session);
-  const Form1& form = shop.form;
-  EXPECT_TRUE(form.check[kRepairBoot].ticked() && form.check[kRestart].ticked());
-  for (int box : {kDoNotFormat, kUseAnswerFile, kAddDrivers, kRunPlugin}) {
-    EXPECT_FALSE(form.check[box].ticked()) << box;
-  }
-  EXPECT_EQ(form.check[kDoNotFormat].tag(), "0");
-  EXPECT_EQ(shop.session.options.searchLevel, 2);
-  EXPECT_EQ(shop.session.options.pluginDir, "Plug-in");
-  EXPECT_TRUE(shop.session.minimizeGhost);
-  EXPECT_FALSE(shop.session.advancedModeHide || shop.session.options.usbPartition);
-}
-
-TEST(Settings, ReadFlagsByTheirExactValues) {
-  for (const auto& [line, box, ticked] : {std::tuple{"BootRepair=0", kRepairBoot, false},
-                                          {"BootRepair=yes", kRepairBoot, false},
-                                          {"BootRepair=", kRepairBoot, true},
-                                          {"AutoRestart=2", kRestart, false},
-                                          {"NoFormatting=1", kDoNotFormat, true},
-                                          {"NoFormatting=yes", kDoNotFormat, false}}) {
+TEST(Settings, GiveTheDefaultsWithoutAFileAndWithGarbage) {
+  for (const std::string& bytes :
+       {std::string(), std::string("\0\xFF\x01[Option\0]==\n\n=\r", 17)}) {
     Workshop shop;
-    LoadWith(shop, std::string(line) + "\r\n");
-    EXPECT_EQ(shop.form.check[box].ticked(), ticked) << line;
+    if (!bytes.empty()) shop.files.put(kIni, bytes);
+    LoadIni(shop.session);
+    const Form1& form = shop.form;
+    for (int box = kRepairBoot; box <= kRunPlugin; ++box) {
+      EXPECT_EQ(form.check[box].ticked(), box == kRepairBoot || box == kRestart) << box;
+    }
+    EXPECT_EQ(form.check[kDoNotFormat].tag(), "0");
+    EXPECT_EQ(shop.session.options.searchLevel, 2);
+    EXPECT_EQ(shop.session.options.pluginDir, "Plug-in");
+    EXPECT_TRUE(shop.session.minimizeGhost);
+    EXPECT_FALSE(shop.session.advancedModeHide || shop.session.options.usbPartition);
   }
-  for (const auto& [value, on] : {std::pair{"0", false}, {"no", true}, {"1", true}}) {
+}
+
+TEST(Settings, ReadFlagsByTheirExactValuesAndComposeTheTitle) {
+  for (const auto& [keys, box, ticked, title] :
+       {std::tuple{"BootRepair=0", kRepairBoot, false, "Pavoline Installer"},
+        {"BootRepair=yes\r\nTitleLng=1", kRepairBoot, false, "Pavoline"},
+        {"BootRepair=\r\nTitleLng=1\r\nSubTitle=Shop 7", kRepairBoot, true, "Shop 7 - Pavoline"},
+        {"NoFormatting=1", kDoNotFormat, true, "Pavoline Installer"},
+        {"NoFormatting=yes", kDoNotFormat, false, "Pavoline Installer"}}) {
     Workshop shop;
-    LoadWith(shop, std::string("MinimizeGhost=") + value + "\r\n");
-    EXPECT_EQ(shop.session.minimizeGhost, on) << value;
+    LoadWith(shop, std::string(keys) + "\r\n");
+    EXPECT_EQ(shop.form.check[box].ticked(), ticked) << keys;
+    EXPECT_EQ(shop.form.caption() + shop.session.titleCaption, std::string(title) + title);
   }
 }
 
-TEST(Settings, TickAStepOnlyWithItsPath) {
+TEST(Settings, TickAStepOnlyWithItsPathAndCutLongValues) {
   Workshop shop;
-  LoadWith(shop, "Unattend=1\r\nAddDriver=1\r\nAddDriverFile=D:\\drv\r\nPluginFile=tool\r\n");
-  EXPECT_FALSE(shop.form.check[kUseAnswerFile].ticked());
-  EXPECT_TRUE(shop.form.check[kAddDrivers].ticked());
-  EXPECT_EQ(shop.form.text[kDriverFolder].text(), "D:\\drv");
-  EXPECT_FALSE(shop.form.check[kRunPlugin].ticked());
-  EXPECT_EQ(shop.form.combo2.text(), "tool");
-}
-
-TEST(Settings, CutLongValuesAndKeepGarbageOut) {
-  Workshop shop;
-  LoadWith(shop, "SearchDir=" + std::string(200, 'a') + "\r\nSearchLevel=deep\r\n");
+  LoadWith(shop,
+           "Unattend=1\r\nAddDriver=1\r\nAddDriverFile=D:\\drv\r\nPluginFile=tool\r\n"
+           "SearchLevel=deep\r\nSearchDir=" +
+               std::string(200, 'a') + "\r\n");
+  const auto& check = shop.form.check;
+  EXPECT_FALSE(check[kUseAnswerFile].ticked() || check[kRunPlugin].ticked());
+  EXPECT_TRUE(check[kAddDrivers].ticked());
+  EXPECT_EQ(shop.form.text[kDriverFolder].text() + shop.form.combo2.text(), "D:\\drvtool");
   EXPECT_EQ(shop.session.options.searchDir, std::string(127, 'a'));
   EXPECT_EQ(shop.session.options.searchLevel, 0);
-
-  Workshop broken;
-  broken.files.put("X:\\Pavoline\\Pavoline.ini", std::string("\0\xFF\x01[Option\0]==\n\n=\r", 17));
-  LoadIni(broken.session);
-  EXPECT_TRUE(broken.form.check[kRepairBoot].ticked());
-}
-
-TEST(Settings, ComposeTheTitle) {
-  for (const auto& [keys, title] : {std::pair{"", "Pavoline Installer"},
-                                    {"TitleLng=1\r\n", "Pavoline"},
-                                    {"TitleLng=1\r\nSubTitle=Shop 7\r\n", "Shop 7 - Pavoline"}}) {
-    Workshop shop;
-    shop.form.setCaption("Pavoline");
-    LoadWith(shop, keys);
-    EXPECT_EQ(shop.form.caption(), title);
-    EXPECT_EQ(shop.session.titleCaption, title);
-  }
 }
 
 TEST(Settings, SaveWhatTheUserChangedAndNothingElse) {
   Workshop shop;
-  LoadWith(shop, "SearchLevel=3\r\nUnattendFile=.\\Bin\\unattend\\unattend.xml\r\n");
+  LoadWith(shop,
+           "SearchLevel=3\r\nUnattendFile=.\\Bin\\unattend\\unattend.xml\r\n"
+           "NoFormatting=1\r\n");
   shop.form.check[kUseAnswerFile].setValue(1);
   shop.form.check[kRestart].setValue(0);
+  shop.form.check[kDoNotFormat].setValue(0);  // as for a Ghost image
+  shop.form.check[kDoNotFormat].setEnabled(false);
+  shop.form.combo2.setText("\"D:\\a b\\x.exe\" \"%ip%\"");
   shop.session.options.computerName = "SHOP-7";
   shop.session.options.searchLevel = 1;
-  SaveAsIni(shop.session);
+  EXPECT_TRUE(SaveAsIni(shop.session));
 
   Workshop again;
-  LoadWith(again, shop.files.text("X:\\Pavoline\\Pavoline.ini").substr(10));
+  LoadWith(again, shop.files.text(kIni).substr(10));
   EXPECT_FALSE(again.form.check[kRestart].ticked());
   EXPECT_TRUE(again.form.check[kUseAnswerFile].ticked());
+  EXPECT_TRUE(again.form.check[kDoNotFormat].ticked());
   EXPECT_EQ(again.form.text[kAnswerFile].text(), ".\\Bin\\unattend\\unattend.xml");
+  EXPECT_EQ(again.form.combo2.text(), "\"D:\\a b\\x.exe\" \"%ip%\"");
   EXPECT_EQ(again.session.options.computerName, "SHOP-7");
   EXPECT_EQ(again.session.options.searchLevel, 3) << "an administrator's setting";
 }

@@ -24,12 +24,17 @@ class ContractPlatform {
   // An empty folder of this test's own, no backslash at its end.
   virtual std::string scratch() = 0;
 
-  // A command line that starts a program which writes "begin" to a file, waits and adds "end".
-  // Its image is listed as kWriterImage.
+  // A command line that starts a program which writes "begin" to a file, "said" to its standard
+  // output and "why" to its standard error, waits, adds "end" and exits with kWriterCode. Its image
+  // is listed as kWriterImage.
   virtual std::string writer(const std::string& file, int milliseconds) = 0;
+
+  // Opens a top-level window, which stays until this object goes.
+  virtual ForeignWindow openWindow(const std::string& className, const std::string& title) = 0;
 };
 
 inline constexpr char kWriterImage[] = "test_contract.exe";
+inline constexpr std::uint32_t kWriterCode = 47;
 
 std::unique_ptr<ContractPlatform> MakeContractPlatform();
 

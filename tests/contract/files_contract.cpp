@@ -15,9 +15,24 @@ TEST_F(FilesContract, BytesComeBackAsTheyWereWritten) {
     EXPECT_TRUE(files_.write(path("a.bin"), bytes));  // over the longer one before it
     EXPECT_THAT(files_.read(path("a.bin")), Optional(bytes));
     EXPECT_THAT(files_.size(path("a.bin")), Optional(bytes.size()));
+    std::string parts;
+    for (std::string part = "x"; !part.empty(); parts += part) {
+      part = files_.readPart(path("a.bin"), parts.size(), 30000).value_or("unreadable");
+      EXPECT_LE(part.size(), 30000u);
+    }
+    EXPECT_EQ(parts, bytes);
+    EXPECT_THAT(files_.readPart(path("a.bin"), 5ull << 32, 10), Optional(std::string()));
   }
   for (const char* line : {"one\r\n", "two\r\n"}) EXPECT_TRUE(files_.append(path("log"), line));
   EXPECT_THAT(files_.read(path("log")), Optional(std::string("one\r\ntwo\r\n")));
+}
+
+TEST_F(FilesContract, AFileTooLargeForOneReadIsReadInParts) {
+  ASSERT_TRUE(files_.write(path("huge.log"), std::string(kLargestRead, 'x')));
+  EXPECT_TRUE(files_.read(path("huge.log")));
+  ASSERT_TRUE(files_.append(path("huge.log"), "y"));
+  EXPECT_FALSE(files_.read(path("huge.log")));
+  EXPECT_THAT(files_.readPart(path("huge.log"), kLargestRead - 1, 9), Optional(std::string("xy")));
 }
 
 TEST_F(FilesContract, NamesMayHoldWhatTheSystemAllows) {
@@ -36,16 +51,23 @@ TEST_F(FilesContract, WhatIsNotThereOrIsAFolderFails) {
   EXPECT_FALSE(files_.createFolder(path("folder")) || files_.createFolder(path("no\\deeper")));
   EXPECT_TRUE(files_.isFolder(path("folder")) && files_.exists(path("folder\\")));
   EXPECT_TRUE(files_.write(path("file"), "x"));
-  EXPECT_FALSE(files_.isFolder(path("file")));
+  EXPECT_FALSE(files_.isFolder(path("file")) || files_.accessible(path("file")));
+  EXPECT_TRUE(files_.accessible(path("folder")) && !files_.accessible(path("missing")));
+  for (const char* there : {"folder", "file"}) EXPECT_FALSE(files_.create(path(there), "y"));
+  EXPECT_THAT(files_.read(path("file")), Optional(std::string("x")));
+  EXPECT_TRUE(files_.create(path("new"), "y"));
+  EXPECT_THAT(files_.read(path("new")), Optional(std::string("y")));
 
   for (const std::string name : {"missing", "no\\file", "folder"}) {
     SCOPED_TRACE(name);
     EXPECT_EQ(files_.read(path(name)), std::nullopt);
+    EXPECT_EQ(files_.readPart(path(name), 0, 9), std::nullopt);
     EXPECT_EQ(files_.size(path(name)), std::nullopt);
     EXPECT_FALSE(files_.remove(path(name)) || files_.copy(path(name), path("copied")));
     EXPECT_EQ(files_.fileVersion(path(name)), "");
     if (name == "missing") continue;
-    EXPECT_FALSE(files_.write(path(name), "x") || files_.append(path(name), "x"));
+    EXPECT_FALSE(files_.write(path(name), "x") || files_.append(path(name), "x") ||
+                 files_.create(path(name), "x"));
   }
   EXPECT_FALSE(files_.exists(path("missing")) || files_.exists(""));
   EXPECT_FALSE(files_.rename(path("missing"), path("file")));
@@ -150,6 +172,15 @@ TEST_F(FilesContract, RelativePathsLieInTheCurrentFolder) {
   ASSERT_TRUE(files_.setCurrentFolder(path("here")));
   EXPECT_TRUE(files_.write(".\\a.xml", "x"));
   EXPECT_TRUE(files_.exists(path("here\\a.xml")) && files_.exists("..\\here"));
+  for (const char* same : {"a.xml", ".\\A\\..\\a.xml", "..\\here\\a.xml", "../here/a.xml"}) {
+    EXPECT_EQ(files_.fullPath(same), path("here\\a.xml")) << same;
+  }
+  EXPECT_EQ(files_.fullPath(".."), folder_);
+  EXPECT_EQ(files_.fullPath("missing\\"), path("here\\missing\\"));
+  for (const char* root : {"C:\\", "c:\\..\\..\\a\\.."}) {
+    EXPECT_EQ(platform_.text.upper(files_.fullPath(root)), "C:\\") << root;
+  }
+  EXPECT_EQ(files_.fullPath(""), "");
   EXPECT_TRUE(files_.setCurrentFolder(platform_.environment.variable("windir")));
 }
 

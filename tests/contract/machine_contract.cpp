@@ -11,13 +11,14 @@ using namespace ::testing;
 
 class ProcessContract : public Contract {
  protected:
-  // Null only when the program did not start.
   std::unique_ptr<StartedProgram> startWriter(int milliseconds) {
     return start(machine_->writer(file_, milliseconds));
   }
-  std::unique_ptr<StartedProgram> start(const std::string& commandLine) {
+  std::unique_ptr<StartedProgram> start(const std::string& commandLine,
+                                        const std::string& outputFile = {}) {
     StartRequest request;
     request.commandLine = commandLine;
+    request.outputFile = outputFile;
     return platform_.processes.start(request);
   }
   void waitFor(StartedProgram& program) {
@@ -39,19 +40,43 @@ class ProcessContract : public Contract {
 };
 
 TEST_F(ProcessContract, AProgramRunsUntilItHasDoneItsWork) {
+  EXPECT_FALSE(before_.empty());
   const auto program = startWriter(1500);
   ASSERT_TRUE(program);
-  EXPECT_EQ(writers().size(), 1u);
+  ASSERT_EQ(writers().size(), 1u);
+  EXPECT_EQ(writers()[0].id, program->id());
   std::string seen;  // the file is read while it is written
   while (program->running() && seen.empty()) {
     platform_.processes.handleEvents();
-    seen = files_.read(file_).value_or("");
+    seen = files_.readPart(file_, 1, 3).value_or("");
   }
-  EXPECT_EQ(seen, "begin");
+  EXPECT_EQ(seen, "egi");
+  EXPECT_FALSE(program->exitCode());
   waitFor(*program);
   EXPECT_THAT(files_.read(file_), Optional(std::string("beginend")));
+  EXPECT_THAT(program->exitCode(), Optional(kWriterCode));
   EXPECT_TRUE(writers().empty());
   program->waitHandlingEvents();  // returns at once
+}
+
+TEST_F(ProcessContract, AnEndIsToldOnceToWhoeverStillHoldsTheProgram) {
+  std::vector<std::string> told;
+  auto held = startWriter(300), dropped = start(machine_->writer(path("dropped"), 200));
+  auto ended = start(machine_->writer(path("ended"), 0));
+  waitFor(*ended);
+  ended->whenEnded([&] { told.push_back("ended"); });
+  held->whenEnded([&] { told.push_back("replaced"); });
+  held->whenEnded([&] {
+    held.reset();
+    ended->whenEnded([&] { told.push_back("again"); });
+    told.push_back("held");
+  });
+  dropped->whenEnded([&] { told.push_back("dropped"); });
+  dropped.reset();
+  const std::uint64_t begin = platform_.environment.milliseconds();
+  platform_.processes.handleEventsFor(1500);
+  EXPECT_GE(platform_.environment.milliseconds(), begin + 1490);
+  EXPECT_THAT(told, ElementsAre("ended", "held", "again"));
 }
 
 TEST_F(ProcessContract, AProgramLetGoRunsOn) {
@@ -64,9 +89,9 @@ TEST_F(ProcessContract, AProgramLetGoRunsOn) {
 TEST_F(ProcessContract, ATerminatedProgramIsGone) {
   const auto program = startWriter(20000);
   ASSERT_TRUE(program);
-  ASSERT_EQ(writers().size(), 1u);
-  platform_.processes.terminate(writers()[0].id);
+  platform_.processes.terminate(program->id());
   waitFor(*program);
+  EXPECT_THAT(program->exitCode(), Optional(1u));
   EXPECT_TRUE(writers().empty());
   EXPECT_NE(files_.read(file_), "beginend");
   platform_.processes.terminate(0xFFFFFFF0);  // nobody's: ignored
@@ -74,7 +99,7 @@ TEST_F(ProcessContract, ATerminatedProgramIsGone) {
 
 TEST_F(ProcessContract, ABatchFileGoesOnWithItsNextLineWhenAProgramIsTerminated) {
   const auto variable = [&](const char* name) { return platform_.environment.variable(name); };
-  files_.write(path("t.bat"), "@echo off\r\n" + variable("ComSpec") + " /c exit\r\n" +
+  files_.write(path("t.bat"), "@echo off\r\n" + variable("ComSpec") + " /c exit 3\r\n" +
                                   machine_->writer(file_, 1500) + "\r\necho 100%% of %windir%>" +
                                   path("t.log") + "\r\n");
   const auto program = start(path("t.bat"));
@@ -85,9 +110,41 @@ TEST_F(ProcessContract, ABatchFileGoesOnWithItsNextLineWhenAProgramIsTerminated)
   platform_.processes.terminate(writers()[0].id);
   waitFor(*program);
   EXPECT_TRUE(writers().empty());
+  EXPECT_THAT(program->exitCode(), Optional(1u));
   EXPECT_THAT(files_.read(path("t.log")), Optional("100% of " + variable("windir") + "\r\n"));
   waitFor(*start(machine_->writer(path("later"), 2000)));
   EXPECT_NE(files_.read(file_), "beginend");  // what it had left to do was not done
+}
+
+TEST_F(ProcessContract, WhatAProgramSaysLandsInTheFileGivenForIt) {
+  const std::string said = path("said here.txt"), log = path("t.log");
+  files_.write(said, "of an earlier run, and longer than what comes");
+  const auto program = start(machine_->writer(file_, 0), said);
+  waitFor(*program);
+  EXPECT_THAT(files_.read(said), Optional(std::string("saidwhy")));
+
+  // A batch line that redirects its output keeps it.
+  const std::string command = machine_->writer(file_, 0);
+  files_.write(path("t.bat"), "@echo off\r\n" + command + " >" + log + "\r\n" + command + "\r\n");
+  const auto batch = start(path("t.bat"), said);
+  waitFor(*batch);
+  EXPECT_THAT(files_.read(log), Optional(std::string("said")));
+  EXPECT_THAT(files_.read(said), Optional(std::string("whysaidwhy")));
+  EXPECT_THAT(batch->exitCode(), Optional(kWriterCode));
+
+  EXPECT_TRUE(start(command, path("no folder\\said.txt")));
+}
+
+TEST_F(ProcessContract, TheProgramGivenRunsWhateverTheLineBeginsWith) {
+  StartRequest request;
+  request.commandLine = path("missing.exe") + " /c exit 5";
+  request.program = platform_.environment.variable("ComSpec");
+  const auto program = platform_.processes.start(request);
+  ASSERT_TRUE(program);
+  waitFor(*program);
+  EXPECT_THAT(program->exitCode(), Optional(5u));
+  request.program = path("missing.exe");
+  EXPECT_FALSE(platform_.processes.start(request));
 }
 
 TEST_F(ProcessContract, WhatCannotBeStartedIsNull) {
@@ -106,6 +163,8 @@ TEST_F(EnvironmentContract, TheProgramKnowsItselfAndItsLocale) {
   EXPECT_EQ(environment.variable("WinDir"), environment.variable("windir"));
   EXPECT_TRUE(files_.isFolder(environment.variable("windir") + "\\System32"));
   EXPECT_EQ(environment.variable("NoSuchVariableAtAll"), "");
+  environment.setVariable("AVariable", "a \u00E4%");
+  EXPECT_EQ(environment.variable("avariable"), "a \u00E4%");
   ASSERT_FALSE(environment.arguments().empty());
   EXPECT_TRUE(files_.isFolder(environment.programFolder()));
   EXPECT_NE(environment.programFolder().back(), '\\');
@@ -131,6 +190,40 @@ TEST_F(DrivesContract, ALetterTellsItsVolume) {
   EXPECT_GT(drives.freeBytes(system).value_or(0), 0u);
   EXPECT_EQ(drives.type("Q:"), kDriveNoRoot);
   EXPECT_FALSE(drives.freeBytes("Q:") || drives.position("Q:"));
+  EXPECT_EQ(drives.facts("Q:"), VolumeFacts());
+  EXPECT_FALSE(drives.assignLetter({99, 99}, "Q:") || drives.removeLetter("Q:"));
+
+  std::vector<VolumeFacts> all;
+  for (std::string drive = "C:"; drive != "Q:"; ++drive[0]) {
+    if (drives.type(drive) != kDriveFixed) continue;
+    const VolumeFacts facts = drives.facts(drive);
+    EXPECT_THAT(facts.name, AllOf(StartsWith("\\\\?\\Volume{"), ::testing::EndsWith("}\\")))
+        << drive;
+    EXPECT_EQ(facts, drives.facts(LowerAscii(drive))) << drive;
+    EXPECT_THAT(all, Not(::testing::Contains(facts))) << drive;
+    EXPECT_TRUE(files_.accessible(drive + "\\")) << drive;  // also an empty one
+    all.push_back(facts);
+  }
+  EXPECT_FALSE(all.empty());
+}
+
+using WindowsContract = Contract;
+
+TEST_F(WindowsContract, AProgramsWindowsAreFoundByClassAndTitle) {
+  ForeignWindows& windows = platform_.windows;
+  const auto before = windows.listByClass("static");
+  const ForeignWindow first = machine_->openWindow("Static", "first of these"),
+                      second = machine_->openWindow("Static", "second of these");
+  auto after = windows.listByClass("static");
+  for (ForeignWindow old : before) std::erase(after, old);
+  EXPECT_THAT(after, UnorderedElementsAre(first, second));
+  EXPECT_EQ(windows.findByTitle("Second of these"), second);
+  EXPECT_EQ(windows.title(first), "first of these");
+  EXPECT_TRUE(windows.exists(first));
+  EXPECT_NE(windows.processOf(first), 0u);
+  EXPECT_EQ(windows.processOf(first), windows.processOf(second));
+  EXPECT_FALSE(windows.exists(0) || windows.processOf(0) != 0);
+  EXPECT_THAT(windows.listByClass("No such class at all"), IsEmpty());
 }
 
 }  // namespace pavoline::testing

@@ -6,7 +6,6 @@ namespace pavoline {
 
 constexpr std::uint64_t kMB = 1ull << 20;
 constexpr std::uint64_t kGB = 1ull << 30;
-constexpr std::uint64_t kTB = 1ull << 40;
 
 // Types as they lie in the entries of a real disk.
 constexpr GptType kEfi = {0x28, 0x73, 0x2A, 0xC1, 0x1F, 0xF8, 0xD2, 0x11,
@@ -21,17 +20,18 @@ constexpr GptType kLinux = {0xAF, 0x3D, 0xC6, 0x0F, 0x83, 0x84, 0x72, 0x47,
                             0x8E, 0x79, 0x3D, 0x69, 0xD8, 0x47, 0x7D, 0xE4};
 constexpr GptType kStrange = {1, 2, 3};
 
+// Partition n begins at n GB.
 TableEntry Mbr(std::uint32_t number, std::uint8_t type, bool active = false) {
-  return {number, 500 * kMB, type, active, {}};
+  return {number, number * kGB, 500 * kMB, type, active, {}};
 }
 
 TableEntry Gpt(std::uint32_t number, const GptType& type, std::uint64_t bytes = 500 * kMB) {
-  return {number, bytes, 0, false, type};
+  return {number, number * kGB, bytes, 0, false, type};
 }
 
 using Lines = std::vector<std::string>;
 
-TEST(SizeText, UsesTheLargestUnitAndCutsOff) {
+TEST(SizeText, IsInGigabytesFromOneOnAndCutOff) {
   const std::pair<std::uint64_t, const char*> cases[] = {
       {0, "0.00MB"},
       {kMB / 2, "0.50MB"},
@@ -40,10 +40,8 @@ TEST(SizeText, UsesTheLargestUnitAndCutsOff) {
       {kGB, "1.00GB"},
       {kGB + kGB / 50, "1.01GB"},  // 1.02 would be more than there is
       {500107862016, "465.76GB"},
-      {kTB - 1, "1023.99GB"},
-      {kTB, "1.00TB"},
-      {2 * kTB + kTB / 16, "2.06TB"},
-      {~0ull, "16777215.99TB"}};
+      {2000398934016, "1863.01GB"},
+      {~0ull, "17179869183.99GB"}};
   for (const auto& [bytes, text] : cases) EXPECT_EQ(SizeText(bytes), text) << bytes;
 }
 
@@ -53,7 +51,8 @@ TEST(PartitionLines, ListAGptDiskInTableOrder) {
                   "Example SSD",
                   {Gpt(1, kEfi, 100 * kMB), Gpt(2, kMsr, 16 * kMB), Gpt(3, kBasic, 465 * kGB),
                    Gpt(4, kRecovery), Gpt(5, kLinux), Gpt(6, kStrange), Gpt(0, GptType{})}};
-  const std::vector<Volume> volumes = {{0, 3, "C:", "NTFS", "System"}, {0, 1, "", "FAT32", "ESP"}};
+  const std::vector<Volume> volumes = {{{{0, 3 * kGB, kGB}}, "C:", "NTFS", "System"},
+                                       {{{0, kGB, kMB}}, "", "FAT32", "ESP"}};
   EXPECT_EQ(PartitionLines({disk}, volumes),
             (Lines{"1:1\t\t100.00MB\tFAT32\tEFI\tExample SSD\tESP\tGPT\t0",
                    "1:2\t\t16.00MB\t\tMSR\tExample SSD\t\tGPT\t0",
@@ -67,37 +66,32 @@ TEST(PartitionLines, TellLogicalDrivesFromPrimaryOnesAndSkipTheirFrames) {
   const Disk disk{2,
                   PartitionStyle::kMbr,
                   "",
-                  {Mbr(1, 0x07, true), Mbr(2, 0x27), Mbr(0, 0x0F), Mbr(0, 0x00),  // the table
-                   Mbr(3, 0x0B), Mbr(0, 0x05), Mbr(0, 0x00), Mbr(0, 0x00),        // the chain
-                   Mbr(4, 0x42), Mbr(5, 0xEF), Mbr(0, 0x85)}};
+                  {Mbr(1, 0x07, true), Mbr(2, 0x27), Mbr(3, 0x27, true), Mbr(0, 0x0F),  // the table
+                   Mbr(4, 0x0B), Mbr(0, 0x05), Mbr(0, 0x00), Mbr(0, 0x00),              // the chain
+                   Mbr(5, 0x42), Mbr(6, 0xEF), Mbr(0, 0x85), Mbr(7, 0xEE)}};
   const std::string rest = "500.00MB\t\t";
   EXPECT_EQ(
       PartitionLines({disk}, {}),
       (Lines{"3:1\t\t" + rest + "Primary\t\t\tMBR\t1", "3:2\t\t" + rest + "Recovery\t\t\tMBR\t0",
-             "3:3\t\t" + rest + "Logical\t\t\tMBR\t0", "3:4\t\t" + rest + "Dynamic\t\t\tMBR\t0",
-             "3:5\t\t" + rest + "EFI\t\t\tMBR\t0"}));
+             "3:3\t\t" + rest + "Primary\t\t\tMBR\t1", "3:4\t\t" + rest + "Logical\t\t\tMBR\t0",
+             "3:5\t\t" + rest + "Dynamic\t\t\tMBR\t0", "3:6\t\t" + rest + "EFI\t\t\tMBR\t0"}));
 }
 
-TEST(PartitionLines, MatchVolumesByDiskAndPartitionAndStayWholeWhateverALabelHolds) {
-  const Disk first{0, PartitionStyle::kMbr, "a\tb\r\n", {Mbr(1, 0x07)}};
-  const Disk second{1, PartitionStyle::kMbr, "B", {Mbr(1, 0x07)}};
-  const std::vector<Volume> volumes = {{1, 1, "E:", "NTFS", "x\ty\nz\x7F\xC3\xA9"},
-                                       {1, 1, "F:", "NTFS", "again"},
-                                       {7, 1, "G:", "NTFS", "gone"}};
-  EXPECT_EQ(PartitionLines({first, second}, volumes),
+TEST(PartitionLines, MatchVolumesByPlaceAndStayWholeWhateverALabelHolds) {
+  const Disk first{0, PartitionStyle::kMbr, "a\tb\r\n", {Mbr(1, 0x07), Mbr(2, 0x42)}};
+  const Disk stick{1, PartitionStyle::kMbr, "B", {Mbr(0, 0x0C)}};  // formatted as a whole
+  const std::vector<Volume> volumes = {
+      {{{1, 0, kMB}}, "E:", "NTFS", "x\ty\nz\x7F\xC3\xA9"},
+      {{{1, 0, kMB}}, "F:", "NTFS", "again"},  // a second letter
+      {{{0, 2 * kGB + kMB, kMB}, {1, kMB, kMB}}, "G:", "NTFS", "spanned"},
+      {{{0, 2 * kGB + 9 * kMB, kMB}}, "", "NTFS", "not beside a letter"},
+      {{{0, 3 * kGB, kMB}}, "H:", "NTFS", "behind the last"}};
+  EXPECT_EQ(PartitionLines({first, stick}, volumes),
             (Lines{"1:1\t\t500.00MB\t\tPrimary\ta b  \t\tMBR\t0",
-                   "2:1\tE:\t500.00MB\tNTFS\tPrimary\tB\tx y z \xC3\xA9\tMBR\t0"}));
-}
-
-// A stick formatted as a whole: its one partition and its volume carry number 0 or 1.
-TEST(PartitionLines, CountTheOnlyPartitionOfADiskWithoutTableFromOne) {
-  for (std::uint32_t inTable : {0u, 1u}) {
-    for (std::uint32_t ofVolume : {0u, 1u}) {
-      const Disk disk{1, PartitionStyle::kMbr, "Stick", {Mbr(inTable, 0x0C)}};
-      EXPECT_EQ(PartitionLines({disk}, {{1, ofVolume, "E:", "FAT32", ""}}),
-                (Lines{"2:1\tE:\t500.00MB\tFAT32\tPrimary\tStick\t\tMBR\t0"}));
-    }
-  }
+                   "1:2\tG:\t500.00MB\tNTFS\tDynamic\ta b  \tspanned\tMBR\t0",
+                   "2:1\tE:\t500.00MB\tNTFS\tPrimary\tB\tx y z \xC3\xA9\tMBR\t0",
+                   "2:1\tF:\t500.00MB\tNTFS\tPrimary\tB\tagain\tMBR\t0",
+                   "2:1\tG:\t500.00MB\tNTFS\tPrimary\tB\tspanned\tMBR\t0"}));
 }
 
 TEST(ModelText, JoinsMakerAndProductWithoutPadding) {

@@ -55,6 +55,11 @@ bool Person::leftInPeace() const {
 
 bool Person::gone(int milliseconds) const { return process_.exitCode(milliseconds).has_value(); }
 
+int Person::exitCode(int milliseconds) const {
+  const auto code = process_.exitCode(milliseconds);
+  return code ? static_cast<int>(*code) : -1;
+}
+
 bool Person::opensImage(const std::string& path) const {
   main.source().enterText(path);
   return soon([&] { return main.source().enabled() && !main.editions().items().empty(); });

@@ -22,7 +22,8 @@ class Person {
   bool busy() const;
   // Idle, and no message waits to be answered.
   bool leftInPeace() const;
-  bool gone(int milliseconds) const;  // the process has ended
+  bool gone(int milliseconds) const;                  // the process has ended
+  int exitCode(int milliseconds = 2 * 60'000) const;  // -1 when it has not ended by then
 
   // Puts a path into the source box and waits for its editions; false when none come.
   bool opensImage(const std::string& path) const;

@@ -36,6 +36,8 @@ TEST_F(Refusing, EachStartThatCannotSucceed) {
       {kImage, "E:", "Q:", text(kTextBootMissing, "%bp%", "Q:")},
       {kImage, "D:", "S:", text(kTextSourceOnTarget, "%ip%", "D:")},
       {kImage, "Q:", "S:", text(kTextInstallMissing, "%ip%", "Q:")},
+      {kImage, "E:", "E:\\Windows", text(kTextBootMissing, "%bp%", "E:\\Windows")},
+      {kImage, "E:", "C:", filled(more(kMoreBootIsSystem), "%bp%", "C:")},
   };
   for (const auto& each : cases) {
     SCOPED_TRACE(each.source + " to " + each.install + " with " + each.boot);
@@ -48,9 +50,11 @@ TEST_F(Refusing, EachStartThatCannotSucceed) {
     EXPECT_EQ(person.hears(), each.message);
     EXPECT_TRUE(person.leftInPeace());
   }
-  person.entersPartitions("E:", "S:");
+  person.entersPartitions("E:", "S:\\");
   person.main.command(kStart).click();
   person.hears(IDCANCEL);
+  person.main.window().chord({VK_MENU, 'P'});
+  person.main.window().key(VK_RETURN);  // in a field it begins nothing
   EXPECT_TRUE(person.leftInPeace());
 }
 
@@ -59,19 +63,29 @@ TEST_F(Refusing, UnattendedRunsEndThemselves) {
   const std::string image = kImage;
   const struct {
     std::string switches, message;
+    int code;
   } cases[] = {
-      {"/source:D:\\none.wim /instpart:E: /bootpart:S:", text(kTextSourceMissing)},
-      {"/source:" + image + " /instpart:D: /bootpart:S:", text(kTextSourceOnTarget, "%ip%", "D:")},
+      {"/source:D:\\none.wim /instpart:E: /bootpart:S:", text(kTextSourceMissing), 1},
+      {"/source:" + image + " /instpart:D: /bootpart:S:", text(kTextSourceOnTarget, "%ip%", "D:"),
+       1},
+      {"/source:D:\\letter.wim /instpart:E: /bootpart:S:", text(kTextNoEdition), 1},
       // A partition that is not there is no other one.
-      {"/source:" + image + " /instpart:Q: /bootpart:S:", ""},
+      {"/source:" + image + " /instpart:Q: /bootpart:S:",
+       filled(filled(more(kMoreOtherPartitions), "%ip%", "E:"), "%bp%", "S:"), 2},
   };
+  write("D:\\letter.wim", "no image");
+  faultsAsked_ = true;  // which the imaging program refuses as well
   for (const auto& each : cases) {
     SCOPED_TRACE(each.switches);
     Person person(each.switches + " /formatinstpart /install /slient");
-    if (!each.message.empty()) {
+    if (each.code == 1) {
       EXPECT_THAT(person.hears(), EndsWith(each.message));
+    } else {  // left alone, the message counts down and goes by itself
+      const auto shown = bench::waitForMessage(person.main.program(), kPatience);
+      ASSERT_TRUE(shown);
+      EXPECT_EQ(shown->text, each.message);
     }
-    EXPECT_TRUE(person.gone(kPatience));
+    EXPECT_EQ(person.exitCode(), each.code);
   }
 }
 

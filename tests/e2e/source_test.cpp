@@ -88,6 +88,11 @@ TEST_F(Sources, SearchStoppedHalfWayAndAPick) {
             0);
   writeSettings("SearchType=1\r\nSearchLevel=2");
   Person person;
+  // The list is filled at the start, without a window.
+  ASSERT_TRUE(soon([&] {
+    return person.main.source().items().size() == 2 &&
+           person.main.search().text() == text(kTextSearch);
+  }));
   person.main.search().click();
   ASSERT_TRUE(
       soon([&] { return person.main.status().text() == text(kTextSearching, "%n%", "1"); }));

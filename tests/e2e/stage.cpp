@@ -118,10 +118,18 @@ std::string text(int number) {
 }
 
 std::string text(int number, const std::string& placeholder, const std::string& value) {
-  std::string result = text(number);
-  const size_t at = result.find(placeholder);
+  return filled(text(number), placeholder, value);
+}
+
+std::string more(int number) {
+  return profile(std::string(kAppFolder) + "\\Lang\\1033.lng", L"More",
+                 "More(" + std::to_string(number) + ")");
+}
+
+std::string filled(std::string text, const std::string& placeholder, const std::string& value) {
+  const size_t at = text.find(placeholder);
   return at == std::string::npos ? "no " + placeholder
-                                 : result.replace(at, placeholder.size(), value);
+                                 : text.replace(at, placeholder.size(), value);
 }
 
 std::vector<std::string> toolsRun() {

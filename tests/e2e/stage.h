@@ -49,6 +49,9 @@ std::string setting(const std::string& key);
 // A text of the shipped language file, by its number; `value` stands for the placeholder.
 std::string text(int number);
 std::string text(int number, const std::string& placeholder, const std::string& value);
+// The same of the third table.
+std::string more(int number);
+std::string filled(std::string text, const std::string& placeholder, const std::string& value);
 
 // Names of the tools run so far, the lister of partitions and the reader of images left out, and
 // "tool arguments" of one of them.

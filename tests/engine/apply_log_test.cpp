@@ -5,9 +5,9 @@
 #include <fstream>
 #include <iterator>
 
-#include "run/mid_between.h"
 #include "form/text_numbers.h"
 #include "platform/text.h"
+#include "run/mid_between.h"
 
 namespace pavoline {
 
@@ -15,6 +15,12 @@ std::string Capture(const std::string& name) {
   std::ifstream in(PAVOLINE_SOURCE_DIR "/tests/engine/captures/" + name + ".log", std::ios::binary);
   const std::string text((std::istreambuf_iterator<char>(in)), {});
   return ReplaceAll(text, "\n", "\r\n");  // as standard output arrives on Windows
+}
+
+ApplyLog Fed(const std::string& text) {
+  ApplyLog log;
+  log.feed(text);
+  return log;
 }
 
 // The same question answered by taking the whole text to pieces: the last piece may be half
@@ -25,35 +31,38 @@ std::optional<int> PercentByPieces(const std::string& text, const std::string& m
   return std::stoi(MidBetween(pieces[pieces.size() - 2], "(", "%)", false));
 }
 
-TEST(ApplyLog, CutAtEveryByteTellsTheLastWholePercentOfTheRunningPhase) {
+TEST(ApplyLog, FedByteByByteTellsTheLastWholePercentOfTheRunningPhase) {
   const std::string markers[] = {"Creating files:", "Extracting file data:",
                                  "Applying metadata to files:", "Done applying WIM image."};
-  const std::string log = Capture("three_phases");
-  ASSERT_GT(log.size(), 2000u);
+  const std::string whole = Capture("three_phases");
+  ASSERT_GT(whole.size(), 2000u);
+  ApplyLog log;
   ApplyProgress progress;
   int phase = 0;
-  for (std::size_t size = 0; size <= log.size(); ++size) {
-    const std::string text = log.substr(0, size);
-    const ApplyStep step = ParseApplyLog(text, progress);
+  for (std::size_t size = 1; size <= whole.size() && phase < 3; ++size) {
+    log.feed(whole.substr(size - 1, 1));
+    const std::string text = whole.substr(0, size);
+    const ApplyStep step = ParseApplyLog(log, progress);
     ASSERT_EQ(step.status, kTextCreatingFiles + phase);
     const bool over = Contains(text, markers[phase + 1]);
     ASSERT_EQ(step.shown, over ? 100 : PercentByPieces(text, markers[phase])) << size << " bytes";
     EXPECT_EQ(step.toolNeeded, phase == 1 && !over && step.shown);
     progress = step.progress;
-    if (step.shown == 100 && ++phase == 3) break;
+    if (step.shown == 100) ++phase;
   }
   EXPECT_TRUE(ParseApplyLog(log, progress).finished);
 }
 
 TEST(ApplyLog, EveryKindOfImageIsDoneOnTheFourthLook) {
   for (const char* name : {"three_phases", "small_image", "no_file_data"}) {
+    const ApplyLog log = Fed(Capture(name));
     ApplyProgress progress;
     for (int look = 0; look < 3; ++look) {
-      const ApplyStep step = ParseApplyLog(Capture(name), progress);
+      const ApplyStep step = ParseApplyLog(log, progress);
       EXPECT_EQ(step.shown, 100) << name << " " << look;
       progress = step.progress;
     }
-    EXPECT_TRUE(ParseApplyLog(Capture(name), progress).finished) << name;
+    EXPECT_TRUE(ParseApplyLog(log, progress).finished) << name;
   }
 }
 
@@ -62,10 +71,16 @@ TEST(ApplyLog, SkipsAPercentThatIsNoneAndHoldsOneThatIsTooMuch) {
   for (const auto& [percent, shown] :
        std::initializer_list<std::pair<std::string, std::optional<int>>>{
            {"(33%)", 33}, {"(x%)", {}}, {"(%)", {}}, {"cut", {}}, {"(250%)", 100}, {"(-3%)", 0}}) {
-    const ApplyStep step = ParseApplyLog(line + percent + " done" + line, {100, 0, 0});
+    const ApplyStep step = ParseApplyLog(Fed(line + percent + " done" + line), {100, 0, 0});
     EXPECT_EQ(step.shown, shown) << percent;
     EXPECT_TRUE(step.toolNeeded) << percent;
   }
+}
+
+TEST(ApplyLog, KeepsLittleOfATextWithoutLines) {
+  const std::string mark = "Extracting file data:";
+  const ApplyLog log = Fed(mark + std::string(1 << 20, 'x') + mark);
+  EXPECT_LE(log.phase(1).lastWholeLine()->size(), 1024u);
 }
 
 }  // namespace pavoline

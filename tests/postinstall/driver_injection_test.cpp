@@ -1,11 +1,14 @@
 #include "postinstall/driver_injection.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "engine/engine_shop.h"
 #include "postinstall/driver_log.h"
+#include "support/installer.h"
 
 namespace pavoline::testing {
+
+using ::testing::ElementsAre;
 
 const std::string kScript = "C:\\Windows\\temp\\SetDrv.bat";
 const std::string kHead = "\r\nDeployment Image Servicing and Management tool\r\n\r\n";
@@ -34,24 +37,30 @@ TEST(DriverLog, TheLastWholeLineTells) {
   }
 }
 
-struct DriverShop : EngineShop {
-  explicit DriverShop(const std::string& folder) {
+struct DriverShop : InstallShop {
+  explicit DriverShop(const std::string& folder = "D:\\DRIVERS") {
     files.folder(folder);
     files.shortNames = false;
-    form.text[kDriverFolder].setText(folder);
+    plan.driverFolder = folder;
+    plan.format = false;
+  }
+  // Runs the installation up to the driver step.
+  void beginDrivers() {
+    begin();
+    EXPECT_TRUE(runUntil([&] { return processes.ranLike("dism.exe") || !session.installation; }));
   }
 };
 
 TEST(DriverInjection, FollowsDismToTheEnd) {
-  DriverShop w("D:\\DRIVERS");
+  DriverShop w;
   w.processes.onStart("dism.exe", [&](ToolRun& run) {
     run.print(100, kHead + kSearch);
     run.print(1500, kFound + kThird);
     run.print(2500, kEnd);
     run.endsAt(4500);
   });
-  StartDriverInjection(w.session);
-  EXPECT_EQ(w.processes.started.at(0).script,
+  w.beginDrivers();
+  EXPECT_EQ(w.processes.started.back().script,
             "dism.exe /image:E:\\ /Add-Driver /Driver:D:\\DRIVERS /recurse /forceunsigned "
             ">C:\\Windows\\temp\\SetDrv.xml\r\n");
   w.run(1000);
@@ -61,36 +70,75 @@ TEST(DriverInjection, FollowsDismToTheEnd) {
   EXPECT_EQ(w.form.progressBar1.value(), 3);
   EXPECT_EQ(w.form.progressBar1.maximum(), 12);
   w.run(2000);
-  EXPECT_TRUE(w.form.timer3.enabled()) << "it still runs";
-  w.run(1000);
-  EXPECT_FALSE(w.form.timer3.enabled() || w.form.busy);
+  EXPECT_TRUE(w.session.installation) << "it still runs";
+  w.run(600);
+  EXPECT_FALSE(w.form.timer3.enabled() || w.session.installation);
   EXPECT_FALSE(w.files.exists("C:\\Windows\\temp\\SetDrv.xml") || w.files.exists(kScript));
   EXPECT_EQ(w.form.progressBar1.value(), 100);
-  EXPECT_TRUE(w.said("S40"));
+  EXPECT_THAT(w.heard(), ElementsAre("S40|S8|64"));
 }
 
-TEST(DriverInjection, GoesOnWhateverDismSaidLast) {
-  for (const std::string& last :
-       {kThird, std::string("The DISM log file can be found at C:\\dism.log\r\n")}) {
-    DriverShop w("D:\\DRIVERS");
-    w.processes.onStart("dism.exe", [&](ToolRun& run) { run.print(500, kSearch + last); });
-    StartDriverInjection(w.session);
-    w.run(1000);
-    EXPECT_FALSE(w.form.timer3.enabled() || w.form.busy) << last;
+TEST(DriverInjection, SaysHowDismEnded) {
+  struct Case {
+    const char* what;
+    std::string last;  // printed after half a second
+    int code;
+    const char* image;
+    long fromMs, toMs;  // of the step's end
+    std::string text;
+  };
+  const std::string lacking = "M10\nM12 D:\\DRIVERS|S8|48";
+  for (const Case& c :
+       {Case{"not in the list while its interpreter runs", kThird + kEnd, 0, "starting.exe", 4000,
+             4200, "S40|S8|64"},
+        Case{"failed", "The DISM log file can be found at C:\\dism.log\r\n", 2, "dism.exe", 4000,
+             4200, lacking},
+        Case{"died while it searched", kSearch, 255, "dism.exe", 64000, 67000, lacking}}) {
+    DriverShop w;
+    w.processes.onStart("dism.exe", [&](ToolRun& run) {
+      run.image = c.image;
+      run.print(500, kHead + c.last);
+      run.endsAt(4000);
+      run.exits(c.code);
+    });
+    w.beginDrivers();
+    const long began = w.time.now();
+    ASSERT_TRUE(w.runUntil([&] { return !w.session.installation; })) << c.what;
+    EXPECT_THAT(w.heard(), ElementsAre(c.text)) << c.what;
+    EXPECT_EQ(w.session.exitCode == ExitCode::kIncomplete, c.code != 0) << c.what;
+    EXPECT_GE(w.time.now() - began, c.fromMs) << c.what;
+    EXPECT_LE(w.time.now() - began, c.toMs) << c.what;
   }
 }
 
-TEST(DriverInjection, WithoutItsScriptOrDismTheInstallationGoesOn) {
-  for (const bool scriptFails : {false, true}) {
-    DriverShop w("D:\\my drivers & 100%");
+// A folder that a batch file cannot name goes to the interpreter directly; what did not happen is
+// told, and a folder that has gone is named.
+TEST(DriverInjection, GoesOnWithoutItsScriptDismOrFolder) {
+  const std::string wide = "D:\\my drivers & 100% \xE4\xB8\x8A";
+  struct Case {
+    std::string folder;
+    const char* spoilt;
+    int code;
+    const char* more;
+  };
+  for (const Case& c :
+       {Case{wide, "", 0, ""}, Case{"D:\\DRIVERS", "script", 5, "M12"},
+        Case{"D:\\DRIVERS", "start", 5, "M12"}, Case{"D:\\DRIVERS", "folder", 5, "M13"}}) {
+    DriverShop w(c.folder);
     w.files.put(kScript, "stale");
-    if (scriptFails) w.files.failNext(FileOperation::kWrite);
-    StartDriverInjection(w.session);
-    EXPECT_EQ(w.processes.ranLike("/Driver:\"D:\\my drivers & 100%\" /recurse"), !scriptFails);
+    const std::string spoilt = c.spoilt;
+    w.processes.onStart("bootsect.exe", [&](ToolRun& run) {
+      run.does(10, [&] {
+        if (spoilt == "script") w.files.failNext(FileOperation::kWrite);
+        if (spoilt == "start") w.processes.failNextStarts = 1;
+        if (spoilt == "folder") w.files.drop(c.folder);
+      });
+    });
+    EXPECT_EQ(w.install(), c.code) << spoilt;
+    EXPECT_EQ(w.processes.ranLike("/Driver:\"" + wide + "\" /recurse"), spoilt.empty());
+    EXPECT_EQ(w.heard().back(),
+              spoilt.empty() ? "S40|S8|64" : "M10\n" + (c.more + (" " + c.folder)) + "|S8|48");
     EXPECT_FALSE(w.processes.ranLike("stale"));
-    w.run(1000);
-    EXPECT_FALSE(w.form.timer3.enabled() || w.form.busy);
-    EXPECT_TRUE(w.said("S40"));
   }
 }
 

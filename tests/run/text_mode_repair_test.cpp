@@ -43,9 +43,6 @@ TEST(TextModeRepair, RestoresFaultedTextAndKeepsSoundText) {
     ASSERT_EQ(RepairTextMode(Fault(sound)), sound) << "text " << i;
     ASSERT_EQ(RepairTextMode(sound), sound) << "text " << i;
   }
-}
-
-TEST(TextModeRepair, MendsNamesWithoutTagsBetweenTwoFaults) {
   for (const char* name : {"上上", "上一个上", "ਕ\n", "ਊਊ", "\n", "\r\n\r\n", "x上", ""}) {
     EXPECT_EQ(RepairTextMode(Fault(File(name))), File(name)) << name;
   }

@@ -5,9 +5,9 @@
 #include <fstream>
 #include <iterator>
 
-#include "run/text_mode_repair.h"
 #include "platform/text.h"
-#include "support/fake_text.h"
+#include "run/text_mode_repair.h"
+#include "support/workshop.h"
 
 namespace pavoline::testing {
 
@@ -37,7 +37,7 @@ TEST(WimInfo, ReadsWhatTheImagingProgramWrites) {
   }
 }
 
-TEST(WimInfo, TakesOutputCutAnywhere) {
+TEST(WimInfo, TakesOutputCutAnywhereAndThousandsOfImagesWithoutTags) {
   const std::string whole = ReplaceAll(Capture(), "\n", "\r\n");
   std::size_t before = 0;
   for (std::size_t cut = 0; cut <= whole.size(); ++cut) {
@@ -46,6 +46,11 @@ TEST(WimInfo, TakesOutputCutAnywhere) {
     before = count;
   }
   EXPECT_EQ(before, 3u);
+  std::string xml;
+  for (int n = 0; n < 20'000; ++n) xml += "INDEX</IMAGE>";
+  const auto images = ParseWimInfo(xml);
+  EXPECT_EQ(images.size(), 20'000u);
+  EXPECT_LT(images.back().listText.size(), 2000u);
 }
 
 TEST(WimInfo, BuildsTheLines) {
@@ -54,13 +59,12 @@ TEST(WimInfo, BuildsTheLines) {
   const std::tuple<std::string, const char*, const char*> cases[] = {
       {nine, "A  B  64-Bit", "A B"},
       {nine + "INDEX<ARCH>12</ARCH><NAME>C</NAME>", "C  64-Bit-Bit", "C"},
-      {nine + "INDEX<ARCH>0</ARCH><NAME>C</NAME>", "C  32-Bit", "C"},
-      {"INDEX<ARCH>12</ARCH><NAME>C</NAME>", "C-Bit", "C"},
       {"INDEX<ARCH>9</ARCH><LANGUAGE>ZH-CN</LANGUAGE><DISPLAYNAME>D</DISPLAYNAME><NAME>C</NAME>",
        "D  64位", "C  64-Bit  ZH-CN  ..."},
       {"INDEX<NAME>C</NAME><LANGUAGE>en-US</LANGUAGE><LANGUAGE>de-DE</LANGUAGE>", "C-Bit",
        "C-Bit  en-US  ..."},
-      {"INDEX", "-Bit", ""},
+      {"INDEX<ARCH>9</ARCH><NAME>A &amp;lt; B &lt;&quot;&gt;</NAME>", "A &lt; B <\">  64-Bit",
+       "A &lt; B <\">"},
       {"INDEX<NAME></NAME><DISPLAYNAME>D", "-Bit", ""}};
   for (const auto& [xml, list, details] : cases) {
     const auto images = ParseWimInfo(xml);
@@ -68,8 +72,18 @@ TEST(WimInfo, BuildsTheLines) {
     EXPECT_EQ(images.back().listText, list) << xml;
     EXPECT_EQ(images.back().detailText, details) << xml;
   }
-  EXPECT_TRUE(ParseWimInfo("").empty());
   EXPECT_TRUE(ParseWimInfo("<IMAGE index=\"1\"></IMAGE>some error").empty());
+}
+
+TEST(WimInfo, OnlyLanguageTagsReachCommandLines) {
+  Workshop w;
+  w.session.fallbackLanguage = "de-DE";
+  for (const std::string tag : {"zh-CN", "", "en-US&format", "en US", "\u0663"}) {
+    w.form.combo[kEditions].addItem(tag);
+    w.session.editions.emplace_back().language = tag;
+    w.form.combo[kEditions].select(static_cast<int>(w.session.editions.size()) - 1);
+    EXPECT_EQ(EditionLanguage(w.session), tag == "zh-CN" ? tag : "de-DE");
+  }
 }
 
 }  // namespace pavoline::testing

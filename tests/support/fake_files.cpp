@@ -257,8 +257,10 @@ void FakeFiles::list(const std::string& pattern, const EntryVisitor& visit) {
   if (mask == "*" && parent.size() > 2) {
     for (const char* dots : {".", ".."}) entries.push_back({dots, kFolderAttribute, 0, ""});
   }
+  const auto matches = [&](const std::string& name) { return Matches(Decode(mask), Decode(name)); };
   for (const auto& [path, node] : nodes_) {
-    if (ParentFolder(path) != parent || !Matches(Decode(mask), Decode(FileName(path)))) continue;
+    if (ParentFolder(path) != parent) continue;
+    if (!matches(FileName(path)) && !(shortNames && matches(Lower(node.shortName)))) continue;
     entries.push_back(
         {node.name, node.attributes, node.size.value_or(node.content.size()), "2024-05-06 07:08"});
   }

@@ -96,7 +96,7 @@ void ToolRun::appends(long ms, const std::string& file, const std::string& text)
 }
 
 void ToolRun::print(long ms, const std::string& text) {
-  appends(ms, output.empty() ? errors_ : output, text);
+  appends(ms, output.empty() && !errorsOnly_ ? errors_ : output, text);
 }
 
 void ToolRun::complain(long ms, const std::string& text) {
@@ -158,6 +158,8 @@ std::shared_ptr<FakeProcesses::Job> FakeProcesses::makeJob(const StartRequest& r
   auto job = std::make_shared<Job>();
   const std::string batch = BatchOf(request.commandLine);
   job->batch = !batch.empty();
+  job->programGiven = !request.program.empty();
+  job->errorsOnly = request.errorsOnly;
   job->lines = job->batch ? Split(ReplaceAll(files_.text(batch), "\r\n", "\n"), "\n")
                           : std::vector<std::string>{request.commandLine};
   if (files_.isFolder(ParentFolder(request.outputFile)) && !files_.isFolder(request.outputFile)) {
@@ -213,10 +215,11 @@ bool FakeProcesses::runLine(const std::shared_ptr<Job>& job, const std::string& 
   run.line = job->batch ? expand(text) : text;
   run.image = ImageOf(run.line);
   run.errors_ = job->outputFile;
+  run.errorsOnly_ = job->errorsOnly;
   if (job->batch || IsInterpreted(text)) run.output = OutputOf(run.line);
   ran.push_back(run.line);
   if (!run.output.empty() && !Contains(run.line, ">>")) files_.put(run.output);
-  const bool missing = programMissing(run.line);
+  const bool missing = (job->batch || !job->programGiven) && programMissing(run.line);
   if (missing || IsProgram(run.line)) job->code = missing ? kNoSuchCommand : 0;
   const Behaviour* behaviour = behaviourFor(run.line);
   if (!behaviour || missing) return false;
@@ -236,9 +239,10 @@ void FakeProcesses::runTool(const std::shared_ptr<Job>& job, const Behaviour& be
     });
   }
   if (run.endless_) return;
-  time_.after(run.end_, [this, id, job, code = run.code_] {
+  const bool tellsCode = IsProgram(run.line);
+  time_.after(run.end_, [this, id, job, tellsCode, code = run.code_] {
     if (processes_.erase(id) == 0) return;
-    if (job->running) job->code = code;
+    if (job->running && tellsCode) job->code = code;
     runNextLine(job);
   });
 }
@@ -258,6 +262,7 @@ void FakeProcesses::terminate(std::uint32_t id) {
 }
 
 std::vector<RunningProcess> FakeProcesses::list() {
+  if (onList) onList();
   if (noList) return {};
   std::vector<RunningProcess> result = {{1, "pavoline.exe"}};
   for (const auto& [id, process] : processes_) result.push_back({id, process.image});

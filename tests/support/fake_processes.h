@@ -32,7 +32,8 @@ class ToolRun {
   friend class FakeProcesses;
   void appends(long ms, const std::string& file, const std::string& text);
 
-  std::string errors_;  // file that takes its standard error; empty: none
+  std::string errors_;       // file that takes its standard error; empty: none
+  bool errorsOnly_ = false;  // and not its output
   std::uint32_t code_ = 0;
   std::multimap<long, std::function<void(FakeFiles&)>> steps_;
   long end_ = 0;
@@ -58,7 +59,8 @@ struct FakeProcesses : Processes {
   std::vector<std::string> ran;     // every single command, batch lines with variables put in
   std::vector<std::string> killed;  // image names as listed
   int failNextStarts = 0;
-  bool noList = false;  // the system gives no process list
+  bool noList = false;           // the system gives no process list
+  std::function<void()> onList;  // before it is made
   int redirectionOffDepth = 0;
   long eventsMs = 1;  // simulated time that handling the pending events takes
 
@@ -83,7 +85,9 @@ struct FakeProcesses : Processes {
   struct Job {
     std::vector<std::string> lines;  // left to run
     bool batch = false, running = true;
-    std::string outputFile;  // empty: none
+    bool programGiven = false;  // whatever the line begins with
+    std::string outputFile;     // empty: none
+    bool errorsOnly = false;
     std::uint32_t id = 0, code = 0;
     std::vector<std::weak_ptr<std::function<void()>>> whenEnded;
   };

@@ -8,49 +8,55 @@ namespace pavoline::testing {
 using namespace ::testing;
 
 constexpr char kBcdboot[] = "X:\\Pavoline\\Bin\\Boot\\x64\\bcdboot.exe";
-constexpr char kBootsect[] = "X:\\Pavoline\\Bin\\Boot\\x64\\bootsect.exe";
+constexpr char kBios[] = "S:\\boot\\bcd", kUefi[] = "S:\\EFI\\Microsoft\\Boot\\bcd";
 
 // Two installed systems, the running one, and a boot partition S: with old boot stores.
 struct RepairWorkshop : Workshop {
   RepairWorkshop() {
     drives.add("S:");
-    files.put("S:\\boot\\bcd", "old");
-    files.put("S:\\EFI\\Microsoft\\Boot\\bcd", "old");
+    files.put(kBios, "old");
+    files.put(kUefi, "old");
     for (const char* drive : {"D:", "E:", "X:"}) {
       files.folder(std::string(drive) + "\\Windows");
       session.partitions.push_back({std::string("1:1\t") + drive});
     }
     files.put(kBcdboot);
-    files.put(kBootsect);
     form.text[kBootPartition].setText("S:");
     form.setTag("2");
     BuildSystemMenu(session);
   }
 
   void repair() { EXPECT_TRUE(HandleSystemCommand(session, kMenuBootRepair)); }
+  std::string stores() { return files.text(kBios) + " " + files.text(kUefi); }
 };
 
-TEST(BootRepair, RebuildsForEveryWindowsAndReportsTheStores) {
-  for (const auto& [bios, uefi, report] : {std::tuple{true, true, "S69 S:\n[ BIOS + UEFI ] |S8|64"},
-                                           {true, false, "S69 S:\n[ BIOS ] |S8|64"},
-                                           {false, true, "S69 S:\n[ UEFI ] |S8|64"},
-                                           {false, false, "S69 S:\n[  ] |S8|64"}}) {
+TEST(BootRepair, RebuildsForEveryWindowsAndPutsBackWhatWasNotMadeAnew) {
+  using Case = std::tuple<std::string, std::string, std::string, std::string>;
+  for (const auto& [before, written, after, report] :
+       {Case{"old", "bios uefi", "new new", "S69 S:\n[ BIOS + UEFI ] |S8|64"},
+        Case{"old", "bios", "new old", "S69 S:\n[ BIOS + UEFI ] |S8|64"},
+        Case{"", "uefi", " new", "S69 S:\n[ UEFI ] |S8|64"},
+        Case{"old", "", "old old", "M15\nS69 S:\n[ BIOS + UEFI ] |S8|48"},
+        Case{"", "", " ", "M15\nS69 S:\n[  ] |S8|48"}}) {
     RepairWorkshop w;
-    bool lockedWhileRunning = false;
-    w.processes.onStart("bcdboot.exe", [&](ToolRun& run) {
-      lockedWhileRunning = !w.form.command1[kStart].enabled() && w.session.starting;
-      const bool forUefi = run.line.find("/f uefi") != std::string::npos;
-      if (forUefi && uefi) w.files.put("S:\\EFI\\Microsoft\\Boot\\bcd");
-      if (!forUefi && bios) w.files.put("S:\\boot\\bcd");
+    if (before.empty()) w.files.drop(kBios), w.files.drop(kUefi);
+    bool locked = true;
+    w.processes.onStart("bcdboot.exe", [&, firmwares = written](ToolRun& run) {
+      locked = locked && !w.form.command1[kStart].enabled();
+      locked = locked && w.session.activity == Activity::kRepairingBoot;
+      const bool uefi = run.line.find("/f uefi") != std::string::npos;
+      if (firmwares.find(uefi ? "uefi" : "bios") == std::string::npos) return;
+      run.does(10, [&w, uefi] { w.files.put(uefi ? kUefi : kBios, "new"); });
     });
     w.repair();
     EXPECT_THAT(w.heard(), ElementsAre(StartsWith("S68 S:\n\nS18|S8|"), report));
     EXPECT_THAT(w.processes.ran,
                 ElementsAre(HasSubstr("E:\\Windows /s"), HasSubstr("E:\\Windows /s"),
                             HasSubstr("D:\\Windows /s"), HasSubstr("D:\\Windows /s"),
-                            HasSubstr("bootsect.exe /nt60 S: /mbr")));
-    EXPECT_TRUE(lockedWhileRunning && w.form.command1[kStart].enabled());
-    EXPECT_FALSE(w.session.starting || w.session.bootRepairRequested);
+                            HasSubstr("System32\\bootsect.exe /nt60 S: /mbr")));
+    EXPECT_EQ(w.stores(), after);
+    EXPECT_LE(w.files.below("S:").size(), 2u);  // nothing is left aside
+    EXPECT_TRUE(locked && w.form.command1[kStart].enabled());
     EXPECT_EQ(w.form.status.text(), "S1");
   }
 }
@@ -60,13 +66,14 @@ TEST(BootRepair, TouchesNothingWhenItMustNotRun) {
   const std::tuple<const char*, Arrange, std::vector<std::string>> cases[] = {
       {"cancelled", [](auto& w) { w.dialogs.answers = {2}; }, {"S68 S:\n\nS18|S8|49"}},
       {"list not read yet", [](auto& w) { w.form.setTag("0"); }, {"S45|Initializing...|64"}},
-      {"no boot partition",
-       [](auto& w) { w.form.text[kBootPartition].setText(""); },
-       {"S15 |S12|16"}},
       {"boot partition gone", [](auto& w) { w.drives.remove("S:"); }, {"S15 S:|S12|16"}},
-      {"installing", [](auto& w) { w.form.busy = true; }, {}},
-      {"Start asks", [](auto& w) { w.session.starting = true; }, {}},
-      {"unattended Start is due", [](auto& w) { w.session.commandLine.install = true; }, {}},
+      {"no Windows",
+       [](auto& w) { w.files.drop("D:\\Windows"), w.files.drop("E:\\Windows"); },
+       {"M14|S8|48"}},
+      {"no bcdboot",
+       [](auto& w) { w.files.drop(kBcdboot), w.files.drop("C:\\Windows\\System32\\bcdboot.exe"); },
+       {"M14|S8|48"}},
+      {"installing", [](auto& w) { w.session.activity = Activity::kInstalling; }, {}},
       {"Quillet", [](auto& w) { w.files.put("X:\\Quillet\\Quillet.exe"); }, {}}};
   for (const auto& [why, arrange, messages] : cases) {
     RepairWorkshop w;
@@ -75,20 +82,17 @@ TEST(BootRepair, TouchesNothingWhenItMustNotRun) {
     EXPECT_EQ(w.heard(), messages) << why;
     EXPECT_FALSE(w.processes.ranLike("bcdboot") || w.processes.ranLike("bootsect")) << why;
     EXPECT_EQ(w.processes.ranLike("Quillet"), why == std::string("Quillet"));
-    EXPECT_TRUE(w.form.command1[kStart].enabled() && !w.session.bootRepairRequested) << why;
-    EXPECT_EQ(w.files.text("S:\\boot\\bcd"), w.files.exists("S:") ? "old" : "") << why;
+    EXPECT_TRUE(w.form.command1[kStart].enabled()) << why;
+    EXPECT_EQ(w.stores(), w.files.exists("S:") ? "old old" : " ") << why;
   }
 }
 
-TEST(BootRepair, StopsWhereItStandsWhenTheProgramIsClosed) {
+TEST(BootRepair, StopsWhenTheProgramIsClosedAndLeavesTheOldStores) {
   RepairWorkshop w;
-  w.processes.onStart("bcdboot.exe", [&](ToolRun& run) {
-    run.does(10, [&] { w.form.unload(); });
-    run.endsAt(5000);
-  });
+  w.processes.onStart("bcdboot.exe", [&](ToolRun& run) { run.does(10, [&] { w.form.unload(); }); });
   w.repair();
-  EXPECT_EQ(w.dialogs.messages.size(), 1u);
-  EXPECT_FALSE(w.processes.ranLike("bootsect"));
+  EXPECT_EQ(w.dialogs.messages.size() + w.processes.ran.size(), 2u);
+  EXPECT_EQ(w.stores(), "old old");
 }
 
 }  // namespace pavoline::testing

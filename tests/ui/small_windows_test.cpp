@@ -4,7 +4,7 @@
 
 #include "support/workshop.h"
 #include "ui/controls.h"
-#include "version.h"
+#include "ui/left_bytes.h"
 
 namespace pavoline::testing {
 
@@ -12,10 +12,11 @@ using ::testing::ElementsAre;
 
 struct ChooserWorkshop : Workshop {
   ChooserWorkshop() {
-    session.bootRows = {{{"S:", "System", "Disk A", "FAT32", "260.00MB"}},
-                        {{"D:", "", "Disk B", "NTFS", "0.50GB"}}};
-    session.installRows = {{{"D:", "Data", "Disk B", "NTFS", "100.00GB"}},
-                           {{"E:", "Work", "Disk B", "NTFS", "365.76GB"}}};
+    files.put("X:\\Pavoline\\Bin\\CxDir\\x64\\CxDir.exe");
+    processes.onStart("CxDir.exe", [this](ToolRun& run) { run.print(1, listing); });
+    drives.add("S:");
+    drives.add("D:", kDriveFixed, VolumePosition{2, 1});
+    drives.add("E:", kDriveFixed, VolumePosition{2, 2});
     form.text[kInstallPartition].setText("E:");
   }
   // Opens the chooser, lets the person act in it and returns the letter that the field has then.
@@ -25,6 +26,11 @@ struct ChooserWorkshop : Workshop {
     return form.text[purpose == PartitionPurpose::kBoot ? kBootPartition : kInstallPartition]
         .text();
   }
+
+  std::string listing =
+      "1:1\tS:\t260.00MB\tFAT32\tEFI\tDisk A\tSystem\tGPT\t0\r\n"
+      "2:1\tD:\t100.00GB\tNTFS\tPrimary\tDisk B\tData\tMBR\t1\r\n"
+      "2:2\tE:\t365.76GB\tNTFS\tPrimary\tDisk B\tWork\tMBR\t0\r\n";
 };
 
 std::vector<std::string> Titles(const ListView& list) {
@@ -33,173 +39,111 @@ std::vector<std::string> Titles(const ListView& list) {
   return titles;
 }
 
-TEST(PartitionChooser, TakesARowByButtonAndByDoubleClick) {
+TEST(PartitionChooser, ListsAfreshAndTakesARowByButtonAndByDoubleClick) {
   ChooserWorkshop w;
-  const auto look = [](Form& window, ListView& list) {
+  const auto cancel = [](Form& window, ListView& list) {
     EXPECT_EQ(window.caption(), "S52");
     EXPECT_THAT(Titles(list), ElementsAre("S46", "S47", "S48", "S49", "S50"));
     EXPECT_THAT(list.rows(), ElementsAre(ElementsAre("D:", "Data", "Disk B", "NTFS", "100.00GB"),
                                          ElementsAre("E:", "Work", "Disk B", "NTFS", "365.76GB")));
     EXPECT_EQ(list.selected(), 1);
-    EXPECT_EQ(window.defaultButton, &ButtonWith(window, "S9"));
-    EXPECT_EQ(window.cancelButton, &ButtonWith(window, "S10"));
     EXPECT_EQ(window.focused(), &list);
     list.select(0);
-    window.cancelButton->press();
-    EXPECT_TRUE(window.unloaded());
+    ButtonWith(window, "S10").press();
   };
-  EXPECT_EQ(w.choose(PartitionPurpose::kInstall, look), "E:");
+  EXPECT_EQ(w.choose(PartitionPurpose::kInstall, cancel), "E:");
+  EXPECT_EQ(w.form.facts[kBootPartition].text(), "M1 Data, 100.00GB, NTFS, Disk B");
   const auto pressOk = [](Form& window, ListView& list) {
-    list.select(-1);
-    window.defaultButton->press();
-    EXPECT_FALSE(window.unloaded());
-    list.select(0);
-    window.defaultButton->press();
-    EXPECT_TRUE(window.unloaded());
+    for (const int row : {-1, 0}) {
+      list.select(row);
+      ButtonWith(window, "S9").press();
+      EXPECT_EQ(window.unloaded(), row == 0);
+    }
   };
   EXPECT_EQ(w.choose(PartitionPurpose::kInstall, pressOk), "D:");
   const auto doubleClick = [](Form& window, ListView& list) {
-    EXPECT_EQ(window.caption(), "S51");
-    EXPECT_EQ(list.selected(), 0);  // the field is empty
-    list.select(1);
+    EXPECT_EQ(window.caption() + std::to_string(list.selected()), "S511");
+    list.select(0);
     list.activate();
-    EXPECT_TRUE(window.unloaded());
   };
-  EXPECT_EQ(w.choose(PartitionPurpose::kBoot, doubleClick), "D:");
-}
+  EXPECT_EQ(w.choose(PartitionPurpose::kBoot, doubleClick), "S:");
+  EXPECT_EQ(w.processes.ran.size(), 3u);
+  w.session.activity = Activity::kReadingSource;  // its tool is not disturbed by another
+  EXPECT_EQ(w.choose(PartitionPurpose::kBoot, [](auto&, auto&) {}), "S:");
+  EXPECT_EQ(w.processes.ran.size(), 3u);
 
-TEST(PartitionChooser, SaysThatNothingIsThere) {
-  ChooserWorkshop w;
-  w.session.installRows.clear();
-  const auto look = [](Form& window, ListView& list) {
+  w.session.activity = Activity::kIdle;
+  w.listing = "";
+  const auto nothing = [](Form& window, ListView& list) {
     EXPECT_FALSE(list.visible() || window.defaultButton->enabled());
     EXPECT_TRUE(Nth<Label>(window).visible());
     EXPECT_EQ(Nth<Label>(window).text(), "S53");
   };
-  EXPECT_EQ(w.choose(PartitionPurpose::kInstall, look), "E:");
+  EXPECT_EQ(w.choose(PartitionPurpose::kInstall, nothing), "D:");
 }
 
-TEST(ComputerNameDialog, ShowsAndStoresTheNamesHoweverItIsClosed) {
+TEST(ComputerNameDialog, FiltersTypingAndStoresTheNamesHoweverItIsClosed) {
   Workshop w;
-  const std::function<void(Form&)> waysToClose[] = {
-      [](Form& window) { window.defaultButton->press(); },
-      [](Form& window) { window.cancelButton->press(); }, [](Form&) {}  // closed from outside
-  };
-  for (const auto& closeIt : waysToClose) {
+  for (const bool byEscape : {true, false}) {  // else from outside
     w.session.options.pcUser = "Ann";
     w.session.options.computerName = "OLD";
     w.session.options.workGroup = "";
     w.dialogs.modals.push_back([&](Form& window) {
-      EXPECT_EQ(window.name(), "Form2");
-      for (int row = 0; row < 3; ++row) {
-        EXPECT_EQ(Nth<Label>(window, row).text(), "S" + std::to_string(56 + row));
+      auto& user = Nth<ComboBox>(window);
+      auto &computer = Nth<TextBox>(window, 0), &group = Nth<TextBox>(window, 1);
+      EXPECT_EQ(user.text() + computer.text() + group.text(), "AnnOLDWorkGroup");
+      for (const KeyFilter& taken : {user.onKeyPress, computer.onKeyPress, group.onKeyPress}) {
+        for (const char32_t c : {U'9', U'Z', U'-', U'\b'}) EXPECT_TRUE(taken(c)) << int(c);
+        for (const char32_t c : {U'_', U' ', U'@', U'[', U'\uff11'}) EXPECT_FALSE(taken(c));
       }
-      EXPECT_EQ(Nth<ComboBox>(window).text(), "Ann");
-      EXPECT_EQ(Nth<TextBox>(window, 0).text(), "OLD");
-      EXPECT_EQ(Nth<TextBox>(window, 1).text(), "WorkGroup");
-      Nth<ComboBox>(window).setText("123456789012345678901");  // pasted
-      Nth<TextBox>(window, 0).setText("A_234567890123456");    // not filtered either
-      Nth<TextBox>(window, 1).setText("G23456789012345tail");
-      closeIt(window);
+      user.setText("123456789012345678901");  // pasted, and not filtered then
+      computer.setText("A_234567890123456");
+      group.setText("G23456789012345tail");
+      if (byEscape) window.cancelButton->press();
     });
     ShowComputerNameDialog(w.session);
     EXPECT_EQ(w.session.options.pcUser, "12345678901234567890");
     EXPECT_EQ(w.session.options.computerName, "A_2345678901234");
     EXPECT_EQ(w.session.options.workGroup, "G23456789012345");
   }
-  EXPECT_FALSE(w.files.exists(w.session.paths.settingsPath));  // that is another command's work
 }
 
-TEST(ComputerNameDialog, FiltersTypingAndKeepsItsFieldsAsHighAsTheDropDownBox) {
-  Workshop w;
-  w.dialogs.modals.push_back([](Form& window) {
-    auto& user = Nth<ComboBox>(window);
-    Rect bounds = user.bounds();
-    for (const int added : {0, 60}) {
-      bounds.height += added;
-      user.setBounds(bounds);
-      if (added > 0) user.onDropDown();
-      for (int n : {0, 1}) EXPECT_EQ(Nth<TextBox>(window, n).bounds().height, bounds.height);
-    }
-    for (const KeyFilter& taken : {user.onKeyPress, Nth<TextBox>(window, 0).onKeyPress,
-                                   Nth<TextBox>(window, 1).onKeyPress}) {
-      for (const char32_t c : std::u32string(U"09azAZ-\b")) EXPECT_TRUE(taken(c)) << int(c);
-      for (const char32_t c : std::u32string(U"_ .@/:[`{\u00e4\u4e2d\uff11")) {
-        EXPECT_FALSE(taken(c)) << int(c);
-      }
-    }
-  });
-  ShowComputerNameDialog(w.session);
+TEST(LeftBytes, CutsByBytesOfTheCodePage) {
+  FakeTextServices gbk;
+  gbk.codePage = "CP936";
+  EXPECT_EQ(LeftBytes(gbk, "中文名", 5, CutMode::kLeaveOut), "中文");
+  EXPECT_EQ(LeftBytes(gbk, "中文名", 5, CutMode::kTakeWhole), "中文名");
+  EXPECT_EQ(LeftBytes(gbk, "a中文", 3, CutMode::kTakeWhole), "a中");
 }
 
 TEST(ImageList, ShowsSixColumnsAndMakesThePickTheSource) {
   Workshop w;
+  const auto pick = [&](int row) {
+    w.dialogs.modals.push_back([&, row](Form& window) {
+      const std::string before = w.form.combo1.text();
+      auto& list = Nth<ListView>(window);
+      list.select(row);
+      EXPECT_EQ(window.defaultButton->enabled(), list.selected() >= 0);
+      list.activate();
+      EXPECT_EQ(window.unloaded(), list.selected() >= 0);
+      EXPECT_EQ(w.form.combo1.text(), before);  // not while the window is open
+      if (list.selected() < 0) return;
+      EXPECT_THAT(Titles(list), ElementsAre("S74", "S75", "S76", "S50", "S77", "S46"));
+      EXPECT_THAT(
+          list.rows(),
+          ElementsAre(
+              ElementsAre("my disc.iso", "D:\\iso\\", "ISO", "5.00GB", "2024-01-02 03:04", "D:"),
+              ElementsAre("install.wim", "E:\\", "WIM", "700.00MB", "2023-12-31 23:59", "E:")));
+    });
+    ShowImageList(w.session);
+    return w.form.combo1.text();
+  };
+  EXPECT_EQ(pick(0), "");
   w.session.search.found = {{"D:\\iso\\my disc.iso", 5ull << 30, "2024-01-02 03:04"},
                             {"E:\\install.wim", 700ull << 20, "2023-12-31 23:59"}};
-  w.dialogs.modals.push_back([&](Form& window) {
-    EXPECT_EQ(window.caption(), "S61");
-    auto& list = Nth<ListView>(window);
-    EXPECT_THAT(Titles(list), ElementsAre("S74", "S75", "S76", "S50", "S77", "S46"));
-    EXPECT_THAT(
-        list.rows(),
-        ElementsAre(
-            ElementsAre("my disc.iso", "D:\\iso\\", "ISO", "5.00GB", "2024-01-02 03:04", "D:"),
-            ElementsAre("install.wim", "E:\\", "WIM", "700.00MB", "2023-12-31 23:59", "E:")));
-    list.select(1);
-    list.activate();
-    EXPECT_TRUE(window.unloaded());
-    EXPECT_EQ(w.form.combo1.text(), "");  // not while the window is open
-  });
-  ShowImageList(w.session);
-  EXPECT_EQ(w.form.combo1.text(), "E:\\install.wim");
-
-  w.dialogs.modals.push_back([](Form& window) {
-    EXPECT_EQ(Nth<ListView>(window).selected(), 1);
-    Nth<ListView>(window).select(0);
-    window.cancelButton->press();
-    EXPECT_TRUE(window.unloaded());
-  });
-  ShowImageList(w.session);
-  w.dialogs.modals.push_back([&](Form& window) {
-    Nth<ListView>(window).select(0);
-    w.form.busy = true;  // an installation began meanwhile
-    EXPECT_EQ(window.defaultButton, &ButtonWith(window, "S9"));
-    window.defaultButton->press();
-  });
-  ShowImageList(w.session);
-  w.form.busy = false;
-  w.session.search.found.clear();
-  w.dialogs.modals.push_back([](Form& window) {
-    EXPECT_FALSE(window.defaultButton->enabled());
-    Nth<ListView>(window).activate();
-    EXPECT_FALSE(window.unloaded());
-  });
-  ShowImageList(w.session);
-  EXPECT_EQ(w.form.combo1.text(), "E:\\install.wim");
-}
-
-TEST(About, TellsTheVersionAndOpensItsLinks) {
-  Workshop w;
-  w.session.titleCaption = "Pavoline Installer";
-  w.files.put("X:\\Pavoline\\LICENSE");
-  w.dialogs.modals.push_back([&](Form& window) {
-    EXPECT_EQ(Nth<Label>(window, 0).text(), "Pavoline Installer");
-    EXPECT_EQ(Nth<Label>(window, 1).text(), "S112 " PAVOLINE_VERSION_TEXT);
-    EXPECT_EQ(Nth<Label>(window, 2).text(), "S110");
-    Nth<Link>(window, 0).press();
-    Nth<Link>(window, 1).press();
-    EXPECT_TRUE(w.processes.started.empty());
-    w.dialogs.canOpenDocuments = false;
-    w.files.put("C:\\Windows\\System32\\notepad.exe");
-    Nth<Link>(window, 0).press();
-    window.defaultButton->press();
-    EXPECT_TRUE(window.unloaded());
-  });
-  ShowAbout(w.session);
-  EXPECT_THAT(w.dialogs.documents,
-              ElementsAre("X:\\Pavoline\\LICENSE", "X:\\Pavoline\\Help\\1033.html",
-                          "X:\\Pavoline\\LICENSE"));
-  EXPECT_TRUE(w.processes.ranLike("notepad.exe \"X:\\Pavoline\\LICENSE\""));
+  EXPECT_EQ(pick(1), "E:\\install.wim");
+  w.session.activity = Activity::kInstalling;  // began meanwhile
+  EXPECT_EQ(pick(0), "E:\\install.wim");
 }
 
 }  // namespace pavoline::testing

@@ -4,10 +4,8 @@
 
 #include <set>
 
-#include "engine/wim_apply.h"
+#include "session/activity_scope.h"
 #include "support/workshop.h"
-#include "ui/apply_mode.h"
-#include "ui/companion_tools.h"
 
 namespace pavoline::testing {
 
@@ -25,19 +23,20 @@ struct MenuWorkshop : Workshop {
   }
 
   bool choose(int id) { return HandleSystemCommand(session, id); }
-
   std::vector<std::string> texts(const std::vector<MenuItem>& items) const {
     std::vector<std::string> result;
     for (const MenuItem& item : items) {
-      result.push_back(item.separator() ? "-" : std::to_string(item.id) + " " + item.text);
+      const std::string line = std::to_string(item.id) + " " + item.text;
+      result.push_back(item.separator() ? "-" : line + (item.checked ? "!" : ""));
     }
     return result;
   }
-  std::vector<std::string> tools() const { return texts(form.systemMenu().at(3).items); }
-  std::vector<int> checkedModes() const {
-    std::vector<int> result;
-    for (const MenuItem& item : form.systemMenu().at(4).items) {
-      if (item.checked) result.push_back(item.id);
+  // Those that do something and are not grey.
+  std::set<int> open(const std::vector<MenuItem>& items) const {
+    std::set<int> result;
+    for (const MenuItem& item : items) {
+      if (item.items.empty() && !item.separator() && item.enabled) result.insert(item.id);
+      result.merge(open(item.items));
     }
     return result;
   }
@@ -48,122 +47,108 @@ TEST(SystemMenu, StandsAboveTheSystemsItemsInItsOrder) {
   EXPECT_THAT(w.texts(w.form.systemMenu()),
               ElementsAre("2000 S62", "2040 S60\tCtrl+N", "-", "0 S114", "0 S72", "2002 S71(&V)",
                           "-", "2003 S64(&H)", "2004 S65(&A)", "2005 S66", "-"));
-  EXPECT_THAT(w.texts(w.form.systemMenu().at(4).items),
-              ElementsAre("2020 Normal mode ", "2021 Wimboot", "2022 Wimboot:WIMCOPY",
-                          "2023 Compact:XPRESS4K", "2024 Compact:XPRESS8K",
-                          "2025 Compact:XPRESS16K", "2026 Compact:LZX"));
-  EXPECT_THAT(w.checkedModes(), ElementsAre(2020));
 }
 
 TEST(SystemMenu, ListsAndStartsTheToolsThatAreThere) {
   MenuWorkshop w;
-  EXPECT_THAT(w.tools(), ElementsAre("2011 S63(&R)"));
-  const auto put = [&](const std::string& path) {
-    w.files.put(path);
+  const auto tools = [&] {
     BuildSystemMenu(w.session);
+    return w.texts(w.form.systemMenu().at(3).items);
   };
-  for (const char* beside : {"Brantor\\Brantor.exe", "DiskGenius\\DiskGenius.exe"}) {
-    put(std::string("X:\\Programs\\") + beside);
+  EXPECT_THAT(tools(), ElementsAre("2011 S63(&R)"));
+  for (const char* path : {"\\Quillet.exe", "\\Bin\\Ghost\\x64\\ghost.exe", "\\Brantor.exe",
+                           "\\..\\Brantor\\Brantor.exe", "\\..\\DiskGenius\\DiskGenius.exe"}) {
+    w.files.put(w.files.fullPath(kHome + std::string(path)));
   }
-  for (const char* inside : {"\\Quillet.exe", "\\Bin\\Ghost\\x64\\ghost.exe"})
-    put(kHome + std::string(inside));
-  EXPECT_THAT(w.tools(), ElementsAre("2010 Brantor\tCtrl+B", "2011 Quillet\tCtrl+R",
-                                     "2013 DiskGenius\tCtrl+D", "2012 Ghost\tCtrl+G"));
+  EXPECT_THAT(tools(), ElementsAre("2010 Brantor\tCtrl+B", "2011 Quillet\tCtrl+R",
+                                   "2013 DiskGenius\tCtrl+D", "2012 Ghost\tCtrl+G"));
   w.environment.thread = 2052;
-  put(kHome + std::string("\\Brantor.exe"));
-  EXPECT_THAT(w.tools(), ElementsAre("2010 系统备份 \tCtrl+B", "2011 引导修复 \tCtrl+R",
-                                     "2013 硬盘分区 \tCtrl+D", "2012 手动运行 \tCtrl+G"));
+  EXPECT_THAT(tools(), ElementsAre("2010 系统备份 \tCtrl+B", "2011 引导修复 \tCtrl+R",
+                                   "2013 硬盘分区 \tCtrl+D", "2012 手动运行 \tCtrl+G"));
 
   w.files.shortNames = false;
-  for (const int tool : {kMenuBackup, kMenuBootRepair, kMenuPartitions, kMenuGhost}) w.choose(tool);
+  const auto startAll = [&] {
+    for (int id : {kMenuBackup, kMenuBootRepair, kMenuPartitions, kMenuGhost}) {
+      EXPECT_TRUE(w.choose(id));
+    }
+  };
+  startAll();
   EXPECT_THAT(w.processes.ran,
               ElementsAre(HasSubstr("\\Brantor\\Brantor.exe"),  // from beside the program first
                           HasSubstr("\\Quillet.exe"), HasSubstr("DiskGenius.exe"),
                           HasSubstr("\\x64\\ghost.exe")));
   EXPECT_EQ(w.processes.started[0].mode, ShowMode::kNormal);
   EXPECT_FALSE(w.form.unloaded());  // only its key lets a tool take the program's place
-}
 
-TEST(SystemMenu, LeavesOtherNumbersToTheSystem) {
-  MenuWorkshop w;
-  const std::set<int> own = {2000, 2002, 2003, 2004, 2005, 2010, 2011, 2012,
-                             2013, 2020, 2021, 2022, 2023, 2024, 2025, 2026};
-  for (int id = 1999; id <= 2027; ++id) {
-    EXPECT_EQ(w.choose(id), own.contains(id)) << id;
+  const std::set<int> all = w.open(w.form.systemMenu());
+  EXPECT_EQ(all.size(), 17u);
+  {
+    const ActivityScope installing(w.session, Activity::kInstalling);
+    EXPECT_THAT(w.open(w.form.systemMenu()), ElementsAre(kMenuHelp, kMenuAbout, kMenuLanguageFile));
+    startAll();  // by keys
   }
-  EXPECT_TRUE(w.choose(kMenuComputerName));
-  EXPECT_FALSE(w.choose(0xF060));  // the system's own Close
+  EXPECT_EQ(w.processes.ran.size(), 4u);
+  EXPECT_EQ(w.open(w.form.systemMenu()), all);
+  for (const int id : {1999, 2001, 2006, 2014, 2027, 0xF060}) EXPECT_FALSE(w.choose(id)) << id;
 }
 
 TEST(ApplyModes, SetSwitchTitleAndCheckMark) {
   MenuWorkshop w;
-  w.session.titleCaption = "Sub - Pavoline";
-  using Case = std::tuple<int, const char*, std::string>;
-  for (const auto& [id, options, suffix] :
-       {Case{2021, "--wimboot", " - Wimboot"}, Case{2022, "--wimboot", " - Wimboot:WIMCOPY"},
-        Case{2023, "--compact=xpress4k", " - Compact:XPRESS4K"},
-        Case{2024, "--compact=xpress8k", " - Compact:XPRESS8K"},
-        Case{2025, "--compact=xpress16k", " - Compact:XPRESS16K"},
-        Case{2026, "--compact=lzx", " - Compact:LZX"}, Case{2020, "", ""}}) {
+  const auto modes = [&] { return w.texts(w.form.systemMenu().at(4).items); };
+  EXPECT_EQ(modes().at(0), "2020 Normal mode !");
+  int id = 2021;
+  for (const char* options : {"--wimboot", "--wimboot", "--compact=xpress4k", "--compact=xpress8k",
+                              "--compact=xpress16k", "--compact=lzx"}) {
     EXPECT_TRUE(w.choose(id));
-    EXPECT_EQ(w.session.applyOptions, options);
-    EXPECT_EQ(w.session.wimcopy, id == 2022);
-    EXPECT_EQ(w.form.caption(), "Sub - Pavoline" + suffix);
-    EXPECT_THAT(w.checkedModes(), ElementsAre(id));
+    EXPECT_EQ(w.session.apply.options, options);
+    EXPECT_EQ(w.session.apply.wimcopy, id == 2022);
+    EXPECT_THAT(modes(), Contains(HasSubstr("!")).Times(1));
+    EXPECT_TRUE(modes().at(id++ - 2020).ends_with("!"));
   }
+  EXPECT_EQ(w.form.caption(), "Pavoline - Compact:LZX");
+  w.choose(2020);
+  EXPECT_EQ(w.session.apply.options + w.form.caption(), "Pavoline");
 }
 
-TEST(SystemMenu, SavesTheSettings) {
+TEST(SystemMenu, SavesTheSettingsAndTheLanguageFileOrSaysThatItCannot) {
   MenuWorkshop w;
   w.session.options.computerName = "OFFICE-7";
-  EXPECT_TRUE(w.choose(kMenuSaveSettings));
+  w.choose(kMenuSaveSettings);
   EXPECT_THAT(w.files.text(w.session.paths.settingsPath), HasSubstr("ComputerName=OFFICE-7"));
-  EXPECT_THAT(w.heard(), ElementsAre("S67|S8|64"));
+  w.session.paths.settingsPath = "Q:\\Pavoline.ini";
+  w.choose(kMenuSaveSettings);
+
+  w.dialogs.savedFiles = {"", "D:\\mine", "D:\\4100.LNG", "D:\\missing\\1.lng"};
+  for (int times = 0; times < 4; ++times) w.choose(kMenuLanguageFile);
+  EXPECT_EQ(w.dialogs.saveRequests.at(0).initialFolder, std::string(kHome) + "\\lang\\");
+  EXPECT_THAT(w.files.below("D:"), ElementsAre("d:\\4100.lng", "d:\\mine.lng"));
+  EXPECT_THAT(w.heard(), ElementsAre("S67|S8|64", "S78 Q:\\Pavoline.ini|S12|16",
+                                     "S78 D:\\missing\\1.lng|S12|16"));
 }
 
-TEST(SystemMenu, OpensVirtualDisksOnlyWhereTheSystemHasThem) {
-  const std::tuple<float, bool, bool, bool> cases[] = {{6.1F, true, false, true},
-                                                       {6.0F, true, false, false},
-                                                       {10.0F, false, false, false},
-                                                       {10.0F, true, true, false}};
-  for (const auto& [version, diskpart, busy, shown] : cases) {
+TEST(SystemMenu, OpensVirtualDisksAndTheHelpPageWhereTheyAre) {
+  for (const auto& [version, diskpart] :
+       {std::pair{6.1F, true}, std::pair{6.0F, true}, std::pair{10.0F, false}}) {
     MenuWorkshop w;
     w.session.osVersion = version;
-    w.form.busy = busy;
     if (!diskpart) w.files.drop("C:\\Windows\\System32\\diskpart.exe");
-    EXPECT_TRUE(w.choose(kMenuVirtualDisk));
+    w.choose(kMenuVirtualDisk);
+    const bool shown = diskpart && version > 6.0F;
     EXPECT_EQ(w.dialogs.shownForms.size(), shown ? 1u : 0u) << version;
-    const bool told = w.said(
-        "S70\n提示：\n1.System Version < Windows NT 6.1\n"
-        "2.Missing system components: [diskpart.exe]");
-    EXPECT_EQ(told, !shown && !busy) << version;
+    EXPECT_NE(w.said("S70\n提示：\n1.System Version < Windows NT 6.1\n"
+                     "2.Missing system components: [diskpart.exe]"),
+              shown);
   }
-}
-
-TEST(SystemMenu, OpensTheHelpPageOfTheLanguage) {
   MenuWorkshop w;
-  EXPECT_TRUE(w.choose(kMenuHelp));
+  w.choose(kMenuHelp);
   EXPECT_TRUE(w.said("PE environment help is not available.") && w.dialogs.documents.empty());
-
   w.environment.variables["systemdrive"] = "C:";
   w.environment.thread = 1031;
   w.choose(kMenuHelp);
   w.files.put(std::string(kHome) + "\\Help\\1031.html");
   w.choose(kMenuHelp);
-  EXPECT_THAT(w.dialogs.documents, ElementsAre(std::string(kHome) + "\\Help\\1033.html",
-                                               std::string(kHome) + "\\Help\\1031.html"));
-}
-
-TEST(SystemMenu, WritesTheLanguageFileWhereAsked) {
-  MenuWorkshop w;
-  w.dialogs.savedFiles = {"", "D:\\mine", "D:\\4100.LNG", "D:\\missing\\1.lng"};
-  for (int times = 0; times < 4; ++times) w.choose(kMenuLanguageFile);
-  const FileRequest& request = w.dialogs.saveRequests.at(0);
-  EXPECT_EQ(request.initialFolder, std::string(kHome) + "\\lang\\");
-  EXPECT_EQ(request.filters.at(0).description, "Language Files(*.lng)");
-  EXPECT_EQ(request.filters[0].patterns, "*.lng");
-  EXPECT_THAT(w.files.below("D:"), ElementsAre("d:\\4100.lng", "d:\\mine.lng"));
-  EXPECT_THAT(w.heard(), ElementsAre(HasSubstr("S78 D:\\missing\\1.lng")));
+  EXPECT_THAT(w.dialogs.documents,
+              ElementsAre(EndsWith("\\Help\\1033.html"), EndsWith("\\Help\\1031.html")));
 }
 
 }  // namespace pavoline::testing

@@ -11,13 +11,22 @@ class OnFakes : public ContractPlatform {
     FurnishSystem(machine_);
     machine_.files.folder("X:\\Pavoline");
     machine_.files.put("C:\\test_contract.exe");
-    machine_.processes.onStart("test_contract.exe --write", [](ToolRun& run) {
-      const auto arguments = Split(run.line, "|");
-      run.output = arguments[2];
-      run.print(0, "begin");
-      run.print(std::stol(arguments[1]), "end");
+    machine_.processes.onStart("test_contract.exe --write", [this](ToolRun& run) {
+      const auto arguments = Split(run.line.substr(0, run.line.find(" >")), "|");
+      const auto writes = [this, file = arguments[2]](const std::string& text) {
+        return [this, file, text] { machine_.files.append(file, text); };
+      };
+      run.does(0, writes("begin"));
+      run.print(0, "said");
+      run.complain(0, "why");
+      run.does(std::stol(arguments[1]), writes("end"));
+      run.exits(kWriterCode);
+    });
+    machine_.processes.onStart("/c exit ", [](ToolRun& run) {
+      run.exits(static_cast<std::uint32_t>(std::stoul(run.line.substr(run.line.rfind(' ')))));
     });
     machine_.processes.onStart("echo", [](ToolRun& run) {
+      if (run.line.starts_with("@")) return;
       run.print(0, run.line.substr(5, run.line.find('>') - 5) + "\r\n");
     });
   }
@@ -28,6 +37,11 @@ class OnFakes : public ContractPlatform {
   }
   std::string writer(const std::string& file, int milliseconds) override {
     return "C:\\test_contract.exe --write|" + std::to_string(milliseconds) + "|" + file;
+  }
+
+  ForeignWindow openWindow(const std::string& className, const std::string& title) override {
+    constexpr std::uint32_t kSomeProcess = 7;
+    return machine_.windows.open(className, title, kSomeProcess);
   }
 
  private:

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
+#include <vector>
 
 #include "contract/contract_platform.h"
 #include "win32/wide_text.h"
@@ -32,6 +33,7 @@ class OnWindows : public ContractPlatform {
   // Not through the shell: Wine's takes a path beyond its old limit for the current folder, and
   // empties that.
   ~OnWindows() override {
+    for (const HWND window : opened_) DestroyWindow(window);
     std::error_code ignored;
     std::filesystem::remove_all(L"\\\\?\\" + Wide(scratch_), ignored);
   }
@@ -43,8 +45,16 @@ class OnWindows : public ContractPlatform {
            "\"";
   }
 
+  ForeignWindow openWindow(const std::string& className, const std::string& title) override {
+    opened_.push_back(CreateWindowExW(0, Wide(className).c_str(), Wide(title).c_str(),
+                                      WS_OVERLAPPED, 0, 0, 10, 10, nullptr, nullptr, nullptr,
+                                      nullptr));
+    return reinterpret_cast<ForeignWindow>(opened_.back());
+  }
+
  private:
   std::string scratch_;
+  std::vector<HWND> opened_;
   WinPlatform windows_;
 };
 
@@ -54,10 +64,13 @@ int Write(int milliseconds, const wchar_t* file) {
   if (out == nullptr) return 1;
   std::fputs("begin", out);
   std::fflush(out);
+  std::fputs("said", stdout);
+  std::fflush(stdout);
+  std::fputs("why", stderr);
   Sleep(static_cast<DWORD>(milliseconds));
   std::fputs("end", out);
   std::fclose(out);
-  return 0;
+  return kWriterCode;
 }
 
 }  // namespace

@@ -1,0 +1,6 @@
+# Stand-in: nothing restarts. The file "restart" says that the machine would be gone by now.
+
+case ${args[0],,} in
+  reboot | shutdown) date +%s >"$bench/restart" ;;
+  *) refuse "unknown command ${args[0]:-}" ;;
+esac

@@ -1,0 +1,105 @@
+#include "win32/message_box.h"
+
+#include <vector>
+
+namespace pavoline {
+namespace {
+
+struct OpenBox {
+  std::wstring title;
+  int answer = kAnswerOk;
+  ULONGLONG end = 0;  // of GetTickCount64; 0: no limit
+  ULONGLONG shownSeconds = 0;
+  HWND window = nullptr;
+  bool timeIsUp = false;
+};
+
+// All of the one thread that shows windows, the topmost last.
+std::vector<OpenBox*> openBoxes;
+// Waits for the box's window, which the system makes.
+HHOOK windowHook = nullptr;
+
+ULONGLONG SecondsLeft(const OpenBox& box) {
+  const ULONGLONG now = GetTickCount64();
+  return box.end > now ? (box.end - now + 999) / 1000 : 0;
+}
+
+std::wstring TitleOf(const OpenBox& box) {
+  return box.title + L" (" + std::to_wstring(box.shownSeconds) + L")";
+}
+
+void StopWaiting() {
+  if (windowHook != nullptr) UnhookWindowsHookEx(windowHook);
+  windowHook = nullptr;
+}
+
+// The first dialog that the thread makes is the box.
+LRESULT CALLBACK NoteBox(int code, WPARAM wParam, LPARAM lParam) {
+  const HHOOK hook = windowHook;
+  if (code == HCBT_CREATEWND) {
+    const auto window = reinterpret_cast<HWND>(wParam);
+    wchar_t name[16] = L"";
+    GetClassNameW(window, name, 16);
+    if (lstrcmpW(name, L"#32770") == 0) {
+      openBoxes.back()->window = window;
+      StopWaiting();
+    }
+  }
+  return CallNextHookEx(hook, code, wParam, lParam);
+}
+
+void Close(OpenBox& box) {
+  box.timeIsUp = true;
+  // The single button of a box goes by either name.
+  for (const int id : {box.answer, IDOK, IDCANCEL}) {
+    if (const HWND button = GetDlgItem(box.window, id)) {
+      PostMessageW(box.window, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED),
+                   reinterpret_cast<LPARAM>(button));
+      return;
+    }
+  }
+  EndDialog(box.window, box.answer);
+}
+
+void CALLBACK CountDown(HWND, UINT, UINT_PTR, DWORD) {
+  for (OpenBox* box : openBoxes) {
+    if (box->end == 0 || box->window == nullptr) continue;
+    const ULONGLONG left = SecondsLeft(*box);
+    if (left != box->shownSeconds) {
+      box->shownSeconds = left;
+      SetWindowTextW(box->window, TitleOf(*box).c_str());
+    }
+    if (left == 0 && box == openBoxes.back()) Close(*box);
+  }
+}
+
+}  // namespace
+
+int ShowMessageBox(HWND owner, const std::wstring& text, const std::wstring& title, UINT style,
+                   const MessageLimit& limit) {
+  OpenBox box;
+  box.title = title;
+  box.answer = (style & MB_TYPEMASK) == MB_OK ? IDOK : limit.answer;
+  openBoxes.push_back(&box);
+  UINT_PTR timer = 0;
+  std::wstring shownTitle = title;
+  if (limit.seconds > 0) {
+    constexpr UINT kTickMs = 250;
+    box.end = GetTickCount64() + static_cast<ULONGLONG>(limit.seconds) * 1000;
+    box.shownSeconds = SecondsLeft(box);
+    shownTitle = TitleOf(box);
+    StopWaiting();
+    windowHook = SetWindowsHookExW(WH_CBT, NoteBox, nullptr, GetCurrentThreadId());
+    timer = SetTimer(nullptr, 0, kTickMs, CountDown);
+  }
+  const int answer = MessageBoxW(owner, text.c_str(), shownTitle.c_str(), style);
+  if (timer != 0) {
+    KillTimer(nullptr, timer);
+    StopWaiting();
+  }
+  openBoxes.pop_back();
+  const bool failed = answer == 0 && limit.seconds > 0;
+  return box.timeIsUp || failed ? box.answer : answer;
+}
+
+}  // namespace pavoline

@@ -1,0 +1,195 @@
+// What goes otherwise: tools that die or are missing, volumes that change, planted files.
+#include "person.h"
+#include "stage.h"
+
+namespace e2e {
+namespace {
+
+using testing::AllOf;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using namespace pavoline;
+
+constexpr char kSwitches[] = " /instpart:E: /formatinstpart /install /slient";
+const std::string kBin = std::string(kAppFolder) + "\\Bin\\";
+const std::string kSystem = "C:\\windows\\system32\\";
+
+class Otherwise : public OnTheBench {
+ protected:
+  void SetUp() override {
+    OnTheBench::SetUp();
+    faultsAsked_ = true;
+    place("small.wim", kImage);
+    writeSettings("AutoRestart=0");
+  }
+  void TearDown() override {
+    for (const auto& [from, to] : moved_) MoveFileA(to.c_str(), from.c_str());
+    OnTheBench::TearDown();
+  }
+  // Takes a file or folder away until the end of the test.
+  void takeAway(const std::string& path) {
+    moved_.emplace_back(path, path + ".away");
+    ASSERT_TRUE(MoveFileA(path.c_str(), (path + ".away").c_str())) << path;
+  }
+  static std::string record() { return read("C:\\windows\\temp\\Pavoline.log"); }
+
+ private:
+  std::vector<std::pair<std::string, std::string>> moved_;
+};
+
+TEST_F(Otherwise, ImagingProgramThatEndsAtOnceFailsWithItsReason) {
+  Person person;
+  ASSERT_TRUE(person.opensImage(kImage));
+  bench::setFaults("wimlib-imagex", "fail 28");
+  person.startsAndConfirms();
+  const auto shown = bench::waitForMessage(person.main.program(), 2 * kPatience);
+  ASSERT_TRUE(shown);
+  EXPECT_THAT(shown->text, AllOf(HasSubstr(text(kTextApplyFailed)), HasSubstr("asked to fail")));
+  EXPECT_TRUE(bench::answer(*shown, IDOK));
+  EXPECT_TRUE(person.leftInPeace());
+  EXPECT_THAT(toolsRun(), ElementsAre("format", "wimlib-imagex"));
+  EXPECT_THAT(record(), HasSubstr("exit code 28"));
+}
+
+TEST_F(Otherwise, ImagingProgramMissingIsRefusedBeforeTheFormat) {
+  Person person;
+  ASSERT_TRUE(person.opensImage(kImage));
+  takeAway(kBin + "wimlib-imagex\\x64\\wimlib-imagex.exe");
+  person.main.command(kStart).click();
+  EXPECT_EQ(person.hears(), text(kTextToolMissing));
+  EXPECT_THAT(toolsRun(), IsEmpty());
+}
+
+TEST_F(Otherwise, DismAndBootToolsThatFailAreTold) {
+  write("D:\\Drivers\\a.inf", "[Version]\r\n");
+  writeSettings("AddDriver=1\r\nAddDriverFile=D:\\Drivers");
+  bench::setFaults("dism", "die 0");
+  {
+    Person person("/source:" + std::string(kImage) + " /bootpart:S:" + kSwitches);
+    EXPECT_EQ(person.exitCode(), 5);
+  }
+  EXPECT_THAT(record(), HasSubstr("Drivers: not all"));
+  takeAway(kBin + "Boot");
+  Person person("/source:" + std::string(kImage) +
+                " /bootpart:S: /reboot /instpart:E: /formatinstpart /install");
+  EXPECT_THAT(person.hears(), HasSubstr(more(kMoreNoBootTools)));
+  EXPECT_THAT(person.hears(), HasSubstr(filled(more(kMoreNoBootFiles), "%bp%", "S:")));
+  EXPECT_EQ(person.exitCode(), 5);
+  EXPECT_THAT(toolsRun(), Not(Contains("shutdown")));
+}
+
+TEST_F(Otherwise, BootStoresComeBackAndTheSystemsOwnToolsServe) {
+  placeSystem(2, 'E');
+  write("S:\\Boot\\BCD", "the old menu");
+  Person person;
+  const auto repair = [&] {
+    person.main.window().systemCommand(2011);
+    person.hears();
+    return person.hears();
+  };
+  bench::setFaults("bcdboot", "fail 1");
+  EXPECT_THAT(repair(), HasSubstr(more(kMoreBootPutBack)));
+  EXPECT_EQ(read("S:\\Boot\\BCD"), "the old menu");
+
+  bench::setFaults("bcdboot", "");
+  const std::string own = kBin + "Boot\\x64\\";
+  for (const std::string tool : {"bcdboot.exe", "bootsect.exe"}) {
+    CopyFileA((own + tool).c_str(), (kSystem + tool).c_str(), FALSE);
+  }
+  takeAway(kBin + "Boot");
+  EXPECT_THAT(repair(), HasSubstr("BIOS + UEFI"));
+  EXPECT_THAT(read("S:\\Boot\\BCD"), HasSubstr("windows=E:\\Windows"));
+  for (const std::string tool : {"bcdboot.exe", "bootsect.exe"}) {
+    DeleteFileA((kSystem + tool).c_str());
+  }
+}
+
+TEST_F(Otherwise, AnotherVolumeUnderTheLetterIsNotFormatted) {
+  write("E:\\letter.txt", "stays");
+  ASSERT_TRUE(bench::runBench("second"));
+  Person person;
+  ASSERT_TRUE(person.opensImage(kImage));
+  person.main.command(kStart).click();
+  const auto question = bench::waitForMessage(person.main.program(), kPatience);
+  ASSERT_TRUE(question);
+  ASSERT_TRUE(bench::runBench("letter", {"E", "other"}));
+  EXPECT_TRUE(bench::answer(*question, IDOK));
+  EXPECT_EQ(person.hears(), filled(more(kMoreOtherVolume), "%ip%", "E:"));
+  EXPECT_TRUE(person.leftInPeace());
+  EXPECT_THAT(toolsRun(), IsEmpty());
+}
+
+TEST_F(Otherwise, AnEfiPartitionWithoutALetterGetsOneForTheInstallation) {
+  ASSERT_TRUE(bench::runBench("letter", {"S", "none"}));
+  {
+    Person person("/source:" + std::string(kImage) + " /bootpart:AUTO" + kSwitches);
+    EXPECT_EQ(person.exitCode(), 0);
+  }
+  EXPECT_THAT(argumentsOf("bootsect"), ElementsAre("/nt60 V: /mbr"));
+  EXPECT_FALSE(exists("V:\\"));
+  Person person;
+  ASSERT_TRUE(person.opensImage(kImage));
+  person.main.command(kStart).click();
+  EXPECT_EQ(person.hears(IDCANCEL),
+            filled(filled(more(kMoreLendLetter), "%ip%", "E:"), "%bp%", "V:"));
+  EXPECT_TRUE(person.leftInPeace());
+}
+
+TEST_F(Otherwise, RestartsByWpeutilWhereShutdownIsMissing) {
+  CopyFileA((kSystem + "shutdown.exe").c_str(), (kSystem + "wpeutil.exe").c_str(), FALSE);
+  takeAway(kSystem + "shutdown.exe");
+  writeSettings("AutoRestart=1");
+  Person person;
+  ASSERT_TRUE(person.opensImage(kImage));
+  person.startsAndConfirms();
+  EXPECT_THAT(person.hears(IDCANCEL), HasSubstr(more(kMoreRestartsSoon)));
+  EXPECT_TRUE(person.leftInPeace());
+  EXPECT_THAT(argumentsOf("wpeutil"), IsEmpty());
+  person.startsAndConfirms();
+  ASSERT_TRUE(bench::waitForMessage(person.main.program(), kPatience));  // and left alone
+  EXPECT_TRUE(soon([] { return argumentsOf("wpeutil").size() == 1; }));
+  DeleteFileA((kSystem + "wpeutil.exe").c_str());
+}
+
+TEST_F(Otherwise, AnotherGhostWindowIsNotFollowed) {
+  place("small.gho", "D:\\Images\\small.gho");
+  ASSERT_TRUE(bench::runBench("ghost", {"10531"}));
+  bench::setFaults("ghost", "pace 10\ndie 30");
+  WNDCLASSW stranger{};
+  stranger.lpfnWndProc = DefWindowProcW;
+  stranger.lpszClassName = L"GhostScreen";
+  RegisterClassW(&stranger);
+  const HWND window = CreateWindowW(L"GhostScreen", L"Ghost - 99%", WS_OVERLAPPEDWINDOW, 0, 0, 50,
+                                    50, nullptr, nullptr, nullptr, nullptr);
+  Person person;
+  ASSERT_TRUE(person.opensImage("D:\\Images\\small.gho"));
+  person.startsAndConfirms();
+  EXPECT_THAT(person.hears(), HasSubstr(text(kTextApplyFailed)));
+  EXPECT_TRUE(person.leftInPeace());
+  DestroyWindow(window);
+}
+
+TEST_F(Otherwise, APlantedProgramIsNotRun) {
+  place("install.iso", "D:\\install.iso");
+  write("D:\\Plug-in\\one\\config.ini", "[Option]\r\nPlug-inName=One\r\nPlug-inExe=a.exe\r\n");
+  for (const char* folder : {"D:\\", "D:\\Plug-in\\", "D:\\Plug-in\\one\\"}) {
+    for (const char* name : {"imdisk.exe", "cmd.exe", "dism.exe", "shutdown.exe"}) {
+      ASSERT_TRUE(bench::placeCompanion(std::string(folder) + name));
+    }
+  }
+  ASSERT_TRUE(bench::placeCompanion(std::string(kAppFolder) + "\\shutdown.exe"));
+  writeSettings("AutoRestart=1");
+  Person person("/source:D:\\install.iso /wimindex:1 /bootpart:S: /reboot" +
+                std::string(kSwitches));
+  EXPECT_EQ(person.exitCode(), 0);
+  EXPECT_TRUE(soon([] { return argumentsOf("imdisk").size() == 2; }));  // mounted, dismounted
+  for (const bench::Call& call : bench::journalCalls()) {
+    EXPECT_THAT(call.tool, Not(HasSubstr(".exe"))) << call.arguments;  // as companions are noted
+  }
+}
+
+}  // namespace
+}  // namespace e2e

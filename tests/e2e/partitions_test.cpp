@@ -1,0 +1,182 @@
+// The real lister on real partition tables: what it prints against what sfdisk reads.
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <sstream>
+
+#include "stage.h"
+
+namespace e2e {
+namespace {
+
+struct TestVolume {
+  std::string name, place, letters, fileSystem, label;
+  std::string printed;  // the label in the code page
+};
+
+struct TestDisk {
+  int number;
+  std::string size, model, script;
+  std::vector<TestVolume> volumes;
+};
+
+constexpr char kEfi[] = "C12A7328-F81F-11D2-BA4B-00A0C93EC93B";
+constexpr char kMsr[] = "E3C9E316-0B5C-4DB8-817D-F92DF00215AE";
+constexpr char kBasic[] = "EBD0A0A2-B9E5-4433-87C0-68B6B72699C7";
+constexpr char kRecovery[] = "DE94BBA4-06D1-4D40-A16A-BFD50179D6AC";
+
+std::string part(const std::string& size, const std::string& type, const std::string& more = "") {
+  return (size.empty() ? "" : "size=" + size + ", ") + "type=" + type + more + "\n";
+}
+
+std::string manyPartitions() {
+  std::string script = "label: gpt\ntable-length: 256\n";
+  for (int i = 0; i < 250; ++i) script += part("2M", kBasic);
+  return script;
+}
+
+// As the bench begins.
+const TestDisk kFirst = {0,
+                         "",
+                         "Bench Disk",
+                         "",
+                         {{"s", "0/1", "S", "FAT32", "", "System"},
+                          {"e", "0/3", "E", "NTFS", "", "Old Windows"},
+                          {"d", "0/4", "D", "NTFS", "", "Media"}}};
+
+const std::vector<TestDisk> kDisks = {
+    {1,
+     "20G",
+     "GPT Disk",
+     "label: gpt\n" + part("100M", kEfi) + part("16M", kMsr) + part("18G", kBasic) +
+         part("", kRecovery),
+     {{"gptesp", "1/1", "-", "FAT32", "ESP", "ESP"},
+      {"gptdata", "1/3", "K", "NTFS", "D\u00e9j\u00e0 \uff02\u65e5", "D\xe9j\xe0 ??"},
+      // A second letter of the volume before it.
+      {"gptdata", "1/3", "KL", "NTFS", "D\u00e9j\u00e0 \uff02\u65e5", "D\xe9j\xe0 ??"}}},
+    {2,
+     "30G",
+     "MBR Disk",
+     "label: dos\n" + part("10G", "7", ", bootable") + part("", "f") + part("5G", "7") +
+         part("3G", "b"),
+     {{"logical", "2/2", "M", "NTFS", "First logical", "First logical"}}},
+    {3, "-", "Empty Reader", "", {}},
+    {6, "1G", "Raw Disk", "", {{"raw", "6/0", "N", "-", "", ""}}},
+    {7, "1G", "Many", manyPartitions(), {{"last", "7/250", "O", "NTFS", "Last", "Last"}}},
+    {9, "3T", "Large", "label: gpt\n" + part("", kBasic), {{"large", "9/1", "P", "NTFS", "", ""}}},
+    // The active partition is of the recovery type; a dynamic partition holds two volumes, of
+    // which one goes on in the partition behind it.
+    {10,
+     "9G",
+     "Dynamic",
+     "label: dos\n" + part("1G", "27", ", bootable") + part("4G", "42") + part("", "42"),
+     {{"whole", "10/2+1048576", "Q", "NTFS", "Whole", "Whole"},
+      {"spanned", "10/2+2147483648,10/3+1048576", "R", "NTFS", "Spanned", "Spanned"}}}};
+
+std::string imageOf(const TestDisk& disk) {
+  return benchFolder() + "/disks/" + std::to_string(disk.number) + ".disk";
+}
+
+bool shell(const std::string& line, const std::vector<std::string>& arguments) {
+  std::vector<std::string> call = {"bash", "-c", line, "shell"};
+  call.insert(call.end(), arguments.begin(), arguments.end());
+  return bench::runUnix(call) == 0;
+}
+
+// The value of a key in a piece of sfdisk's JSON, without quotes.
+std::string value(const std::string& line, const std::string& key) {
+  const size_t at = line.find("\"" + key + "\":");
+  if (at == std::string::npos) return {};
+  const size_t begin = line.find_first_not_of(" \"", at + key.size() + 3);
+  return line.substr(begin, line.find_first_of(",\"} \n", begin) - begin);
+}
+
+std::string sizeText(const std::string& sectors) {
+  const unsigned long long hundredths =
+      std::stoull(sectors) * 512 * 100 >> (std::stoull(sectors) < (1u << 21) ? 20 : 30);
+  char text[40];
+  snprintf(text, sizeof text, "%llu.%02llu%s", hundredths / 100, hundredths % 100,
+           std::stoull(sectors) < (1u << 21) ? "MB" : "GB");
+  return text;
+}
+
+std::string kindOf(const std::string& type, bool active, const std::string& node) {
+  static const std::map<std::string, std::string> kinds = {
+      {kEfi, "EFI"}, {kMsr, "MSR"}, {kRecovery, "Recovery"}, {"27", "Recovery"}, {"42", "Dynamic"}};
+  const auto kind = kinds.find(type);
+  if (kind != kinds.end() && !(type == "27" && active)) return kind->second;
+  const bool logical = type.size() <= 2 && node.back() >= '5';
+  return logical ? "Logical" : "Primary";
+}
+
+void addLines(const TestDisk& disk, std::string& lines) {
+  shell("sfdisk -J \"$1\" >\"$2\" 2>/dev/null",
+        {imageOf(disk), benchFolder() + "/prefix/drive_c/table.json"});
+  std::istringstream json(read("C:\\table.json"));
+  std::string style;
+  int number = 0;
+  for (std::string line; std::getline(json, line, '}');) {  // each partition is an object
+    if (!value(line, "label").empty()) style = value(line, "label") == "gpt" ? "GPT" : "MBR";
+    const std::string type = value(line, "type"), node = value(line, "node");
+    if (type.empty() || type == "5" || type == "f") continue;
+    const bool active = value(line, "bootable") == "true";
+    const std::string place = std::to_string(disk.number) + "/" + std::to_string(++number);
+    std::vector<TestVolume> on;
+    for (const TestVolume& volume : disk.volumes) {
+      if ((volume.place + ",").find(place + ",") != std::string::npos ||
+          volume.place.find(place + "+") != std::string::npos) {
+        on.push_back(volume);
+      }
+    }
+    if (on.empty()) on.push_back({"", "", "-", "", "", ""});
+    for (const TestVolume& volume : on) {
+      const std::string letter =
+          volume.letters == "-" ? "" : volume.letters.substr(volume.letters.size() - 1) + ":";
+      lines += std::to_string(disk.number + 1) + ":" + std::to_string(number) + "\t" + letter +
+               "\t" + sizeText(value(line, "size")) + "\t" + volume.fileSystem + "\t" +
+               kindOf(type, active, node) + "\t" + disk.model + "\t" + volume.printed + "\t" +
+               style + "\t" + (active ? "1" : "0") + "\r\n";
+    }
+  }
+}
+
+std::string tablesAsRead() {
+  std::string lines;
+  addLines(kFirst, lines);
+  for (const TestDisk& disk : kDisks) addLines(disk, lines);
+  return lines;
+}
+
+std::string listed() {
+  write("C:\\list.bat", "@\"" + std::string(kAppFolder) +
+                            "\\Bin\\CxDir\\x64\\CxDir.exe\" -vaskor >C:\\listed 2>C:\\said\r\n");
+  std::system("C:\\list.bat");
+  return read("C:\\listed");
+}
+
+class Listing : public OnTheBench {};
+
+TEST_F(Listing, IsWhatThePartitionTablesSay) {
+  for (const TestDisk& disk : kDisks) {
+    ASSERT_TRUE(
+        shell("bash \"$1/bench\" disk \"$1\" \"$2\" \"$3\" \"$4\" <<<\"$5\"",
+              {benchFolder(), std::to_string(disk.number), disk.size, disk.model, disk.script}));
+    for (const TestVolume& volume : disk.volumes) {
+      ASSERT_TRUE(bench::runBench(
+          "volume", {volume.name, volume.place, volume.letters, volume.fileSystem, volume.label}));
+    }
+  }
+  // One more letter, which passes for one of the network and is not asked.
+  ASSERT_TRUE(bench::defineDrive(L'J', "network", benchFolder() + "/volumes/last"));
+  ASSERT_TRUE(bench::runBench("volume", {"last", "7/250", "OJ", "NTFS", "Last"}));
+
+  EXPECT_EQ(listed(), tablesAsRead());
+  EXPECT_EQ(read("C:\\said"), "CxDir: \\\\.\\PhysicalDrive3 cannot be read (error 21)\r\n");
+
+  ASSERT_TRUE(shell("sfdisk -q --delete \"$1\" 4 && sfdisk -q -a \"$1\" <<<\"$2\"",
+                    {imageOf(kDisks[0]), part("100M", kMsr)}));
+  EXPECT_EQ(listed(), tablesAsRead());
+}
+
+}  // namespace
+}  // namespace e2e

@@ -1,0 +1,221 @@
+// Whole installations, from the pressed Start to idle or to the end of the program.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "support/installer.h"
+
+namespace pavoline::testing {
+
+using namespace ::testing;
+
+const std::string kFacts = "M1 My Disk, 200.00GB, NTFS, Disk B";
+const std::string kQuestion = "S19 E: \r" + kFacts + "\r\rS18";
+
+// Started and filled in, so that only Start is to be pressed.
+struct Filled : Installer {
+  Filled() { start(), fillIn(); }
+
+  void wantEverything() {
+    files.put("D:\\answer.xml", "\xEF\xBB\xBF%Pavoline-Arch%");
+    files.put("D:\\fix.exe");
+    files.folder("D:\\DRIVERS");
+    form.text[kBootPartition].setText("S:\\");
+    form.text[kAnswerFile].setText("D:\\answer.xml");
+    form.text[kDriverFolder].setText("D:\\DRIVERS");
+    form.combo2.setText("D:\\fix.exe %ip% %bp%");
+    for (CheckBox& box : form.check) box.setValue(1);
+    form.check[kDoNotFormat].setValue(0);
+    processes.ran.clear();
+  }
+  // More than a person could do while the window is locked.
+  void changeEverything() {
+    running().apply = {"--wimboot", true};
+    form.combo[kEditions].select(0);
+    form.combo1.setText("D:\\other.wim");
+    form.combo2.setText("");
+    for (TextBox& field : form.text) field.setText("D:");
+    for (CheckBox& box : form.check) box.setValue(box.ticked() ? 0 : 1);
+  }
+  int finish() {
+    pressStart();
+    EXPECT_TRUE(runUntil([&] { return !running().installation; }));
+    return program->exitCode();
+  }
+};
+
+TEST(Installation, RunsItsPlanInOrderWhateverIsChangedMeanwhile) {
+  for (const bool changed : {false, true}) {
+    Filled w;
+    w.wantEverything();
+    w.processes.onStart("format.com", [&](ToolRun& run) {
+      run.does(500, [&] {
+        if (changed) w.changeEverything();
+      });
+      run.does(1000, [&] { w.drives.wipe("E:"); });
+    });
+    w.processes.onStart("dism.exe", [&](ToolRun&) {
+      EXPECT_EQ(w.files.text("E:\\Windows\\Panther\\unattend.xml"),
+                "\xEF\xBB\xBF" + std::string("amd64"));
+    });
+    EXPECT_EQ(w.finish(), 0);
+    EXPECT_THAT(
+        w.commands(),
+        ElementsAre("C:\\Windows\\System32\\format.com E: /FS:NTFS /v:MyDisk /q /x /y",
+                    "\"X:\\Pavoline\"\\Bin\\wimlib-imagex\\x64\\wimlib-imagex.exe apply "
+                    "\"D:\\SOURCES\\INSTALL.WIM\" 2 E:\\  >C:\\Windows\\temp\\apply.xml",
+                    "bcdboot.exe E:\\Windows /s S: /f bios /l de-DE",
+                    "bcdboot.exe E:\\Windows /s S: /f uefi /l de-DE", "bootsect.exe /nt60 S: /mbr",
+                    "dism.exe /image:E:\\ /Add-Driver /Driver:D:\\DRIVERS /recurse /forceunsigned "
+                    ">C:\\Windows\\temp\\SetDrv.xml",
+                    "D:\\fix.exe E: S:", "shutdown.exe -r -f -t 5"));
+    EXPECT_THAT(w.heard(), ElementsAre(kQuestion + "|S8|49", "S40\nS42|S8|49"));
+    EXPECT_TRUE(w.idle() && !w.form.unloaded());
+  }
+}
+
+TEST(Installation, FollowsTheVersionOfTheSystemInTheImage) {
+  for (const auto& [version, setupPasses] :
+       {std::pair{"6.0.6000.1", true}, {"5.2.3790.1", false}, {"", false}}) {
+    Filled w;
+    w.version = version;
+    w.wantEverything();
+    EXPECT_EQ(w.finish(), 0);
+    EXPECT_EQ(w.processes.ranLike("bootsect.exe /nt60"), setupPasses) << version;
+    EXPECT_EQ(w.files.exists("E:\\Windows\\Panther\\unattend.xml"), setupPasses) << version;
+    EXPECT_EQ(w.processes.ranLike("dism.exe"), setupPasses) << version;
+  }
+}
+
+TEST(Installation, WithoutBootToolsIsSaidBeforeAndAfterAndRestartsNothing) {
+  Filled w;
+  w.files.drop("X:\\Pavoline\\Bin\\Boot");
+  w.files.drop("C:\\Windows\\System32\\bcdboot.exe");
+  EXPECT_EQ(w.finish(), 5);
+  EXPECT_THAT(w.heard(), ElementsAre(kQuestion + "\r\rM9|S8|49", "M10\nM11 S:|S8|48"));
+  EXPECT_FALSE(w.processes.ranLike("shutdown"));
+}
+
+TEST(Unattended, EndsByItselfWithItsCodeAndAtMostOneMessage) {
+  struct Case {
+    int code;
+    bool lost;  // what was on the partition
+    std::vector<std::string> more;
+    const char* without;
+    std::vector<std::string> heard;
+    std::function<void(Installer&)> arrange;
+  };
+  const auto tool = [](const char* part, std::uint32_t code) {
+    return [=](Installer& w) { w.processes.onStart(part, [=](ToolRun& run) { run.exits(code); }); };
+  };
+  const auto none = [](Installer&) {};
+  const auto settings = [](Installer& w) {
+    w.files.put("X:\\Pavoline\\Pavoline.ini", "[Option]\r\nNoFormatting=0\r\n");
+  };
+  const auto ghost = [](Installer& w) {
+    w.files.version("X:\\Pavoline\\Bin\\Ghost\\x64\\ghost.exe", "12.0.0.10531");
+    w.files.put("D:\\a.gho");
+    w.dialogs.onMessage = [&](const auto&) { EXPECT_FALSE(w.form.check[kDoNotFormat].ticked()); };
+  };
+  const auto noFormat = [](Installer& w) { w.files.drop("C:\\Windows\\System32\\format.com"); };
+  const auto closes = [](Installer& w) { w.time.after(8000, [&] { w.form.close(); }); };
+  const std::string asked = kQuestion + "|S8|49";
+  for (const Case& c :
+       {Case{0, true, {"/reboot"}, "", {}, none},
+        Case{0, false, {"/reboot"}, "/formatinstpart", {}, settings},
+        Case{1, false, {"/source:D:\\gone.wim"}, "", {"d:\\gone.wim S11|S12|16"}, none},
+        Case{1, false, {}, "", {"S13|S12|16"}, tool("info --xml", 18)},
+        Case{2, false, {"/instpart:Q:"}, "", {"M16 E: S:|S12|16"}, none},
+        Case{2, false, {"/bootpart:E:\\"}, "/slient", {"M16 E: S:|S12|16"}, none},
+        Case{3, true, {}, "", {"S30|S12|16"}, tool(" apply ", 72)},
+        Case{4, false, {}, "", {"S32\nS33\nS34\nS35|S22|48"}, noFormat},
+        Case{5, true, {"/reboot"}, "", {}, tool("bcdboot.exe", 1)},
+        Case{6, false, {}, "/slient", {asked}, none},
+        Case{6, false, {"/source:D:\\a.gho"}, "/slient /formatinstpart", {asked}, ghost},
+        Case{6, true, {}, "", {}, closes}}) {
+    Installer w;
+    w.dialogs.nobodyThere = true;
+    c.arrange(w);
+    EXPECT_EQ(w.unattended(c.more, c.without), c.code);
+    EXPECT_EQ(w.heard(), c.heard) << c.code;
+    for (const auto& shown : w.dialogs.messages) {
+      EXPECT_EQ(shown.limit.seconds, *c.without == '\0' ? 10 : 60) << c.code;
+    }
+    EXPECT_EQ(w.files.exists("E:\\old.txt"), !c.lost) << c.code;
+    EXPECT_EQ(w.processes.ranLike("shutdown"), c.code == 0);
+  }
+}
+
+TEST(LetterlessBoot, GetsALetterForTheInstallation) {
+  for (const bool unattended : {true, false}) {
+    Installer w;
+    w.partitionLines += "2:2\t\t100.00MB\tFAT32\tEFI\tDisk B\tSYSTEM\tGPT\t0\r\n";
+    const std::string hidden = w.drives.addLetterless({2, 2});
+    if (unattended) {  // although S: would be preselected
+      EXPECT_EQ(w.unattended({"/instpart:auto", "/bootpart:AUTO"}), 0);
+    } else {
+      w.start(), w.fillIn();
+      w.form.text[kBootPartition].setText("");
+      w.pressStart();
+      ASSERT_TRUE(w.runUntil([&] { return !w.running().installation; }));
+      EXPECT_EQ(w.heard()[0], "M8 E: V:|M0|49");
+    }
+    EXPECT_TRUE(w.processes.ranLike("E:\\Windows /s V: /f uefi"));
+    EXPECT_THAT(w.drives.letterCalls, ElementsAre("assign V: 2 2", "remove V:"));
+    EXPECT_TRUE(w.files.exists(hidden + "\\boot\\bcd"));
+  }
+}
+
+TEST(Installation, WhatIsCheckedCannotBeChangedMeanwhileAndCancelChangesNothing) {
+  Filled w;
+  w.form.check[kDoNotFormat].setValue(1);
+  w.dialogs.onMessage = [&](const auto&) {
+    w.pressStart();
+    const Form1& form = w.form;
+    EXPECT_FALSE(form.combo1.enabled() || form.combo[kEditions].enabled());
+    EXPECT_FALSE(form.text[kInstallPartition].enabled() || form.check[kDoNotFormat].enabled());
+  };
+  w.dialogs.answers = {kAnswerCancel};
+  EXPECT_EQ(w.finish(), 6);
+  EXPECT_THAT(w.heard(), ElementsAre("S17 E: \r" + kFacts + "\r\rS18|S8|49"));
+  EXPECT_FALSE(w.processes.ranLike(" apply "));
+  EXPECT_TRUE(w.idle() && w.form.command1[kStart].enabled());
+}
+
+TEST(Closing, AsksDuringAnInstallationAndEndsTheToolsInOrder) {
+  Filled w;
+  w.pressStart();
+  w.run(8000);
+  w.running().mountedIsoDrive = "F:";
+  for (const char* tool : {"DISM.EXE", "Ghost.exe"}) w.processes.alreadyRunning(tool);
+  w.dialogs.answers = {kAnswerCancel};
+  EXPECT_FALSE(w.form.close());
+  EXPECT_TRUE(w.running().installation && w.processes.killed.empty());
+  EXPECT_EQ(w.heard().back(), "S21|S22|17");
+
+  EXPECT_TRUE(w.form.close());
+  EXPECT_THAT(w.processes.killed, ElementsAre("wimlib-imagex.exe", "Ghost.exe", "DISM.EXE"));
+  EXPECT_TRUE(w.processes.ranLike("imdisk.exe -D -m F:"));
+}
+
+TEST(Closing, EndsAnInstallationInEveryStepAtOnce) {
+  for (const std::string during :
+       {"CxDir", "format.com", "takeown", "the copy", "cacls", " apply ", "bcdboot", "fix.exe"}) {
+    InstallShop w;
+    w.plan.apply.wimcopy = true;
+    w.plan.plugin = "D:\\fix.exe";
+    w.plan.restart = true;
+    w.files.put("D:\\fix.exe");
+    w.processes.onStart(during, [&](ToolRun& run) {
+      run.does(100, [&] { w.form.unload(); });
+      run.endsAt(5000);
+    });
+    // Lister and format have ended by then, the copy has begun.
+    if (during == "the copy") w.time.after(1006, [&] { w.form.unload(); });
+    EXPECT_EQ(w.install(), 6) << during;
+    w.run(60000);
+    EXPECT_THAT(w.processes.ran.back(), HasSubstr(during == "the copy" ? "takeown" : during));
+    EXPECT_TRUE(w.dialogs.messages.empty()) << during;
+  }
+}
+
+}  // namespace pavoline::testing

@@ -1,0 +1,173 @@
+// What is refused before anything is lost: by the checks of Start, and when another volume than the
+// confirmed one answers afterwards.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/text.h"
+#include "support/installer.h"
+
+namespace pavoline::testing {
+
+using namespace ::testing;
+
+using Spoil = std::function<void(Installer&)>;
+
+const std::string kImage = "D:\\SOURCES\\INSTALL.WIM", kMark = "\xEF\xBB\xBF";
+const std::string kHiddenBoot = "2:2\t\t100.00MB\tFAT32\tEFI\tDisk B\tSYSTEM\tGPT\t0";
+
+Spoil Text(TextIndex field, const std::string& text) {
+  return [=](Installer& w) { w.form.text[field].setText(text); };
+}
+Spoil Install(const std::string& drive) { return Text(kInstallPartition, drive); }
+Spoil Boot(const std::string& drive) { return Text(kBootPartition, drive); }
+Spoil Source(const std::string& path, const std::string& ghostVersion = "") {
+  return [=](Installer& w) {
+    w.files.version("X:\\Pavoline\\Bin\\Ghost\\x64\\ghost.exe", ghostVersion);
+    w.files.put(path, "image");
+    w.form.combo1.setText(path);
+  };
+}
+Spoil AnswerFile(const std::string& path, const std::string& bytes = kMark) {
+  return [=](Installer& w) {
+    w.files.put(path, bytes);
+    Text(kAnswerFile, path)(w);
+    w.form.check[kUseAnswerFile].setValue(1);
+  };
+}
+Spoil Plugin(const std::string& command) {
+  return [=](Installer& w) {
+    w.running().plugins.add("Fix", "\"E:\\fix.exe\" /q");
+    w.form.combo2.setText(command);
+    w.form.check[kRunPlugin].setValue(1);
+  };
+}
+Spoil Drop(const std::string& path) {
+  return [=](Installer& w) { w.files.drop(path); };
+}
+
+TEST(Start, RefusesWithOneMessage) {
+  const std::tuple<const char*, Spoil, int> cases[] = {
+      {"S113|", Install("x:"), 1},
+      {"INSTALL.WIM S11|", Drop(kImage), 1},
+      {"INSTALL.WIM S11|", [](auto& w) { w.files.drop(kImage), w.files.folder(kImage); }, 1},
+      {"S13|", [](auto& w) { w.form.combo[kEditions].clear(); }, 1},
+      {"S15 Q:|", Boot("Q:"), 1},
+      {"S15 |", Boot(""), 1},
+      {"S15 S:\\boot|", [](auto& w) { w.files.folder("S:\\boot"), Boot("S:\\boot")(w); }, 1},
+      {"M4 x:|", Boot("x:"), 1},
+      {"S15 V:|",  // the system lends no letter
+       [](auto& w) {
+         w.running().partitions.push_back({kHiddenBoot});
+         w.drives.refusesLetters = true;
+         Boot("")(w);
+         w.running().commandLine.silent = true;
+       },
+       1},
+      {"S16 |", Install(""), 1},
+      {"S16 G:|", [](auto& w) { Install("G:")(w), Boot("G:")(w); }, 1},
+      {"S16 E:|", [](auto& w) { w.partitionLines.erase(0, 10); }, 1},  // in a label still
+      {"M6|", [](auto& w) { w.partitionLines = ""; }, 1},
+      {"S73 D:|", Install("D:"), 1},
+      {"S73 E:|", [](auto& w) { w.files.currentFolder = "E:\\", Source("win10.wim")(w); }, 1},
+      {"S73 E:|",  // inside an ISO inside an ISO
+       [](auto& w) {
+         for (const char* drive : {"F:", "G:"}) w.drives.add(drive, kDriveCdRom);
+         w.running().mountedIsoDrive = "F:";
+         w.running().mountedIsoFile = "G:\\inner.iso";
+         w.running().outerIsos = {{"G:", "e:\\outer.iso"}};
+         Source("F:\\install.wim")(w);
+       },
+       1},
+      {"M3 X:\\Pavoline X:|",
+       [](auto& w) {
+         w.environment.variables["systemdrive"] = "C:";
+         w.partitionLines += "3:1\tX:\t10.00GB\tNTFS\tPrimary\tStick\tUSB\tMBR\t0\r\n";
+         Install("X:")(w);
+       },
+       1},
+      {"M3 E:\\a.xml E:|", AnswerFile("E:\\a.xml"), 1},
+      {"M3 E:\\drv E:|",
+       [](auto& w) { Text(kDriverFolder, "E:\\drv")(w), w.form.check[kAddDrivers].setValue(1); },
+       1},
+      {"M3 E:\\fix.exe E:|", Plugin("E:\\fix.exe /q"), 1},
+      {"M3 E:\\fix.exe E:|", Plugin("Fix"), 1},
+      {"S7|", AnswerFile("D:\\a.xml", "<unattend/>"), 1},
+      {"S20|", Drop("X:\\Pavoline\\Bin\\wimlib-imagex"), 4},
+      {"S14 ", Source("D:\\a.gho", "12.0"), 4},
+      {"M7|", Source("D:\\a,b.gho", "12.0.0.1"), 1}};
+  for (const auto& [message, spoil, code] : cases) {
+    Installer w;
+    w.start(), w.fillIn();
+    spoil(w);
+    w.processes.ran.clear();
+    w.pressStart();
+    EXPECT_THAT(w.heard(), ElementsAre(AllOf(HasSubstr(message), HasSubstr("|16"))));
+    EXPECT_EQ(w.program->exitCode(), code) << message;
+    EXPECT_TRUE(w.commands().empty() && !w.form.unloaded()) << message;
+  }
+}
+
+TEST(Start, WaitsForTheListAndForgivesAKeptPartition) {
+  Installer w;
+  w.processes.onStart("CxDir.exe", [&](ToolRun& run) {
+    run.does(500, [&] { w.pressStart(); });
+    run.print(1000, w.partitionLines);
+  });
+  w.start();
+  EXPECT_THAT(w.heard(), ElementsAre("S45|Initializing...|64"));
+  w.fillIn();
+  w.running().activity = Activity::kListing;  // a chooser lists afresh
+  w.pressStart();
+  EXPECT_EQ(w.count("S45"), 2);
+
+  w.running().activity = Activity::kIdle;
+  Install("D:")(w);
+  w.form.check[kDoNotFormat].setValue(1);
+  w.processes.onStart("CxDir.exe", [&](ToolRun& run) { run.print(5, w.partitionLines); });
+  w.pressStart();
+  EXPECT_TRUE(w.running().installation) << "the image may lie on a partition that is kept";
+}
+
+std::function<void(InstallShop&)> Listed(const std::string& from, const std::string& to) {
+  return [=](InstallShop& w) { w.partitionLines = ReplaceAll(w.partitionLines, from, to); };
+}
+
+TEST(CheckAgain, WritesNothingWhenItIsNotTheConfirmedVolume) {
+  // Between the question and the format.
+  const std::pair<const char*, std::function<void(InstallShop&)>> cases[] = {
+      {"M5 E:", [](InstallShop& w) { w.drives.wipe("E:"); }},
+      {"M5 E:", Listed("My Disk", "Your Disk")},
+      {"M5 E:", Listed("200.00GB", "100.00GB")},
+      {"M5 E:", Listed("Disk B", "Disk C")},
+      {"M5 E:",  // the address alone
+       [](InstallShop& w) {
+         w.drives.add("E:", kDriveFixed, VolumePosition{3, 1});
+         w.drives.setFacts("E:", w.plan.target.facts);
+       }},
+      {"M5 E:", Listed("\tE:\t", "\tF:\t")},
+      {"M5 E:", [](InstallShop& w) { w.partitionLines = ""; }},
+      {"M5 E:", [](InstallShop& w) { w.processes.failNextStarts = 2; }},
+      {"M5 E:", [](InstallShop& w) { w.files.full("C:\\Windows\\temp"); }},
+      {"S11", [](InstallShop& w) { w.files.drop(w.plan.source); }}};
+  for (const auto& [message, spoil] : cases) {
+    for (const ImageKind kind : {ImageKind::kWim, ImageKind::kGho}) {
+      InstallShop w;
+      w.plan.kind = kind;
+      w.session.partitions = {{"2:1\tE:\t200.00GB\tNTFS\tPrimary\tDisk B\tMy Disk\tGPT\t0"}};
+      spoil(w);
+      EXPECT_EQ(w.install(), 1);
+      EXPECT_THAT(w.heard(), ElementsAre(HasSubstr(message)));
+      EXPECT_TRUE(w.commands().empty());
+      EXPECT_FALSE(w.form.timer1.enabled() || w.form.timer2.enabled());
+    }
+  }
+}
+
+TEST(CheckAgain, BelievesAnEmptyListTheSecondTimeOnly) {
+  InstallShop w;
+  const std::string lines = std::exchange(w.partitionLines, "");
+  w.time.after(3, [&] { w.partitionLines = lines; });  // while the first one runs
+  EXPECT_EQ(w.install(), 0);
+}
+
+}  // namespace pavoline::testing

@@ -1,0 +1,77 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "postinstall/plugins.h"
+#include "postinstall/restart.h"
+#include "support/installer.h"
+
+namespace pavoline::testing {
+
+using ::testing::ElementsAre;
+using Commands = std::vector<std::string>;
+
+TEST(CallPlugin, RunsWhatTheTextMeans) {
+  for (const auto& [text, ran] : std::initializer_list<std::pair<std::string, Commands>>{
+           {"D:\\fix.exe %ip% %bp% %ip% ", {"D:\\fix.exe E: S: E:"}},
+           {"\"D:\\fix.exe\" %ip%", {"\"D:\\fix.exe\" E:"}},
+           {"D:\\fix.exe", {"D:\\fix.exe"}},
+           {"D:\\%ip%.bat", {"D:\\%ip%.bat"}},
+           {"D:\\none.exe /a", {}},
+           {"D:\\none.exe", {}},
+           {"MyTool", {"D:\\fix.exe /quiet E:"}},
+           {"Bare", {"D:\\fix.exe"}},
+           {"Gone", {}}}) {
+    InstallShop w;
+    for (const char* path : {"D:\\fix.exe", "D:\\%ip%.bat"}) w.files.put(path);
+    w.session.plugins.add("MyTool", "D:\\fix.exe /quiet %ip%");
+    w.session.plugins.add("Bare", "D:\\fix.exe");
+    w.session.plugins.add("Gone", "D:\\gone.exe");
+    CallPlugin(w.session, text, {"E:", "S:"});
+    Commands started;
+    for (const auto& program : w.processes.started) {
+      started.push_back(program.command);
+      EXPECT_EQ(program.mode, ShowMode::kNormal);
+    }
+    EXPECT_EQ(started, ran) << text;
+    EXPECT_EQ(w.form.status.text(), "S39");
+  }
+}
+
+TEST(RestartMachine, TakesTheToolThatIsThereAndCanBeCalledOff) {
+  const std::string go = "shutdown.exe -r -f -t 5", stop = "shutdown.exe -a";
+  const std::string wpe = "C:\\Windows\\System32\\wpeutil.exe", reboot = wpe + " reboot";
+  const std::string asked = "S40\nS42|S8|49", counted = "S40\nM22|S8|49";
+  constexpr int kNobody = 0;
+  struct Case {
+    const char* tool;
+    bool silent;
+    int answer;
+    Commands ran, heard;
+  };
+  for (const Case& c :
+       {Case{"shutdown", false, kAnswerOk, {go}, {asked}},
+        Case{"shutdown", false, kAnswerCancel, {go, stop}, {asked}},
+        Case{"shutdown", false, kNobody, {go}, {asked}}, Case{"shutdown", true, kNobody, {go}, {}},
+        Case{"wpeutil", false, kAnswerOk, {reboot}, {counted}},
+        Case{"wpeutil", false, kAnswerCancel, {}, {counted}},
+        Case{"wpeutil", false, kNobody, {reboot}, {counted}},
+        Case{"wpeutil", true, kNobody, {reboot}, {}}, Case{"", false, kAnswerOk, {}, {"S41|S8|64"}},
+        Case{"", true, kNobody, {}, {}}}) {
+    InstallShop w;
+    const std::string tool = c.tool;
+    if (tool != "shutdown") w.files.drop("C:\\Windows\\System32\\shutdown.exe");
+    if (tool == "wpeutil") w.files.put(wpe);
+    w.session.commandLine.silent = c.silent;
+    w.session.commandLine.install = c.answer == kNobody;
+    w.dialogs.nobodyThere = c.answer == kNobody;
+    if (c.answer != kNobody) w.dialogs.answers = {c.answer};
+    RestartMachine(w.session, "S40");
+    EXPECT_EQ(w.commands(), c.ran) << tool;
+    EXPECT_EQ(w.heard(), c.heard) << tool;
+    if (tool == "wpeutil" && !c.silent) {
+      EXPECT_EQ(w.dialogs.messages[0].limit.seconds, 5) << "its own countdown";
+    }
+  }
+}
+
+}  // namespace pavoline::testing
