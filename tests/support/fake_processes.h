@@ -29,7 +29,7 @@ class ToolRun {
   void neverEnds() { endless_ = true; }
 
  private:
-  friend class FakeProcesses;
+  friend struct FakeProcesses;
   void appends(long ms, const std::string& file, const std::string& text);
 
   std::string errors_;       // file that takes its standard error; empty: none
