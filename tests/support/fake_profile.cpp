@@ -44,13 +44,16 @@ std::string WithoutQuotes(const std::string& value) {
 
 }  // namespace
 
-std::vector<std::string> FakeProfile::lines(const std::string& file) {
+const std::vector<std::string>& FakeProfile::lines(const std::string& file) {
   const std::string bytes = files_.text(file);
+  if (bytes == readBytes_ && text_.codePage == readCodePage_) return readLines_;
+  readBytes_ = bytes;
+  readCodePage_ = text_.codePage;
   const std::string text =
       bytes.starts_with(kUtf16Mark) ? text_.fromUtf16(bytes.substr(2)) : text_.fromAnsi(bytes);
-  auto result = Split(ReplaceAll(text, "\r\n", "\n"), "\n");
-  if (!result.empty() && result.back().empty()) result.pop_back();
-  return result;
+  readLines_ = Split(ReplaceAll(text, "\r\n", "\n"), "\n");
+  if (!readLines_.empty() && readLines_.back().empty()) readLines_.pop_back();
+  return readLines_;
 }
 
 std::string FakeProfile::cut(const std::string& value, int bytes) {
@@ -67,7 +70,7 @@ std::string FakeProfile::cut(const std::string& value, int bytes) {
 
 std::string FakeProfile::read(const std::string& file, const std::string& section,
                               const std::string& key, int bufferBytes) {
-  const auto all = lines(file);
+  const auto& all = lines(file);
   const Place place = Find(all, section, key);
   if (place.key == std::string::npos) return {};
   const std::string& line = all[place.key];

@@ -19,11 +19,13 @@ struct FakeProfile : Profile {
              const std::string& value) override;
 
  private:
-  std::vector<std::string> lines(const std::string& file);
+  const std::vector<std::string>& lines(const std::string& file);
   std::string cut(const std::string& value, int bytes);
 
   FakeFiles& files_;
   FakeTextServices& text_;
+  std::string readBytes_, readCodePage_;  // what `readLines_` were made of
+  std::vector<std::string> readLines_;
 };
 
 }  // namespace pavoline::testing

@@ -2,25 +2,39 @@
 
 #include <iconv.h>
 
+#include <map>
+#include <memory>
 #include <optional>
 #include <stdexcept>
+#include <utility>
 
 #include "support/fold_case.h"
 
 namespace pavoline::testing {
 namespace {
 
+// Kept open: to open one costs more than what it converts.
+struct Converter {
+  Converter(const std::string& from, const std::string& to)
+      : handle(iconv_open(to.c_str(), from.c_str())) {
+    if (handle == reinterpret_cast<iconv_t>(-1)) throw std::runtime_error("No code page " + to);
+  }
+  ~Converter() { iconv_close(handle); }
+  iconv_t handle;
+};
+
 // Nothing when a byte of `bytes` cannot be converted.
 std::optional<std::string> Convert(const std::string& from, const std::string& to,
                                    std::string bytes) {
-  const iconv_t converter = iconv_open(to.c_str(), from.c_str());
-  if (converter == reinterpret_cast<iconv_t>(-1)) throw std::runtime_error("No code page " + to);
+  static std::map<std::pair<std::string, std::string>, std::unique_ptr<Converter>> converters;
+  std::unique_ptr<Converter>& converter = converters[{from, to}];
+  if (!converter) converter = std::make_unique<Converter>(from, to);
   std::string result(bytes.size() * 4 + 8, '\0');
   char* in = bytes.data();
   char* out = result.data();
   std::size_t inLeft = bytes.size(), outLeft = result.size();
-  const bool good = iconv(converter, &in, &inLeft, &out, &outLeft) != static_cast<std::size_t>(-1);
-  iconv_close(converter);
+  const bool good =
+      iconv(converter->handle, &in, &inLeft, &out, &outLeft) != static_cast<std::size_t>(-1);
   if (!good) return std::nullopt;
   result.resize(result.size() - outLeft);
   return result;

@@ -15,6 +15,11 @@ locale_t Unicode() {
 }
 
 std::string Map(std::string_view text, wint_t (*convert)(wint_t, locale_t)) {
+  if (std::ranges::all_of(text, [](unsigned char c) { return c < 0x80; })) {
+    std::string plain(text);
+    for (char& c : plain) c = static_cast<char>(convert(static_cast<wint_t>(c), Unicode()));
+    return plain;
+  }
   std::u32string characters = Decode(text);
   for (char32_t& c : characters) c = static_cast<char32_t>(convert(c, Unicode()));
   return Encode(characters);
