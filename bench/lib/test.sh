@@ -1,5 +1,6 @@
 # ./dev test: everything that can be tried, one line of sums at the end.
 source "$bench_source/lib/programs.sh"
+source "$bench_source/lib/fuzz.sh"
 
 passed=0 failed=0
 declare -a failures=()
@@ -93,6 +94,11 @@ test_e2e() {
     "$(bench_bin x64)/test_e2e.exe" "$@"
 }
 
+test_fuzz() {
+  check "a minute of random input" run_fuzz 60
+  check "inputs that once broke something" try_kept_inputs
+}
+
 test_under_wine() {
   check "texts fit their places" "$repo/tests/fit/run"
   bench_programs x64
@@ -106,6 +112,7 @@ run_tests() {
   need_packages "${build_packages[@]}" "${bench_packages[@]}"
   export GTEST_COLOR=no
   test_native
+  test_fuzz
   test_sources
   test_products
   test_under_wine "$@"
