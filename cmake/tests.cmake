@@ -13,7 +13,19 @@ add_library(pavoline_test_support STATIC EXCLUDE_FROM_ALL ${support_sources})
 set_target_properties(pavoline_test_support PROPERTIES LINKER_LANGUAGE CXX)
 target_include_directories(pavoline_test_support PUBLIC ${PROJECT_SOURCE_DIR}/tests)
 target_compile_options(pavoline_test_support PRIVATE ${PAVOLINE_WARNINGS})
-target_link_libraries(pavoline_test_support PUBLIC pavoline_app gtest gmock)
+target_link_libraries(pavoline_test_support PUBLIC pavoline_session gtest)
+
+# The readers of outside text behind libFuzzer, and of the program only what they need.
+if(PAVOLINE_FUZZ)
+  file(GLOB fuzz_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/fuzz/*.cpp)
+  add_executable(pavoline_fuzz ${fuzz_sources} src/ui/left_bytes.cpp src/app/command_line.cpp
+                               src/cxdir/device_answer.cpp src/cxdir/partition_lines.cpp)
+  target_compile_options(pavoline_fuzz PRIVATE ${PAVOLINE_WARNINGS})
+  target_link_options(pavoline_fuzz PRIVATE -fsanitize=fuzzer)
+  target_link_libraries(pavoline_fuzz PRIVATE pavoline_test_support pavoline_source pavoline_disk
+                                              pavoline_engine pavoline_postinstall)
+  return()
+endif()
 
 function(pavoline_test_program folder)
   file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/${folder}/*.cpp)
@@ -23,7 +35,7 @@ function(pavoline_test_program folder)
   add_executable(test_${folder} ${sources} ${ARGN})
   target_compile_options(test_${folder} PRIVATE ${PAVOLINE_WARNINGS})
   target_compile_definitions(test_${folder} PRIVATE PAVOLINE_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
-  target_link_libraries(test_${folder} PRIVATE pavoline_test_support gtest_main)
+  target_link_libraries(test_${folder} PRIVATE pavoline_test_support pavoline_app gtest_main gmock)
 endfunction()
 
 if(NOT WIN32)

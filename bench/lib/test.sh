@@ -1,6 +1,7 @@
 # ./dev test: everything that can be tried, one line of sums at the end.
 source "$bench_source/lib/programs.sh"
 source "$bench_source/lib/i386.sh"
+source "$bench_source/lib/fuzz.sh"
 
 passed=0 failed=0
 declare -a failures=()
@@ -107,6 +108,11 @@ test_x86() {
     "$(bench_bin x86)/test_e2e.exe" --gtest_filter="$(IFS=:; echo "${tests[*]}")"
 }
 
+test_fuzz() {
+  check "a minute of random input" run_fuzz 60
+  check "inputs that once broke something" try_kept_inputs
+}
+
 test_under_wine() {
   check "texts fit their places" "$repo/tests/fit/run"
   bench_programs x64
@@ -121,6 +127,7 @@ run_tests() {
   export GTEST_COLOR=no
   exec {i386_reply}< <(make_i386)  # while the compilers run
   test_native
+  test_fuzz
   test_sources
   test_products
   test_under_wine "$@"

@@ -49,9 +49,10 @@ void LoadSearchOptions(Session& session) {
   options.pluginDir = pluginDir.empty() ? "Plug-in" : pluginDir;
 }
 
-// Reading takes one pair of quotes off: a value that begins and ends with quotes gets another.
+// Reading takes one pair of quotes of either kind off: a value that stands in quotes gets another.
 std::string Quoted(const std::string& value) {
-  const bool quoted = value.size() > 1 && value.front() == '"' && value.back() == '"';
+  const bool quoted = value.size() > 1 && value.front() == value.back() &&
+                      (value.front() == '"' || value.front() == '\'');
   return quoted ? "\"" + value + "\"" : value;
 }
 

@@ -6,16 +6,35 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstring>
 #include <string>
 #include <string_view>
 
+#include "cxdir/device_answer.h"
 #include "win32/handle.h"
 
 namespace pavoline {
 namespace {
 
 using Buffer = std::vector<std::byte>;
+
+using Layout = DRIVE_LAYOUT_INFORMATION_EX;
+using Entry = PARTITION_INFORMATION_EX;
+using Descriptor = STORAGE_DEVICE_DESCRIPTOR;
+static_assert(answer::kStyle == offsetof(Layout, PartitionStyle) &&
+              answer::kEntryCount == offsetof(Layout, PartitionCount) &&
+              answer::kEntries == offsetof(Layout, PartitionEntry) &&
+              answer::kEntryBytes == sizeof(Entry));
+static_assert(answer::kEntryStyle == offsetof(Entry, PartitionStyle) &&
+              answer::kOffset == offsetof(Entry, StartingOffset) &&
+              answer::kLength == offsetof(Entry, PartitionLength) &&
+              answer::kNumber == offsetof(Entry, PartitionNumber) &&
+              answer::kMbrType == offsetof(Entry, Mbr.PartitionType) &&
+              answer::kMbrActive == offsetof(Entry, Mbr.BootIndicator) &&
+              answer::kGptType == offsetof(Entry, Gpt.PartitionType));
+static_assert(answer::kVendor == offsetof(Descriptor, VendorIdOffset) &&
+              answer::kProduct == offsetof(Descriptor, ProductIdOffset) &&
+              answer::kDescriptorBytes == sizeof(Descriptor));
+static_assert(answer::kStyleGpt == PARTITION_STYLE_GPT && answer::kStyleRaw == PARTITION_STYLE_RAW);
 
 // The names of all devices, each closed by a zero, one more at the end.
 std::wstring DeviceNames() {
@@ -42,13 +61,6 @@ std::optional<std::uint32_t> NumberAfter(std::wstring_view prefix, std::wstring_
   return number;
 }
 
-// The zero-terminated text at an offset of a descriptor; empty when it points nowhere.
-std::string_view TextAt(const Buffer& descriptor, DWORD offset) {
-  if (offset == 0 || offset >= descriptor.size()) return {};
-  const char* text = reinterpret_cast<const char*>(descriptor.data()) + offset;
-  return {text, strnlen(text, descriptor.size() - offset)};
-}
-
 std::string QueryModel(HANDLE device) {
   STORAGE_PROPERTY_QUERY query{};
   query.PropertyId = StorageDeviceProperty;
@@ -56,14 +68,11 @@ std::string QueryModel(HANDLE device) {
   Buffer answer(4096);
   DWORD size = 0;
   if (!DeviceIoControl(device, IOCTL_STORAGE_QUERY_PROPERTY, &query, sizeof query, answer.data(),
-                       static_cast<DWORD>(answer.size()), &size, nullptr) ||
-      size < sizeof(STORAGE_DEVICE_DESCRIPTOR)) {
+                       static_cast<DWORD>(answer.size()), &size, nullptr)) {
     return {};
   }
   answer.resize(size);
-  const auto* descriptor = reinterpret_cast<const STORAGE_DEVICE_DESCRIPTOR*>(answer.data());
-  return ModelText(TextAt(answer, descriptor->VendorIdOffset),
-                   TextAt(answer, descriptor->ProductIdOffset));
+  return ReadModel(answer);
 }
 
 struct LayoutAnswer {
@@ -86,35 +95,6 @@ LayoutAnswer QueryLayout(HANDLE device) {
     if (error != ERROR_INSUFFICIENT_BUFFER && error != ERROR_MORE_DATA) break;
   }
   return {{}, error};
-}
-
-TableEntry EntryOf(const PARTITION_INFORMATION_EX& partition) {
-  TableEntry entry;
-  entry.number = partition.PartitionNumber;
-  entry.offset = static_cast<std::uint64_t>(partition.StartingOffset.QuadPart);
-  entry.bytes = static_cast<std::uint64_t>(partition.PartitionLength.QuadPart);
-  if (partition.PartitionStyle == PARTITION_STYLE_GPT) {
-    static_assert(sizeof partition.Gpt.PartitionType == sizeof entry.gptType);
-    std::memcpy(entry.gptType.data(), &partition.Gpt.PartitionType, sizeof entry.gptType);
-  } else {
-    entry.mbrType = partition.Mbr.PartitionType;
-    entry.active = partition.Mbr.BootIndicator != FALSE;
-  }
-  return entry;
-}
-
-void ReadLayout(const Buffer& layout, Disk& disk) {
-  constexpr std::size_t kHead = offsetof(DRIVE_LAYOUT_INFORMATION_EX, PartitionEntry);
-  if (layout.size() < kHead) return;
-  const auto* head = reinterpret_cast<const DRIVE_LAYOUT_INFORMATION_EX*>(layout.data());
-  if (head->PartitionStyle == PARTITION_STYLE_RAW) return;
-  disk.style =
-      head->PartitionStyle == PARTITION_STYLE_GPT ? PartitionStyle::kGpt : PartitionStyle::kMbr;
-  const std::size_t count = std::min<std::size_t>(
-      head->PartitionCount, (layout.size() - kHead) / sizeof(PARTITION_INFORMATION_EX));
-  // Not by way of head->PartitionEntry, an array of one for the compiler.
-  const auto* entries = reinterpret_cast<const PARTITION_INFORMATION_EX*>(layout.data() + kHead);
-  for (std::size_t i = 0; i < count; ++i) disk.entries.push_back(EntryOf(entries[i]));
 }
 
 }  // namespace

@@ -110,8 +110,9 @@ std::vector<PartitionRow> Rows(Session& session, bool install) {
                     entry.diskNumber()});
   }
   const int ours = ProgramDisk(session);
-  std::ranges::stable_partition(
-      rows, [&](const PartitionRow& row) { return ours == 0 || row.diskNumber != ours; });
+  std::stable_partition(rows.begin(), rows.end(), [&](const PartitionRow& row) {
+    return ours == 0 || row.diskNumber != ours;
+  });
   return rows;
 }
 

@@ -42,9 +42,11 @@ std::string GeneratedName(Environment& environment) {
   return name;
 }
 
-// A name with one of these characters would break the answer file.
+// A name with one of these characters would break the answer file; control characters have no form
+// in which it could hold them.
 std::string XmlText(const std::string& value) {
   std::string text = ReplaceAll(value, "&", "&amp;");
+  std::erase_if(text, [](unsigned char c) { return c < ' '; });
   text = ReplaceAll(text, "<", "&lt;");
   text = ReplaceAll(text, ">", "&gt;");
   return ReplaceAll(text, "\"", "&quot;");

@@ -82,6 +82,20 @@ bool AwaitEnd(Session& session, StartedProgram& program) {
   return true;
 }
 
+// A line of a batch file as the interpreter takes it directly. There a doubled percent sign stays
+// double, and a pair of single ones names a variable, in quotes as well. A name with quotes of its
+// own around it is none, so the quotes in which percent signs always stand are closed for each; for
+// the backslashes in front of it too, since a program takes a quote behind one for a letter.
+std::string WithoutBatch(std::string line) {
+  for (auto sign = line.find("%%"); sign != std::string::npos; sign = line.find("%%", sign)) {
+    const std::size_t first = line.substr(0, sign).find_last_not_of('\\') + 1;
+    const std::string outside = "\"" + line.substr(first, sign - first) + "%\"";
+    line.replace(first, sign + 2 - first, outside);
+    sign = first + outside.size();
+  }
+  return line;
+}
+
 }  // namespace
 
 ToolEnd ShellAndWait(Session& session, const std::string& commandLine, ShowMode mode) {
@@ -138,11 +152,9 @@ std::optional<FollowedProgram> StartBatch(Session& session, const std::string& l
   const bool written = WriteBatch(session, path, line + "\r\n");
   const std::string bytes = session.platform.text.toConsole(line);
   if (!written && Converted(line, bytes)) return std::nullopt;
-  // Outside a batch file a doubled percent sign stays double.
   return StartProgram(
       session,
-      written ? path
-              : Variable(session, "ComSpec") + " /s /c \"" + ReplaceAll(line, "%%", "%") + "\"",
+      written ? path : Variable(session, "ComSpec") + " /s /c \"" + WithoutBatch(line) + "\"",
       followed);
 }
 

@@ -26,6 +26,12 @@ std::vector<std::string> Lines(const std::string& text) {
   return lines;
 }
 
+// The text cut to so many bytes or a little less: no letter is cut in two.
+std::string Cut(const std::string& text, std::size_t bytes) {
+  while (bytes < text.size() && (static_cast<unsigned char>(text[bytes]) & 0xC0) == 0x80) --bytes;
+  return text.substr(0, bytes);
+}
+
 }  // namespace
 
 std::string ReadUnicodeFile(Session& session, const std::string& path) {
@@ -59,7 +65,7 @@ std::string LastWords(Session& session, const std::string& path) {
   const auto lines = Lines(session.platform.text.fromAnsi(bytes));
   std::string words;
   for (std::size_t i = lines.size() - std::min(lines.size(), kLinesKept); i < lines.size(); ++i) {
-    words += (words.empty() ? "" : "\n") + lines[i].substr(0, kWordsKept / kLinesKept * 2);
+    words += (words.empty() ? "" : "\n") + Cut(lines[i], kWordsKept / kLinesKept * 2);
   }
   return words;
 }

@@ -4,6 +4,7 @@
 #include "platform/dialogs.h"
 #include "platform/environment.h"
 #include "platform/files.h"
+#include "platform/text.h"
 #include "platform/text_services.h"
 #include "run/command_runner.h"
 #include "run/command_words.h"
@@ -157,7 +158,9 @@ void MountIso(Session& session, const std::string& isoPath) {
 
 std::string MountedDrive(const std::string& log) {
   const std::string device = MidBetween(log, "Created device ", " ->", false);
-  return device.size() < 2 ? device : device.substr(device.size() - 2);
+  if (device.size() < 2 || device.back() != ':') return {};
+  const std::string letter = LowerAscii(device.substr(device.size() - 2, 1));
+  return letter >= "a" && letter <= "z" ? device.substr(device.size() - 2) : std::string();
 }
 
 std::string DismountCommand(Session& session, const std::string& drive) {

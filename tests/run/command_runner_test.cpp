@@ -71,7 +71,7 @@ TEST_F(CommandRunner, NoScriptOrLogOfAnotherRunIsTakenForThisOne) {
 TEST_F(CommandRunner, WhatABatchFileCannotHoldGoesToTheInterpreterItself) {
   EXPECT_TRUE(StartBatch(session, "tool \"D:\\100%% \xE4\xB8\x8A\" >x", {"job", "tool.exe", ""}));
   EXPECT_EQ(processes.started.at(0).command,
-            "C:\\Windows\\System32\\cmd.exe /s /c \"tool \"D:\\100% \xE4\xB8\x8A\" >x\"");
+            "C:\\Windows\\System32\\cmd.exe /s /c \"tool \"D:\\100\"%\" \xE4\xB8\x8A\" >x\"");
   EXPECT_FALSE(files.exists(kTemp + "job.bat"));
 }
 

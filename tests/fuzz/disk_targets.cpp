@@ -1,0 +1,32 @@
+#include "cxdir/device_answer.h"
+#include "fuzz/fuzz.h"
+#include "platform/text.h"
+
+namespace pavoline::testing {
+namespace {
+
+// A disk whose layout and model are the input, with a volume on each of its partitions, through the
+// lister to the list of the program.
+void ListDisk(std::string_view input) {
+  Disk disk;
+  ReadLayout(std::as_bytes(std::span(input)), disk);
+  disk.model = ReadModel(std::as_bytes(std::span(input)));
+  std::vector<Volume> volumes;
+  for (const TableEntry& entry : disk.entries) {
+    volumes.push_back({{{disk.number, entry.offset, entry.bytes}}, "D:", "NTFS", disk.model});
+    volumes.push_back({{{disk.number, entry.offset, 1}}, "", std::string(input.substr(0, 50)), ""});
+  }
+  Holds(disk.entries.size() <= input.size() / answer::kEntryBytes, "no entry is made up");
+  for (const std::string& line : PartitionLines({disk}, volumes)) {
+    const PartitionEntry entry{line};
+    Holds(entry.fieldCount() == 9 && line.find_first_of("\r\n") == std::string::npos &&
+              entry.diskNumber() == 1 && entry.size().ends_with("B"),
+          "a line has its fields");
+  }
+}
+
+}  // namespace
+
+std::vector<FuzzTarget> DiskTargets() { return {{"disk_answer", ListDisk}}; }
+
+}  // namespace pavoline::testing
