@@ -16,17 +16,18 @@ std::string SystemTool(Session& session, const char* name) {
 }
 
 // The machine counts down while the question is shown; only OK lets it go on. Left unanswered, the
-// restart that was announced takes its course.
-void RestartByShutdown(Session& session, const std::string& told) {
+// restart that was announced takes its course. False when nothing was announced.
+bool RestartByShutdown(Session& session, const std::string& told) {
   Journal(session, "restart by shutdown.exe");
-  ShellNoWait(session, "shutdown.exe -r -f -t 5", ShowMode::kHidden);
-  if (session.commandLine.silent) return;
+  if (!ShellNoWait(session, "shutdown.exe -r -f -t 5", ShowMode::kHidden)) return false;
+  if (session.commandLine.silent) return true;
   const std::string text = told + "\n" + String(session, kTextRestarting);
   const std::string& title = String(session, kTextInformation);
   const int answer = session.commandLine.install ? Message(session, text, kQuestionWarning, title,
                                                            {kUnattendedSeconds, kAnswerOk})
                                                  : Message(session, text, kQuestionWarning, title);
   if (answer != kAnswerOk) ShellNoWait(session, "shutdown.exe -a", ShowMode::kHidden);
+  return true;
 }
 
 // This one restarts at once: the program counts down itself.
@@ -45,10 +46,11 @@ void RestartByWpeutil(Session& session, const std::string& told, const std::stri
 
 void RestartMachine(Session& session, const std::string& told) {
   Files& files = session.platform.files;
-  if (files.exists(SystemTool(session, "shutdown.exe"))) return RestartByShutdown(session, told);
+  const bool there = files.exists(SystemTool(session, "shutdown.exe"));
+  if (there && RestartByShutdown(session, told)) return;
   const std::string wpeutil = SystemTool(session, "wpeutil.exe");
   if (files.exists(wpeutil)) return RestartByWpeutil(session, told, wpeutil);
-  Journal(session, "no restart: neither shutdown.exe nor wpeutil.exe is there");
+  Journal(session, "no restart: neither shutdown.exe nor wpeutil.exe can be run");
   if (session.commandLine.silent) return;
   const bool complete = told == String(session, kTextFinished);
   Message(session, complete ? String(session, kTextNoShutdown) : told,

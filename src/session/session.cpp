@@ -68,7 +68,10 @@ void Journal(Session& session, const std::string& text) {
   std::snprintf(stamp, sizeof stamp, "%04d-%02d-%02d %02d:%02d:%02d.%03d  ", t.year, t.month, t.day,
                 t.hour, t.minute, t.second, t.millisecond);
   const std::string line = ReplaceAll(ReplaceAll(text, "\r", " "), "\n", " ");
-  session.platform.files.append(TempFile(session, "Pavoline.log"), stamp + line + "\r\n");
+  Files& files = session.platform.files;
+  if (files.append(TempFile(session, "Pavoline.log"), stamp + line + "\r\n")) return;
+  const std::string& folder = session.paths.appDir;
+  if (!folder.empty()) files.append(folder + "\\Pavoline.log", stamp + line + "\r\n");
 }
 
 void ReturnToIdle(Session& session) {

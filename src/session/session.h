@@ -97,7 +97,8 @@ int Message(Session& session, const std::string& text, int flags, const std::str
             const MessageLimit& limit);
 
 // Adds a line with the time to %windir%\temp\Pavoline.log, so that a person can find out
-// afterwards what was done. A failure is ignored: no installation stops for its journal.
+// afterwards what was done; where that folder is full or read-only, to a file of the same name
+// beside the program. A failure is ignored: no installation stops for its journal.
 void Journal(Session& session, const std::string& text);
 
 // Gives the window back to the person: captions, inputs, status line.

@@ -11,7 +11,7 @@
 #include "run/mid_between.h"
 #include "source/iso_mount.h"
 #include "source/wim_info.h"
-#include "support/fold_case.h"
+#include "support/fake_text.h"
 
 namespace pavoline::testing {
 namespace {

@@ -8,7 +8,7 @@
 #include "postinstall/answer_file.h"
 #include "postinstall/plugins.h"
 #include "source/image_search.h"
-#include "support/fold_case.h"
+#include "support/fake_text.h"
 #include "ui/left_bytes.h"
 
 namespace pavoline::testing {

@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <stdexcept>
 
-#include "support/fold_case.h"
+#include "support/fake_text.h"
 
 namespace pavoline::testing {
 
