@@ -9,40 +9,6 @@ namespace pavoline {
 
 using testing::Installer;
 
-TEST(HotKeys, F2TogglesTheWidthAndTheOptions) {
-  Installer shop;
-  shop.start();
-  for (const bool wide : {false, true}) {
-    ASSERT_TRUE(shop.form.onKeyDown(kKeyF2, 0));
-    EXPECT_EQ(shop.form.width(), wide ? kWideWidth : kNarrowWidth);
-    EXPECT_EQ(shop.form.status.text(), wide ? "S1" : "S0");
-    EXPECT_EQ(shop.form.frame[kOptionsFrame].visible(), wide);
-  }
-}
-
-TEST(HotKeys, StartToolsThatAreThereAndOnlyWhileIdle) {
-  for (const auto& [key, path, closes] :
-       {std::tuple{'B', "X:\\Pavoline\\Brantor.exe", true},
-        {'R', "X:\\Quillet\\Quillet.exe", true},
-        {'D', "X:\\DiskGenius\\DiskGenius.exe", false},
-        {'G', "X:\\Pavoline\\Bin\\Ghost\\x64\\ghost.exe", true}}) {
-    Installer shop;
-    shop.files.shortNames = false;  // started by its short path
-    shop.start();
-    shop.form.onKeyDown(key, kControlKey);
-    EXPECT_FALSE(shop.form.unloaded()) << path;  // it is not there
-    shop.files.put(path);
-    shop.form.onKeyDown(key, kShiftNone);
-    shop.running().activity = Activity::kInstalling;
-    shop.form.onKeyDown(key, kControlKey);
-    EXPECT_FALSE(shop.processes.ranLike(path)) << path;
-    shop.running().activity = Activity::kIdle;
-    shop.form.onKeyDown(key, kControlKey);
-    EXPECT_TRUE(shop.processes.ranLike(path)) << path;
-    EXPECT_EQ(shop.form.unloaded(), closes) << path;
-  }
-}
-
 TEST(Rows, TickingAnEmptyRowAsksForItsPathAtOnce) {
   Installer shop;
   const std::string folder = "X:\\Pavoline\\Bin\\unattend", file = folder + "\\unattend.xml";
@@ -75,17 +41,6 @@ TEST(Rows, RefuseAnswerFilesInOtherEncodings) {
     EXPECT_EQ(shop.count("S7"), 1);
     EXPECT_EQ(shop.form.text[kAnswerFile].text(), "");
   }
-}
-
-TEST(Chooser, IsRefusedUntilThePartitionsAreKnown) {
-  Installer shop;
-  shop.start();
-  for (const unsigned known : {0u, 1u}) {
-    shop.form.setTag(std::to_string(known));
-    shop.form.command1[kChooseBoot].press();
-    EXPECT_EQ(shop.dialogs.shownForms.size(), known);
-  }
-  EXPECT_EQ(shop.count("S45"), 1);
 }
 
 }  // namespace pavoline

@@ -48,27 +48,4 @@ TEST(Language, ReadsItsTablesCutsLongTextsAndPicksTheFirstFontThere) {
   EXPECT_EQ(shop.form.font(), "Tahoma");
 }
 
-TEST(Language, WritesAFileThatLoadsBackTheSameOrLeavesTheOldOne) {
-  Workshop shop;
-  Ship(shop, "1033");
-  LoadLanguage(shop.session);
-  shop.session.texts.strings[0] = "\"quoted\"";
-  shop.session.texts.strings[3] = "安装 = 100% ; [x]";
-  shop.session.texts.more[2] = "'no label'";
-  const Texts before = shop.session.texts;
-  const std::string path = std::string(kLang) + "1033.lng", old = shop.files.text(path);
-  for (const auto fault : {testing::FileOperation::kWrite, testing::FileOperation::kRename}) {
-    shop.files.failNext(fault);
-    EXPECT_FALSE(WriteLanguageFile(shop.session, path));
-    EXPECT_EQ(shop.files.text(path), old);
-    EXPECT_EQ(shop.files.below(kLang).size(), 1u) << "no draft is left";
-  }
-  ASSERT_TRUE(WriteLanguageFile(shop.session, path));
-  LoadLanguage(shop.session);
-  EXPECT_EQ(shop.session.texts.strings, before.strings);
-  EXPECT_EQ(shop.session.texts.captions, before.captions);
-  EXPECT_EQ(shop.session.texts.more, before.more);
-  EXPECT_EQ(shop.session.texts.fonts, before.fonts);
-}
-
 }  // namespace pavoline

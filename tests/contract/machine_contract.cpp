@@ -130,25 +130,6 @@ TEST_F(ProcessContract, TheProgramGivenRunsWhateverTheLineBeginsWith) {
   }
 }
 
-using EnvironmentContract = Contract;
-
-TEST_F(EnvironmentContract, TheProgramKnowsItselfAndItsLocale) {
-  Environment& environment = platform_.environment;
-  EXPECT_TRUE(files_.isFolder(environment.variable("WinDir") + "\\System32"));
-  EXPECT_EQ(environment.variable("NoSuchVariableAtAll"), "");
-  environment.setVariable("AVariable", "a \u00E4%");
-  EXPECT_EQ(environment.variable("avariable"), "a \u00E4%");
-  EXPECT_FALSE(environment.arguments().empty() || environment.programFolder().ends_with('\\'));
-  EXPECT_TRUE(files_.isFolder(environment.programFolder()));
-  environment.setThreadLocale(1031);
-  EXPECT_EQ(environment.threadLocale(), 1031u);
-  EXPECT_FALSE(environment.systemLocale() == 0 || environment.fontExists("No Such Font At All"));
-  EXPECT_GE(environment.now().year, 2024);
-  environment.reseedRandom();
-  const double number = environment.random();
-  EXPECT_TRUE(number >= 0 && number < 1) << number;
-}
-
 using DrivesContract = Contract;
 
 TEST_F(DrivesContract, ALetterTellsItsVolume) {

@@ -28,21 +28,6 @@ TEST(SizeText, IsInGigabytesFromOneOnAndCutOff) {
   for (const auto& [bytes, text] : cases) EXPECT_EQ(SizeText(bytes), text) << bytes;
 }
 
-TEST(PartitionLines, TellLogicalDrivesFromPrimaryOnesAndSkipTheirFrames) {
-  const Disk disk{2,
-                  PartitionStyle::kMbr,
-                  "",
-                  {Mbr(1, 0x07, true), Mbr(2, 0x27), Mbr(3, 0x27, true), Mbr(0, 0x0F),  // the table
-                   Mbr(4, 0x0B), Mbr(0, 0x05), Mbr(0, 0x00), Mbr(0, 0x00),              // the chain
-                   Mbr(5, 0x42), Mbr(6, 0xEF), Mbr(0, 0x85), Mbr(7, 0xEE)}};
-  const std::string rest = "500.00MB\t\t";
-  EXPECT_EQ(
-      PartitionLines({disk}, {}),
-      (Lines{"3:1\t\t" + rest + "Primary\t\t\tMBR\t1", "3:2\t\t" + rest + "Recovery\t\t\tMBR\t0",
-             "3:3\t\t" + rest + "Primary\t\t\tMBR\t1", "3:4\t\t" + rest + "Logical\t\t\tMBR\t0",
-             "3:5\t\t" + rest + "Dynamic\t\t\tMBR\t0", "3:6\t\t" + rest + "EFI\t\t\tMBR\t0"}));
-}
-
 TEST(PartitionLines, MatchVolumesByPlaceAndStayWholeWhateverALabelHolds) {
   const Disk first{0, PartitionStyle::kMbr, "a\tb\r\n", {Mbr(1, 0x07), Mbr(2, 0x42)}};
   const Disk stick{1, PartitionStyle::kMbr, "B", {Mbr(0, 0x0C)}};  // formatted as a whole

@@ -53,19 +53,6 @@ TEST(ApplyLog, FedByteByByteTellsTheLastWholePercentOfTheRunningPhase) {
   EXPECT_TRUE(ParseApplyLog(log, progress).finished);
 }
 
-TEST(ApplyLog, EveryKindOfImageIsDoneOnTheFourthLook) {
-  for (const char* name : {"three_phases", "small_image", "no_file_data"}) {
-    const ApplyLog log = Fed(Capture(name));
-    ApplyProgress progress;
-    for (int look = 0; look < 3; ++look) {
-      const ApplyStep step = ParseApplyLog(log, progress);
-      EXPECT_EQ(step.shown, 100) << name << " " << look;
-      progress = step.progress;
-    }
-    EXPECT_TRUE(ParseApplyLog(log, progress).finished) << name;
-  }
-}
-
 TEST(ApplyLog, SkipsAPercentThatIsNoneAndHoldsOneThatIsTooMuch) {
   const std::string line = "\rExtracting file data: 1 GiB of 3 GiB ";
   for (const auto& [percent, shown] :

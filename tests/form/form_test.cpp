@@ -5,22 +5,6 @@
 
 namespace pavoline {
 
-TEST(Form, IsUnloadedOnceAndOnlyWhenTheQuestionAllowsIt) {
-  Form form("Form1");
-  bool allowed = false;
-  int unloads = 0;
-  form.onQueryUnload = [&] { return allowed; };
-  form.onUnload = [&] {
-    ++unloads;
-    form.unload();
-  };
-  EXPECT_FALSE(form.close() || form.unloaded());
-  allowed = true;
-  EXPECT_TRUE(form.close());
-  form.unload();
-  EXPECT_EQ(unloads, 1);
-}
-
 TEST(MainLayout, KeepsControlsApartInsideBothWidths) {
   for (const unsigned locale : {1033u, 2052u, 1028u, 3076u, 1031u, 1041u}) {
     Form1 form;

@@ -145,22 +145,6 @@ TEST(Unattended, EndsByItselfWithItsCodeAndAtMostOneMessage) {
   }
 }
 
-TEST(Installation, WhatIsCheckedCannotBeChangedMeanwhileAndCancelChangesNothing) {
-  Filled w;
-  w.form.check[kDoNotFormat].setValue(1);
-  w.dialogs.onMessage = [&](const auto&) {
-    w.pressStart();
-    const Form1& form = w.form;
-    EXPECT_FALSE(form.combo1.enabled() || form.combo[kEditions].enabled());
-    EXPECT_FALSE(form.text[kInstallPartition].enabled() || form.check[kDoNotFormat].enabled());
-  };
-  w.dialogs.answers = {kAnswerCancel};
-  EXPECT_EQ(w.finish(), 6);
-  EXPECT_THAT(w.heard(), ElementsAre("S17 E: \r" + kFacts + "\r\rS18|S8|49"));
-  EXPECT_FALSE(w.processes.ranLike(" apply "));
-  EXPECT_TRUE(w.idle() && w.form.command1[kStart].enabled());
-}
-
 TEST(Closing, AsksDuringAnInstallationAndEndsTheToolsInOrder) {
   Filled w;
   w.pressStart();

@@ -89,15 +89,6 @@ TEST_F(CommandRunner, ABareNameIsAProgramOfTheSystemAsTheToolsSeeIt) {
   EXPECT_EQ(processes.started.back().program, "");
 }
 
-TEST_F(CommandRunner, PathsBecomeWordsOfACommand) {
-  files.put("D:\\my images\\100%.wim");
-  EXPECT_EQ(BatchPath(session, "D:\\my images\\100%.wim"), "\"D:\\MYIMAG~1\\100%%.wim\"");
-  EXPECT_EQ(ShortPath(session, "D:\\nowhere"), "\"\"");
-  EXPECT_EQ(CommandWord("D:\\MYDRIV~1"), "D:\\MYDRIV~1");
-  EXPECT_EQ(CommandWord("D:\\a&b\\"), "\"D:\\a&b\\\\\"");
-  EXPECT_EQ(EscapedForInterpreter("X:\\a&b ^%c"), "X:\\a^&b ^^^%c");
-}
-
 TEST_F(CommandRunner, ReadsUtf16WithoutItsMark) {
   // U+4E0A holds the byte 0x0A, before which text mode puts another.
   files.put("D:\\x", std::string("\xFF\xFE<\0\x0D\x0A\x4E>\0", 9));

@@ -60,19 +60,6 @@ TEST_F(ImageSource, PreselectsTheEditionAskedFor) {
   }
 }
 
-TEST_F(ImageSource, AnUnreadableImageIsReportedWhileTheWindowIsThere) {
-  editions = "";
-  form.combo1.setText("D:\\WIN10.WIM");
-  EXPECT_EQ(form.focused(), &form.combo1);
-  // Output without an image is no reason for a message.
-  processes.onStart("info --xml", [](ToolRun& run) { run.print(5, "ERROR: not a WIM"); });
-  form.combo1.setText("D:\\win10.wim");
-  EXPECT_EQ(form.combo[kEditions].selected(), -1);
-  processes.onStart("info --xml", [this](ToolRun& run) { run.does(5, [this] { form.unload(); }); });
-  form.combo1.setText("D:\\WIN10.WIM");
-  EXPECT_EQ(heard(), std::vector<std::string>{"S13|S12|16"});
-}
-
 TEST_F(ImageSource, TheFirstDroppedFileIsTakenWhenItIsAnImage) {
   SourceDropped(session, {"D:\\readme.txt", "D:\\WIN10.WIM"});
   EXPECT_EQ(source(), "");

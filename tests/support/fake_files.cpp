@@ -109,15 +109,6 @@ bool FakeFiles::drop(const std::string& path) {
          }) > 0;
 }
 
-void FakeFiles::moveDrive(const std::string& from, const std::string& to) {
-  std::map<std::string, Node> kept;
-  for (auto& [path, node] : nodes_) {
-    const bool moved = path == key(from) || LiesBelow(path, key(from));
-    kept[moved ? key(to) + path.substr(2) : path] = node;
-  }
-  nodes_ = std::move(kept);
-}
-
 std::vector<std::string> FakeFiles::below(const std::string& folder) {
   std::vector<std::string> result;
   for (const auto& [path, node] : nodes_) {

@@ -32,8 +32,7 @@ struct FakeFiles : Files {
   void attributes(const std::string& file, std::uint32_t word) {
     make(file, false).attributes = word;
   }
-  bool drop(const std::string& path);  // a file or folder with all below it
-  void moveDrive(const std::string& from, const std::string& to);  // "C:" and all on it
+  bool drop(const std::string& path);          // a file or folder with all below it
   std::string text(const std::string& path) {  // content; empty for a missing file
     const Node* node = find(path);
     return node ? node->content : std::string();

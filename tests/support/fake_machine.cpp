@@ -1,5 +1,7 @@
 #include "support/fake_machine.h"
 
+#include <algorithm>
+
 namespace pavoline::testing {
 
 LocalTime FakeEnvironment::now() {
@@ -39,41 +41,22 @@ void FakeDrives::wipe(const std::string& drive) {
   drives_[Upper(drive)].volume.serial += 0x100;
 }
 
-std::string FakeDrives::freeDigit() const {
-  std::string drive = "1:";
-  while (drives_.contains(drive)) ++drive[0];
-  return drive;
-}
-
-std::string FakeDrives::addLetterless(VolumePosition position) {
-  const std::string drive = freeDigit();
-  add(drive, kDriveFixed, position);
-  return drive;
-}
-
 bool FakeDrives::assignLetter(const VolumePosition& position, const std::string& drive) {
   const auto [disk, partition] = position;
   letterCalls.push_back("assign " + drive + " " + std::to_string(disk) + " " +
                         std::to_string(partition));
-  for (const auto& [name, facts] : drives_) {
-    const auto& at = facts.position;
-    if (name < "A" && at && at->disk == disk && at->partition == partition) {
-      return move(std::string(name), drive);
-    }
-  }
-  return false;
+  const bool there = std::ranges::any_of(letterless, [&](const VolumePosition& each) {
+    return each.disk == position.disk && each.partition == position.partition;
+  });
+  if (there && !refusesLetters) add(drive, kDriveFixed, position);
+  return there && !refusesLetters;
 }
 
 bool FakeDrives::removeLetter(const std::string& drive) {
   letterCalls.push_back("remove " + drive);
-  return move(Upper(drive), freeDigit());
-}
-
-bool FakeDrives::move(const std::string& from, const std::string& to) {
-  if (refusesLetters || !drives_.contains(from) || drives_.contains(to)) return false;
-  files_.moveDrive(from, to);
-  drives_[to] = drives_[from];
-  return drives_.erase(from) > 0;
+  if (refusesLetters || type(drive) == kDriveNoRoot) return false;
+  remove(drive);
+  return true;
 }
 
 const FakeDrives::Facts& FakeDrives::find(const std::string& drive) const {

@@ -63,10 +63,8 @@ struct FakeDrives : Drives {
     drives_[Upper(drive)].volume = facts;
   }
 
-  // Adds a volume that no letter leads to. Gives a drive ("1:") below which a test finds and puts
-  // its files as long as it has no letter.
-  std::string addLetterless(VolumePosition position);
-  std::vector<std::string> letterCalls;  // "assign Z: 1 2", "remove Z:", also those refused
+  std::vector<VolumePosition> letterless;  // volumes that no letter leads to
+  std::vector<std::string> letterCalls;    // "assign Z: 1 2", "remove Z:", also those refused
   bool refusesLetters = false;
 
   int type(const std::string& drive) override { return find(drive).type; }
@@ -88,11 +86,9 @@ struct FakeDrives : Drives {
     VolumeFacts volume;
   };
   const Facts& find(const std::string& drive) const;
-  std::string freeDigit() const;
-  bool move(const std::string& from, const std::string& to);
 
   FakeFiles& files_;
-  std::map<std::string, Facts> drives_;  // by letter, those without one by a digit
+  std::map<std::string, Facts> drives_;  // by letter
 };
 
 struct FakeForeignWindows : ForeignWindows {

@@ -116,13 +116,10 @@ void Installer::fillIn() {
 }
 
 int Installer::unattended(std::vector<std::string> more, const std::string& without) {
-  std::vector<std::string> switches = {std::string("/source:") + kWim,
-                                       "/wimindex:2",
-                                       "/instpart:E:",
-                                       "/bootpart:S:",
-                                       "/formatinstpart",
-                                       "/install",
-                                       "/slient"};
+  std::vector<std::string> switches =
+      Split("/source:" + std::string(kWim) +
+                " /wimindex:2 /instpart:E: /bootpart:S: /formatinstpart /install /slient",
+            " ");
   std::erase_if(switches, [&](const std::string& word) { return Contains(without, word); });
   switches.insert(switches.end(), more.begin(), more.end());
   start(switches);

@@ -84,34 +84,4 @@ TEST(ComputerNameDialog, FiltersTypingAndCutsTheNamesHoweverItIsClosed) {
   }
 }
 
-TEST(LeftBytes, CutsByBytesOfTheCodePage) {
-  FakeTextServices gbk;
-  gbk.codePage = "CP936";
-  EXPECT_EQ(LeftBytes(gbk, "中文名", 5, CutMode::kLeaveOut), "中文");
-  EXPECT_EQ(LeftBytes(gbk, "中文名", 5, CutMode::kTakeWhole), "中文名");
-  EXPECT_EQ(LeftBytes(gbk, "a中文", 3, CutMode::kTakeWhole), "a中");
-}
-
-TEST(ImageList, ShowsSixColumnsAndMakesThePickTheSource) {
-  Workshop w;
-  w.session.search.found = {{"D:\\iso\\my disc.iso", 5ull << 30, "2024-01-02 03:04"},
-                            {"E:\\install.wim", 700ull << 20, "2023-12-31 23:59"}};
-  for (const auto activity : {Activity::kIdle, Activity::kInstalling}) {  // began meanwhile
-    w.session.activity = activity;
-    w.dialogs.modals.push_back([&](Form& window) {
-      auto& list = Nth<ListView>(window);
-      EXPECT_THAT(
-          list.rows(),
-          ElementsAre(
-              ElementsAre("my disc.iso", "D:\\iso\\", "ISO", "5.00GB", "2024-01-02 03:04", "D:"),
-              ElementsAre("install.wim", "E:\\", "WIM", "700.00MB", "2023-12-31 23:59", "E:")));
-      list.select(activity == Activity::kIdle ? 1 : 0);
-      list.activate();
-      EXPECT_TRUE(window.unloaded());
-    });
-    ShowImageList(w.session);
-    EXPECT_EQ(w.form.combo1.text(), "E:\\install.wim");
-  }
-}
-
 }  // namespace pavoline::testing

@@ -110,29 +110,4 @@ TEST(SystemMenu, SavesTheSettingsAndTheLanguageFileOrSaysThatItCannot) {
                                      "S78 D:\\missing\\1.lng|S12|16"));
 }
 
-TEST(SystemMenu, OpensVirtualDisksAndTheHelpPageWhereTheyAre) {
-  for (const auto& [version, diskpart] :
-       {std::pair{6.1F, true}, std::pair{6.0F, true}, std::pair{10.0F, false}}) {
-    MenuWorkshop w;
-    w.session.osVersion = version;
-    if (!diskpart) w.files.drop("C:\\Windows\\System32\\diskpart.exe");
-    w.choose(kMenuVirtualDisk);
-    const bool shown = diskpart && version > 6.0F;
-    EXPECT_EQ(w.dialogs.shownForms.size(), shown ? 1u : 0u) << version;
-    EXPECT_NE(w.said("S70\n提示：\n1.System Version < Windows NT 6.1\n"
-                     "2.Missing system components: [diskpart.exe]"),
-              shown);
-  }
-  MenuWorkshop w;
-  w.choose(kMenuHelp);
-  EXPECT_TRUE(w.said("PE environment help is not available.") && w.dialogs.documents.empty());
-  w.environment.variables["systemdrive"] = "C:";
-  w.environment.thread = 1031;
-  w.choose(kMenuHelp);
-  w.files.put(std::string(kHome) + "\\Help\\1031.html");
-  w.choose(kMenuHelp);
-  EXPECT_THAT(w.dialogs.documents,
-              ElementsAre(EndsWith("\\Help\\1033.html"), EndsWith("\\Help\\1031.html")));
-}
-
 }  // namespace pavoline::testing

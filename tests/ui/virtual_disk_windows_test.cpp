@@ -59,55 +59,6 @@ TEST(VirtualDiskWindow, WaitsForTheDriveThenSaysThatItFailed) {
   }
 }
 
-TEST(VirtualDiskWindow, RunsNothingTwiceAndKeepsEnteredPartitionsThatAreThere) {
-  DiskWorkshop w;
-  w.form.text[kBootPartition].setText("D:");
-  w.form.text[kInstallPartition].setText("V:");
-  w.drives.add("V:");
-  w.files.put("X:\\Pavoline\\Bin\\CxDir\\x64\\CxDir.exe");
-  w.processes.onStart("CxDir.exe", [](ToolRun& run) {
-    run.print(1, "1:2\tE:\t100.00GB\tNTFS\tPrimary\tDisk\tWork\tMBR\t1\r\n");
-  });
-  w.dialogs.files = {"", "D:\\a.vhd", "D:\\b.vhd"};
-  w.inWindow([&](Form& window) {
-    ButtonWith(window, "S88").press();
-    EXPECT_TRUE(w.scripts.empty()) << "no file was chosen";
-    w.time.after(50, [&] {
-      for (const char* button : {"S88", "S90"}) ButtonWith(window, button).press();
-      EXPECT_FALSE(window.close());
-    });
-    ButtonWith(window, "S89").press();
-    EXPECT_TRUE(window.close());
-  });
-  EXPECT_EQ(w.scripts.size(), 1u);
-  EXPECT_EQ(w.form.text[kBootPartition].text(), "D:");     // not in the list, but there
-  EXPECT_EQ(w.form.text[kInstallPartition].text(), "E:");  // its drive has gone
-}
-
-TEST(VirtualDiskCreation, BuildsTheDiskThatWasEntered) {
-  DiskWorkshop w;
-  w.dialogs.savedFiles = {"D:\\new"};
-  w.create([](Form& creation) {
-    ButtonWith(creation, "...").press();
-    Nth<OptionButton>(creation, 1).setChosen(true);  // VHDX
-    EXPECT_FALSE(Nth<OptionButton>(creation, 0).chosen());
-    Nth<TextBox>(creation, 1).setText("2");
-  });
-  EXPECT_FALSE(w.stayedOpen);
-  EXPECT_THAT(w.scripts.at(0), HasSubstr("\"D:\\new.vhdx\" maximum 2048 type=Expandable\r\n"));
-  EXPECT_THAT(w.heard(), ElementsAre("S108 \r\nS109 V:|S84|64"));
-
-  w.delayMs = -1;
-  w.session.osVersion = 6.1F;
-  w.create([](Form& creation) {
-    EXPECT_FALSE(Nth<OptionButton>(creation, 1).enabled());
-    Nth<OptionButton>(creation, 2).setChosen(true);  // fixed
-  });
-  EXPECT_THAT(w.scripts.at(1), HasSubstr("\"D:\\disk.vhd\" maximum 40960 type=Fixed\r\n"));
-  EXPECT_EQ(w.heard().back(), "S102||16");
-  EXPECT_TRUE(w.stayedOpen);
-}
-
 TEST(VirtualDiskCreation, RefusesWithTheFirstReasonAndStaysOpen) {
   const std::tuple<const char*, const char*, int, std::string> cases[] = {
       {"D:\\none\\?", "x", 1, "S105|S12|16"},  {"Bin\\a.vhd", "1", 1, "S105|"},
