@@ -95,7 +95,7 @@ test_e2e() {
 
 test_under_wine() {
   check "texts fit their places" "$repo/tests/fit/run"
-  bench_programs x64
+  bench_programs x64 all test_e2e
   need_display
   trap stop_display EXIT
   test_contract
