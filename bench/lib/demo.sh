@@ -105,9 +105,17 @@ verify_mode() {
 }
 
 prepare_demo() {
-  need_packages "${build_packages[@]}" "${bench_packages[@]}"
-  [[ -n ${APP:-} ]] || build
+  need_packages "${demo_packages[@]}"
+  local template source
+  # Wine starts, the compiler calculates and the image is captured at the same time.
+  make_template &
+  template=$!
   bench_programs x64
+  image "$demo_size" "$demo_source" >/dev/null &
+  source=$!
+  [[ -n ${APP:-} ]] || build_product x64
+  wait "$template" || die "the template of the Wine prefix was not made"
+  wait "$source" || die "the image was not made"
   bench=$bench_build/demo
   "$bench_source/bench" up "$bench"
   export PAVOLINE_BENCH=$bench WINEPREFIX=$bench/prefix

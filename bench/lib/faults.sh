@@ -78,7 +78,7 @@ TEXT
 run_faults() {
   need_packages "${build_packages[@]}" "${bench_packages[@]}"
   [[ -n ${APP:-} ]] || build x64
-  bench_programs x64
+  bench_programs x64 all faults
   faults_folder=$bench_build/faults
   [[ ! -d $faults_folder ]] || { end_fault_benches; rm -rf --one-file-system "$faults_folder"; }
   mkdir -p "$faults_folder/props"

@@ -252,7 +252,7 @@ print_figures() {
   (($# > 0)) || set -- "${figure_names[@]}"
   need_packages "${build_packages[@]}" "${bench_packages[@]}"
   [[ -n ${APP:-} ]] || build
-  bench_programs x64
+  bench_programs x64 all measure
   bench=$bench_build/figures bench_arch=x64 bench_app="Program Files/Pavoline"
   "$bench_source/bench" up "$bench"
   export PAVOLINE_BENCH=$bench WINEPREFIX=$bench/prefix

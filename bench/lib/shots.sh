@@ -63,7 +63,7 @@ make_sheet() {
 prepare_shots() {
   need_packages "${build_packages[@]}" "${bench_packages[@]}"
   [[ -n ${APP:-} ]] || build
-  bench_programs x64
+  bench_programs x64 all shoot
   bench=$bench_build/${shots_run:-shots} bench_arch=x64 bench_app="Program Files/Pavoline"
   "$bench_source/bench" up "$bench"
   export PAVOLINE_BENCH=$bench WINEPREFIX=$bench/prefix

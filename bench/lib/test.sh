@@ -101,7 +101,7 @@ test_x86() {
   local name="end to end under Wine, 32 bit" reason
   reason=$(cat <&"$i386_reply")
   [[ -z $reason ]] || { say_line "$name: left out, for want of a 32-bit Wine: $reason"; return; }
-  bench_programs x86
+  bench_programs x86 all test_e2e
   local tests=(Installing.{UnattendedWithEveryOptionalStep,FromPathsThatScriptsTripOver,ImagingProgramKilledWhileItWrites}
     Refusing.UnattendedRunsEndThemselves Listing.IsWhatThePartitionTablesSay)
   run_gtest "$name" timeout --kill-after=10 600 "$bench_source/bench" i386 "$repo/tests/e2e/run" "$repo/build/x86/app" \
@@ -115,22 +115,35 @@ test_fuzz() {
 
 test_under_wine() {
   check "texts fit their places" "$repo/tests/fit/run"
-  bench_programs x64
+  bench_programs x64 all test_e2e
   need_display
   trap stop_display EXIT
   test_contract
   test_e2e "$@"
 }
 
+# The tests under Wine wait most of their time: what is left to build takes the processors meanwhile,
+# and gives them back whenever a test wants them.
+build_behind() {
+  renice -n 19 "$BASHPID" >/dev/null
+  build_product x86
+  build_product native
+}
+
 run_tests() {
   need_packages "${build_packages[@]}" "${bench_packages[@]}"
   export GTEST_COLOR=no
   exec {i386_reply}< <(make_i386)  # while the compilers run
+  local behind
+  build_product x64
+  build_behind >/dev/null 2>&1 &
+  behind=$!
+  test_under_wine "$@"
+  wait "$behind" || true  # what did not build is said below, where it is built again
   test_native
   test_fuzz
   test_sources
   test_products
-  test_under_wine "$@"
   test_x86
   ((failed == 0)) || printf 'failed: %s\n' "${failures[@]}"
   say_line "$passed passed, $failed failed"
