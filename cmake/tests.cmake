@@ -16,6 +16,8 @@ endforeach()
 include(GoogleTest)
 
 file(GLOB support_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/support/*.cpp)
+# The one that needs the whole program; who leaves it out needs less.
+set_source_files_properties(tests/support/installer.cpp PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
 add_library(pavoline_test_support STATIC EXCLUDE_FROM_ALL ${support_sources})
 set_target_properties(pavoline_test_support PROPERTIES LINKER_LANGUAGE CXX)
 target_include_directories(pavoline_test_support PUBLIC ${PROJECT_SOURCE_DIR}/tests)

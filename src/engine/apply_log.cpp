@@ -12,7 +12,7 @@ namespace {
 constexpr std::string_view kCreating = "Creating files:";
 constexpr std::string_view kExtracting = "Extracting file data:";
 constexpr std::string_view kMetadata = "Applying metadata to files:";
-constexpr std::string_view kDone = "Done applying WIM image.";
+constexpr std::string_view kDoneLine = "Done applying WIM image.";
 
 constexpr std::size_t kLongestLine = 1024;  // bytes of a progress line that are looked at
 
@@ -72,7 +72,7 @@ std::optional<std::string_view> MarkerReader::lastWholeLine() const {
 
 ApplyLog::ApplyLog()
     : phases_{MarkerReader(kCreating), MarkerReader(kExtracting), MarkerReader(kMetadata)},
-      done_(kDone) {}
+      done_(kDoneLine) {}
 
 void ApplyLog::feed(std::string_view piece) {
   for (MarkerReader& reader : phases_) reader.feed(piece);
