@@ -13,6 +13,7 @@
 #include "driver/bench_run.h"
 #include "driver/drive_files.h"
 #include "driver/process.h"
+#include "driver/window.h"
 
 namespace faults {
 namespace {
@@ -102,6 +103,7 @@ const std::map<std::string, Word> kWords = {
     {"ghost",
      [](Case& row, const std::string&) {
        row.source = "D:\\Images\\small.gho";
+       row.edition = 2;
        must(bench::place("small.gho", row.source) && bench::runBench("ghost", {"10531"}),
             "place the Ghost image");
      }},
@@ -120,7 +122,7 @@ const std::map<std::string, Word> kWords = {
      }},
     {"restart",
      [](Case& row, const std::string&) {
-       addSetting("AutoRestart=1");
+       bench::writeSettings("AutoRestart=1");  // the first word of its setup
        row.switches += " /reboot";
      }},
     {"repair", [](Case& row, const std::string&) { row.switches += " /bootrepair"; }},
@@ -174,11 +176,11 @@ std::set<std::string> filesIn(const std::string& folder) {
   return names;
 }
 
-std::string onTarget() {
+std::string onTarget(int edition) {
   if (!bench::exists("E:\\")) return "gone";
   const bool old = bench::exists(kOldFile);
   const bool begun = bench::exists("E:\\Windows") || bench::exists("E:\\Program Files");
-  if (systemComplete()) return old ? "the system among the old files" : "the system";
+  if (systemComplete(edition)) return old ? "the system among the old files" : "the system";
   if (begun) return old ? "part of the system among the old files" : "part of the system";
   return old ? "old files" : "empty";
 }
@@ -253,13 +255,16 @@ void endEverything() {
   for (const char* tool : kTools) bench::endProcesses(tool);
 }
 
-std::string leftBehind() {
-  // A file that a program still held goes with its last handle.
-  constexpr ULONGLONG kLongestHeld = 5000;
-  for (const ULONGLONG end = GetTickCount64() + kLongestHeld; GetTickCount64() < end; Sleep(100)) {
-    if (!filesIn(kTemp).contains("tool#.err")) break;
-  }
-  std::string text = "E: " + onTarget() + "; S: " + menu();
+std::string leftBehind(int edition) {
+  // What is started without being waited for takes a while; a file that a program still held goes
+  // with its last handle.
+  constexpr ULONGLONG kLongest = 8000;
+  const auto settled = [] {
+    return !bench::isRunning("imdisk.exe") && !bench::isRunning("shutdown.exe") &&
+           !filesIn(kTemp).contains("tool#.err");
+  };
+  bench::waitUntil(kLongest, settled);
+  std::string text = "E: " + onTarget(edition) + "; S: " + menu();
   if (const auto files = filesIn(kTemp); !files.empty()) text += "; temp: " + joined(files);
   std::set<std::string> running;
   for (const char* tool : kTools) {
@@ -275,9 +280,9 @@ std::string leftBehind() {
   return text;
 }
 
-bool systemComplete() {
+bool systemComplete(int edition) {
   const bool old = DeleteFileA(kOldFile);
-  const bool complete = bench::holdsSystem(1, 'E');
+  const bool complete = bench::holdsSystem(edition, 'E');
   if (old) bench::write(kOldFile, "stays");
   return complete;
 }
@@ -294,7 +299,9 @@ bool otherDrivesWhole() { return bench::read("D:\\letter.txt") == "stays"; }
 
 std::string recorded() {
   std::string last;
-  std::istringstream lines(bench::read(std::string(kTemp) + "Pavoline.log"));
+  const std::string log = "Pavoline.log";
+  std::istringstream lines(bench::read(kTemp + log) +
+                           bench::read(std::string(bench::kAppFolder) + "\\" + log));
   for (std::string line; std::getline(lines, line);) {
     if (!line.empty() && line.back() == '\r') line.pop_back();
     const size_t at = line.find("outcome: ");

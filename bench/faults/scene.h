@@ -20,6 +20,7 @@ struct Case {
   std::string part, name, setup;
   bool attended = true;
 
+  int edition = 1;  // which the image holds first
   std::string source = "D:\\Images\\small.wim";
   std::string switches;  // of the unattended run, besides those that every one has
   std::vector<Event> events;
@@ -37,8 +38,8 @@ void clear();
 void endEverything();
 
 // "E: the system; S: new menu; temp: apply.bat; runs: format.com".
-std::string leftBehind();
-bool systemComplete();
+std::string leftBehind(int edition);
+bool systemComplete(int edition);
 bool menuNew();
 bool driversIn();
 bool otherDrivesWhole();

@@ -53,7 +53,7 @@ class Watch {
     if (const auto code = process_.exitCode(cut_ ? 0 : 20'000); code && !cut_)
       seen_.exit = std::to_string(*code);
     seen_.recorded = recorded();
-    seen_.left = leftBehind();
+    seen_.left = leftBehind(row_.edition);
     seen_.verdict = verdict();
     if (cut_) nextRun();
     return seen_;
@@ -219,6 +219,7 @@ class Watch {
     if (fields.size() < 2) return;
     fields[0].enterText("D:\\new.vhd");
     fields[1].enterText("64");
+    creation.childOfClass("ComboBox").select(0);  // megabytes
     began_ = GetTickCount64();
     creation.childWithText(bench::text(kTextCreateNow)).click();
     wait([&] { return !seen_.messages.empty(); });
@@ -247,8 +248,8 @@ class Watch {
     wait([] { return false; });
     const auto code = process_.exitCode(1000);
     seen_.left += "; next run: exit code " + (code ? std::to_string(*code) : "none") + ", " +
-                  recorded() + ", " + leftBehind();
-    const bool whole = code == 0u && systemComplete() && menuNew();
+                  recorded() + ", " + leftBehind(row_.edition);
+    const bool whole = code == 0u && systemComplete(row_.edition) && menuNew();
     if (!whole && seen_.verdict.empty()) seen_.verdict = "the next run fails";
   }
 
@@ -259,7 +260,7 @@ class Watch {
     if ((formatted && !asked) || !otherDrivesWhole()) return "formatted unasked";
     const bool finished = toldFinished_ || seen_.recorded.starts_with("done") || seen_.exit == "0";
     const bool target = row_.drivers ? driversIn() : true;
-    if (finished && started() && !(systemComplete() && menuNew() && target))
+    if (finished && started() && !(systemComplete(row_.edition) && menuNew() && target))
       return "says finished though it is not";
     return seen_.recorded.empty() ? "record lost" : "";
   }

@@ -5,7 +5,7 @@ source "$bench_source/lib/image.sh"
 source "$bench_source/lib/props.sh"
 
 faults_table=$bench_source/faults/table
-fault_benches=${FAULT_BENCHES:-3}
+fault_benches=${FAULT_BENCHES:-4}
 
 # table_rows [PART|NUMBER...]: "number<TAB>row" of those asked for, of all when none is.
 table_rows() {

@@ -3,8 +3,8 @@
 #   paced.pl [--text] [--pace MS] [--die PERCENT] [--die-in PHASE] -- COMMAND...
 # --text puts 0x0D before every 0x0A byte, as text-mode output on Windows does, UTF-16 included.
 # --pace stops the command for MS milliseconds after each progress update.
-# --die kills it once the data phase has reported PERCENT, --die-in at the first word of a phase
-# ("Creating", "Extracting", "metadata").
+# --die kills it once the data phase has reported PERCENT, --die-in in the phase before or behind that one
+# ("Creating", "metadata"), of which it tells as the command does for large images only.
 use strict;
 use warnings;
 
@@ -31,14 +31,26 @@ sub emit {
   }
 }
 
+sub die_now {
+  kill 'KILL', $pid;
+  exit 137;
+}
+
+sub die_telling {
+  my ($phase) = @_;
+  emit("\r$phase: 50 of 2500 (2%) done\r$phase: 100 of 2500 (4%) done\r$phase: 150");
+  die_now();
+}
+
 while (sysread($output, my $chunk, 65536)) {
   for my $update (split /(?=\r)/, $chunk) {
-    emit($update);
-    my $reached = $die >= 0 && $update =~ /Extracting file data:.*\((\d+)%\)/ && $1 >= $die;
-    if ($reached || ($die_in ne '' && $update =~ /$die_in/)) {
-      kill 'KILL', $pid;
-      exit 137;
+    die_telling('Creating files') if $die_in eq 'Creating';
+    if ($die_in eq 'metadata' && $update =~ /^(.*?)Done applying/s) {
+      emit($1);
+      die_telling('Applying metadata to files');
     }
+    emit($update);
+    die_now() if $die >= 0 && $update =~ /Extracting file data:.*\((\d+)%\)/ && $1 >= $die;
     if ($pace > 0 && $update =~ /%\)/) {
       kill 'STOP', $pid;
       select(undef, undef, undef, $pace / 1000);

@@ -1,4 +1,4 @@
-# Real: Debian's wimtools does the work. Faults: "die PERCENT", "die-in PHASE" (at its first word),
+# Real: Debian's wimtools does the work. Faults: "die PERCENT", "die-in Creating|metadata" (the phase),
 # "pace MS" per progress update, "lf" (plain line feeds instead of the text-mode output of the Windows build).
 # Switches that only Windows can honour are checked, noted in the journal and left out.
 
