@@ -31,16 +31,4 @@ TEST(Rows, TickingAnEmptyRowAsksForItsPathAtOnce) {
   EXPECT_TRUE(shop.form.combo2.enabled());
 }
 
-TEST(Rows, RefuseAnswerFilesInOtherEncodings) {
-  for (const char* content : {"\xFF\xFE<\0", "<unattend/>", "\xFE\xFF", "", "\xEF"}) {
-    Installer shop;
-    shop.files.put("D:\\a.xml", content);
-    shop.start();
-    shop.dialogs.files = {"D:\\a.xml"};
-    shop.form.check[kUseAnswerFile].setValue(1);
-    EXPECT_EQ(shop.count("S7"), 1);
-    EXPECT_EQ(shop.form.text[kAnswerFile].text(), "");
-  }
-}
-
 }  // namespace pavoline

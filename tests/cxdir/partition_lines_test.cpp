@@ -45,15 +45,4 @@ TEST(PartitionLines, MatchVolumesByPlaceAndStayWholeWhateverALabelHolds) {
                    "2:1\tG:\t500.00MB\tNTFS\tPrimary\tB\tspanned\tMBR\t0"}));
 }
 
-TEST(ModelText, JoinsMakerAndProductWithoutPadding) {
-  const std::tuple<const char*, const char*, const char*> cases[] = {
-      {"Kingston", "DataTraveler 3.0", "Kingston DataTraveler 3.0"},
-      {"ATA     ", "  SAMPLE 500GB   ", "SAMPLE 500GB"},
-      {"NVMe", "SAMPLE 1TB\t", "SAMPLE 1TB"},
-      {"", "SAMPLE", "SAMPLE"},
-      {"Maker   ", "", "Maker"},
-      {"", "   ", ""}};
-  for (const auto& [vendor, product, text] : cases) EXPECT_EQ(ModelText(vendor, product), text);
-}
-
 }  // namespace pavoline
