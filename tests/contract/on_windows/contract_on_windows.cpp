@@ -57,6 +57,7 @@ int Write(int milliseconds, const wchar_t* file) {
   std::fputs("said", stdout);
   std::fflush(stdout);
   std::fputs("why", stderr);
+  std::fflush(stderr);
   Sleep(static_cast<DWORD>(milliseconds));
   std::fputs("end", out);
   std::fclose(out);
