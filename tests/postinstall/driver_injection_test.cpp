@@ -135,7 +135,8 @@ TEST(DriverInjection, GoesOnWithoutItsScriptDismOrFolder) {
       });
     });
     EXPECT_EQ(w.install(), c.code) << spoilt;
-    EXPECT_EQ(w.processes.ranLike("/Driver:\"" + wide + "\" /recurse"), spoilt.empty());
+    EXPECT_EQ(w.processes.ranLike("/Driver:\"D:\\my drivers & 100\"%\" \xE4\xB8\x8A\" /recurse"),
+              spoilt.empty());
     EXPECT_EQ(w.heard().back(),
               spoilt.empty() ? "S40|S8|64" : "M10\n" + (c.more + (" " + c.folder)) + "|S8|48");
     EXPECT_FALSE(w.processes.ranLike("stale"));
