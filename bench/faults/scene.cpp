@@ -107,6 +107,7 @@ const std::map<std::string, Word> kWords = {
        must(bench::place("small.gho", row.source) && bench::runBench("ghost", {"10531"}),
             "place the Ghost image");
      }},
+    {"meant", [](Case& row, const std::string&) { row.meantSo = true; }},
     {"drivers",
      [](Case& row, const std::string&) {
        row.drivers = true;

@@ -26,6 +26,7 @@ struct Case {
   std::vector<Event> events;
   bool virtualDisk = false;  // a disk is created instead of an installation
   bool drivers = false;      // are wanted
+  bool meantSo = false;      // what is incomplete counts as done, see elsewhere.md
 };
 
 // Makes the scene; throws std::runtime_error with what could not be made.

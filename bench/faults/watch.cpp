@@ -260,7 +260,8 @@ class Watch {
     if ((formatted && !asked) || !otherDrivesWhole()) return "formatted unasked";
     const bool finished = toldFinished_ || seen_.recorded.starts_with("done") || seen_.exit == "0";
     const bool target = row_.drivers ? driversIn() : true;
-    if (finished && started() && !(systemComplete(row_.edition) && menuNew() && target))
+    if (finished && started() && !row_.meantSo &&
+        !(systemComplete(row_.edition) && menuNew() && target))
       return "says finished though it is not";
     return seen_.recorded.empty() ? "record lost" : "";
   }

@@ -5,6 +5,7 @@ source "$bench_source/lib/fuzz.sh"
 
 passed=0 failed=0
 declare -a failures=()
+x86_name="end to end under Wine, 32 bit" x86_job='' x86_log=''
 
 count() {
   passed=$((passed + $1))
@@ -90,23 +91,46 @@ test_contract() {
   "$bench_source/bench" down "$bench"
 }
 
+# These wait most of their time, so two benches work side by side, each with a display of its own.
 test_e2e() {
-  run_gtest "end to end under Wine" timeout 2400 "$repo/tests/e2e/run" "$repo/build/x64/app" \
-    "$(bench_bin x64)/test_e2e.exe" "$@"
+  local half jobs=() logs=()
+  rm -rf "$repo/build/e2e-failures"
+  for half in 0 1; do
+    logs+=("$(mktemp)")
+    DISPLAY='' GTEST_TOTAL_SHARDS=2 GTEST_SHARD_INDEX=$half E2E_BENCH=$bench_build/e2e-$half timeout 2400 \
+      "$repo/tests/e2e/run" "$repo/build/x64/app" "$(bench_bin x64)/test_e2e.exe" "$@" >"${logs[half]}" 2>&1 &
+    jobs+=($!)
+  done
+  for half in 0 1; do
+    run_gtest "end to end under Wine, half $((half + 1)) of 2" finish_job "${jobs[half]}" "${logs[half]}"
+  done
+}
+
+# finish_job PROCESS LOG: what it said and how it ended.
+finish_job() {
+  local result=0
+  wait "$1" || result=$?
+  cat "$2"
+  rm -f "$2"
+  return $result
 }
 
 # The 32-bit programs, where this machine can make a 32-bit Wine: installations from a WIM and from an
 # ISO, one whose imaging program dies, those that are refused, and the lister.
-test_x86() {
-  local name="end to end under Wine, 32 bit" reason
+begin_x86() {
+  local reason
   reason=$(cat <&"$i386_reply")
-  [[ -z $reason ]] || { say_line "$name: left out, for want of a 32-bit Wine: $reason"; return; }
+  [[ -z $reason ]] || { say_line "$x86_name: left out, for want of a 32-bit Wine: $reason"; return; }
   bench_programs x86 all test_e2e
   local tests=(Installing.{UnattendedWithEveryOptionalStep,FromPathsThatScriptsTripOver,ImagingProgramKilledWhileItWrites}
     Refusing.UnattendedRunsEndThemselves Listing.IsWhatThePartitionTablesSay)
-  run_gtest "$name" timeout --kill-after=10 600 "$bench_source/bench" i386 "$repo/tests/e2e/run" "$repo/build/x86/app" \
-    "$(bench_bin x86)/test_e2e.exe" --gtest_filter="$(IFS=:; echo "${tests[*]}")"
+  x86_log=$(mktemp)
+  timeout --kill-after=10 600 "$bench_source/bench" i386 "$repo/tests/e2e/run" "$repo/build/x86/app" \
+    "$(bench_bin x86)/test_e2e.exe" --gtest_filter="$(IFS=:; echo "${tests[*]}")" >"$x86_log" 2>&1 &
+  x86_job=$!
 }
+
+end_x86() { [[ -z $x86_job ]] || run_gtest "$x86_name" finish_job "$x86_job" "$x86_log"; }
 
 test_fuzz() {
   check "a minute of random input" run_fuzz 60
@@ -140,11 +164,12 @@ run_tests() {
   behind=$!
   test_under_wine "$@"
   wait "$behind" || true  # what did not build is said below, where it is built again
+  begin_x86
   test_native
   test_fuzz
   test_sources
   test_products
-  test_x86
+  end_x86
   ((failed == 0)) || printf 'failed: %s\n' "${failures[@]}"
   say_line "$passed passed, $failed failed"
   ((failed == 0))

@@ -15,18 +15,30 @@ std::string SystemTool(Session& session, const char* name) {
   return session.platform.environment.variable("windir") + "\\System32\\" + name;
 }
 
+// A restart that has not been announced yet cannot be called off: the tool may be slow to start.
+void CallOff(Session& session, StartedProgram& announcing) {
+  constexpr std::uint64_t kLongest = 1000 * kGraceSeconds;
+  Environment& environment = session.platform.environment;
+  const std::uint64_t began = environment.milliseconds();
+  while (announcing.running() && environment.milliseconds() - began < kLongest) {
+    announcing.waitHandlingEvents(std::chrono::milliseconds(100));
+  }
+  ShellNoWait(session, "shutdown.exe -a", ShowMode::kHidden);
+}
+
 // The machine counts down while the question is shown; only OK lets it go on. Left unanswered, the
 // restart that was announced takes its course. False when nothing was announced.
 bool RestartByShutdown(Session& session, const std::string& told) {
   Journal(session, "restart by shutdown.exe");
-  if (!ShellNoWait(session, "shutdown.exe -r -f -t 5", ShowMode::kHidden)) return false;
+  const auto announcing = ShellNoWait(session, "shutdown.exe -r -f -t 5", ShowMode::kHidden);
+  if (!announcing) return false;
   if (session.commandLine.silent) return true;
   const std::string text = told + "\n" + String(session, kTextRestarting);
   const std::string& title = String(session, kTextInformation);
   const int answer = session.commandLine.install ? Message(session, text, kQuestionWarning, title,
                                                            {kUnattendedSeconds, kAnswerOk})
                                                  : Message(session, text, kQuestionWarning, title);
-  if (answer != kAnswerOk) ShellNoWait(session, "shutdown.exe -a", ShowMode::kHidden);
+  if (answer != kAnswerOk) CallOff(session, *announcing);
   return true;
 }
 

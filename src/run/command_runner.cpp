@@ -127,8 +127,9 @@ ToolEnd ShellAndWait(Session& session, const std::string& commandLine, ShowMode 
   return end;
 }
 
-bool ShellNoWait(Session& session, const std::string& commandLine, ShowMode mode) {
-  return Start(session, commandLine, mode, "") != nullptr;
+std::unique_ptr<StartedProgram> ShellNoWait(Session& session, const std::string& commandLine,
+                                            ShowMode mode) {
+  return Start(session, commandLine, mode, "");
 }
 
 ToolEnd RunBatch(Session& session, const std::string& commandText, const std::string& base) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -23,13 +24,15 @@ struct ToolEnd {
 };
 
 // Starts a command line and returns when the program has ended, handling events meanwhile; there
-// is no time-out, but an unattended run gives a program up after an hour. Also returns when the main window has been unloaded: after it, a step checks
-// `session.form.unloaded()` and does nothing more. A command line that begins with a bare name is
-// run from the system's own folder.
+// is no time-out, but an unattended run gives a program up after an hour. Also returns when the
+// main window has been unloaded: after it, a step checks `session.form.unloaded()` and does nothing
+// more. A command line that begins with a bare name is run from the system's own folder.
 ToolEnd ShellAndWait(Session& session, const std::string& commandLine, ShowMode mode);
 
-// The same without waiting. False when it could not be started.
-bool ShellNoWait(Session& session, const std::string& commandLine, ShowMode mode);
+// The same without waiting. Null when it could not be started; otherwise the program may be let go
+// of at once.
+std::unique_ptr<StartedProgram> ShellNoWait(Session& session, const std::string& commandLine,
+                                            ShowMode mode);
 
 // Runs a command text of one or more lines as TempDir\base.bat, hidden, and waits. The output of
 // its last line lands in TempDir\base.log, which stays for the caller. A script that cannot be

@@ -32,10 +32,12 @@ std::string inOneLine(const std::string& text) {
 Person::Person(const std::string& switches)
     : process_("\"" + std::string(kAppFolder) + "\\Pavoline.exe\" /lng:1033 " + switches,
                kAppFolder) {
+  if (!process_.started()) {
+    throw std::runtime_error("the program did not start: " + std::to_string(GetLastError()));
+  }
   // An unattended run may have come to its end before it was seen.
-  const bool began = process_.started() && soon([&] {
-                       return !main.text(kInstallPartition).text().empty() || !process_.running();
-                     });
+  const bool began =
+      soon([&] { return !main.text(kInstallPartition).text().empty() || !process_.running(); });
   if (!began) throw std::runtime_error("the program lists no partitions");
 }
 

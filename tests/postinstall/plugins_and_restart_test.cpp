@@ -65,9 +65,14 @@ TEST(RestartMachine, TakesTheToolThatIsThereAndCanBeCalledOff) {
     w.session.commandLine.install = c.answer == kNobody;
     w.dialogs.nobodyThere = c.answer == kNobody;
     if (c.answer != kNobody) w.dialogs.answers = {c.answer};
+    w.processes.onStart("-r -f", [](ToolRun& run) { run.endsAt(3000); });
+    const long began = w.time.now();
     RestartMachine(w.session, "S40");
     EXPECT_EQ(w.commands(), c.ran) << tool;
     EXPECT_EQ(w.heard(), c.heard) << tool;
+    if (c.ran.size() == 2) {
+      EXPECT_GE(w.processes.started.back().at - began, 3000) << "nothing to call off before";
+    }
     if (tool == "wpeutil" && !c.silent) {
       EXPECT_EQ(w.dialogs.messages[0].limit.seconds, 5) << "its own countdown";
     }
