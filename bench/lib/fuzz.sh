@@ -15,7 +15,7 @@ fuzzer() {
   local target=$1
   shift
   mkdir -p "$fuzz_build/$target/corpus"
-  PAVOLINE_FUZZ_TARGET=$target ASAN_OPTIONS=quarantine_size_mb=16 "$fuzz_build/pavoline_fuzz" \
+  PAVOLINE_FUZZ_TARGET=$target ASAN_OPTIONS=quarantine_size_mb=16:malloc_context_size=2 "$fuzz_build/pavoline_fuzz" \
     -rss_limit_mb=256 -timeout=10 -max_len=2048 -artifact_prefix="$fuzz_build/$target/" "$@"
 }
 
@@ -45,6 +45,10 @@ fuzz_target() {
   printf '%-16s %12s %8s %8s\n' "$target" "$(fuzz_stat "$log" number_of_executed_units)" \
     $((EPOCHSECONDS - began)) "$(fuzz_stat "$log" peak_rss_mb)"
   ((found)) || return 0
+  if ! grep -qaE 'Test unit written|ERROR' "$log"; then
+    say_line "$target was ended before its time, or did not begin: $log"
+    return 1
+  fi
   grep -aE 'what\(\)|ERROR|runtime error|Test unit written' "$log"
   say_line "keep the input below tests/fuzz/found/$target/; the rest stands in $log"
   return 1

@@ -17,15 +17,23 @@ struct Place {
   Lines::iterator section, key;
 };
 
+// Texts of different length are told apart without folding.
+bool Same(std::string_view a, std::string_view b) {
+  return a.size() == b.size() && (a == b || Lower(a) == Lower(b));
+}
+
 Place Find(Lines& lines, const std::string& section, const std::string& key) {
   const auto head = std::ranges::find_if(lines, [&](const std::string& line) {
-    return Lower(Trim(line)) == "[" + Lower(section) + "]";
+    return Contains(line, "[") && Same(Trim(line), "[" + section + "]");
   });
   if (head == lines.end()) return {head, head};
-  const auto end = std::find_if(
-      head + 1, lines.end(), [](const std::string& line) { return Trim(line).starts_with("["); });
+  const auto end = std::find_if(head + 1, lines.end(), [](const std::string& line) {
+    const auto first = line.find_first_not_of(' ');
+    return first != std::string::npos && line[first] == '[';
+  });
   const auto found = std::find_if(head + 1, end, [&](const std::string& line) {
-    return Contains(line, "=") && Lower(Trim(line.substr(0, line.find('=')))) == Lower(key);
+    const auto sign = line.find('=');
+    return sign != std::string::npos && sign >= key.size() && Same(Trim(line.substr(0, sign)), key);
   });
   return {head, found == end ? lines.end() : found};
 }
