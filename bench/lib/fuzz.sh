@@ -61,6 +61,7 @@ run_fuzz() {
   [[ $seconds =~ ^[0-9]+$ ]] || die "usage: ./dev fuzz [seconds] [target]"
   mapfile -t targets < <(if [[ -n ${2:-} ]]; then echo "$2"; else fuzz_targets; fi)
   [[ -d $fuzz_tests/seeds/${targets[0]} ]] || die "targets: $(fuzz_targets | xargs)"
+  mkdir -p "$fuzz_build"
   build_fuzzer >"$fuzz_build.log" 2>&1 || {
     tail -n 40 "$fuzz_build.log"
     return 1
