@@ -52,5 +52,6 @@ apply() {
 case ${args[0]:-} in
   info) info ;;
   apply) apply ;;
+  --version) run_imaging --version ;;
   *) refuse "command \"${args[0]:-}\" is not one the program uses" ;;
 esac
