@@ -154,7 +154,8 @@ TEST_F(Otherwise, APlantedProgramIsNotRun) {
 TEST_F(Otherwise, CheckSaysWhatIsThereAndWhatIsImpossible) {
   const auto check = [] {
     bench::Process shell("cmd /c check.cmd >C:\\check.txt 2>&1", kAppFolder);
-    return std::to_string(shell.exitCode(kPatience).value_or(99)) + read("C:\\check.txt");
+    const std::string code = std::to_string(shell.exitCode(kPatience).value_or(99));
+    return code + read("C:\\check.txt");
   };
   EXPECT_THAT(check(), AllOf(StartsWith("0"), HasSubstr("there    wimlib-imagex, version 1."),
                              HasSubstr("there    dism, version 10.0.19041.844\r\n"),
