@@ -1,5 +1,5 @@
-# ./dev dist: what is shipped, one archive per build, and their checksums. The same commit gives the same bytes,
-# wherever and whenever: the archive's times are the commit's, its names sorted, the programs carry neither.
+# ./dev dist: what is shipped, one archive per build, and their checksums. The same commit and compilers give the same
+# bytes, wherever and whenever: the archive's times are the commit's, its names sorted, the programs carry no times.
 # ./dev release-notes: what has changed in a version.
 user_docs=(medium.md deploying.md user-guide.md real-windows.md screenshot.png pictures)
 
@@ -17,7 +17,7 @@ fill_package() {
   done
   cp "$repo/README.md" "$repo/CHANGELOG.md" "$2/"
   find "$2" -name '*.md' -exec sed -i 's/\r*$/\r/' {} +
-  (cd "$2" && find . -type f -printf '%P\0' | LC_ALL=C sort -z | xargs -0 sha256sum --text >SHA256SUMS)
+  (cd "$2" && find . -type f ! -name SHA256SUMS -printf '%P\0' | LC_ALL=C sort -z | xargs -0 sha256sum --text >SHA256SUMS)
 }
 
 # pack ARCH FILE.zip: the package as one folder of the archive's name.
