@@ -22,6 +22,7 @@ add_library(pavoline_test_support STATIC EXCLUDE_FROM_ALL ${support_sources})
 set_target_properties(pavoline_test_support PROPERTIES LINKER_LANGUAGE CXX)
 target_include_directories(pavoline_test_support PUBLIC ${PROJECT_SOURCE_DIR}/tests)
 target_compile_options(pavoline_test_support PRIVATE ${PAVOLINE_WARNINGS})
+target_compile_definitions(pavoline_test_support PRIVATE PAVOLINE_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
 target_link_libraries(pavoline_test_support PUBLIC pavoline_session gtest)
 
 # The readers of outside text behind libFuzzer, and of the program only what they need.

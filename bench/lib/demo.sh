@@ -18,7 +18,7 @@ read_demo_options() {
   while (($# > 0)); do
     case $1 in
       --size) demo_size=${2:?--size takes megabytes}; shift ;;
-      --source) demo_source=${2:?--source takes wim, esd, iso or gho}; shift ;;
+      --source) demo_source=${2:?--source takes wim, esd, swm, iso or gho}; shift ;;
       --mode) demo_mode=${2,,}; shift ;;
       --no-restart) demo_restart=0 ;;
       --folder) export BENCH_NTFS=no ;;
@@ -26,7 +26,8 @@ read_demo_options() {
     esac
     shift
   done
-  [[ $demo_source =~ ^(wim|esd|iso|gho)$ ]] || die "--source takes wim, esd, iso or gho"
+  [[ $demo_source =~ ^(wim|esd|swm|iso|gho)$ ]] || die "--source takes wim, esd, swm, iso or gho"
+  [[ $demo_source != swm || $demo_mode != wim* ]] || die "a split image is refused in this mode"
   [[ $demo_size =~ ^[0-9]+$ ]] || die "--size takes megabytes"
   [[ -n ${mode_commands[$demo_mode]:-} ]] || die "--mode takes ${!mode_commands[*]}"
 }

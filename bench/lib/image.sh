@@ -43,15 +43,18 @@ capture() {
   describe_image "$file" 2 "${editions[1]}" Professional de-DE
 }
 
-# image MEGABYTES KIND: prints the file of this kind (wim, esd, iso, gho), made when it is not there.
+# image MEGABYTES KIND: prints the file of this kind (wim, esd, swm, iso, gho), made when it is not there.
 image() {
-  local folder file
+  local folder file part
   folder=$(image_folder "$1")
   file=$folder/install.$2
   make_trees "$1" >&2
   if [[ ! -f $file ]]; then
-    rm -f "$file.part" "$folder/part.$2"
+    rm -f "$folder"/part*."$2"
     "make_$2" "$folder" "$folder/part.$2" >&2
+    for part in "$folder"/part[0-9]*."$2"; do
+      [[ ! -f $part ]] || mv "$part" "$folder/install${part#"$folder/part"}"
+    done
     mv "$folder/part.$2" "$file"
   fi
   echo "$file"
@@ -59,6 +62,10 @@ image() {
 
 make_wim() { capture "$2" "$1/edition-1" "$1/edition-2" --compress=fast; }
 make_esd() { capture "$2" "$1/edition-1" "$1/edition-2" --solid --solid-compress=lzms:20; }
+
+# split_wim FILE MEGABYTES PART: PART.swm, PART2.swm and so on.
+split_wim() { wimlib-imagex split "$1" "$3" "$2" >/dev/null; }
+make_swm() { split_wim "$(image "$(basename "$1")" wim)" $(($(basename "$1") / 4)) "$2"; }
 
 # The bench's own Ghost image: a WIM of the second edition alone under the other name.
 make_gho() { wimlib-imagex capture "$1/edition-2" "$2" Partition --no-acls --compress=fast >/dev/null; }
@@ -77,10 +84,14 @@ make_iso_of() {
   xorriso -as mkisofs -quiet -J -R -iso-level 3 -V BENCH -o "$2" "$1" 2>/dev/null
 }
 
-# put_source MEGABYTES KIND PATH: a source as a file of the run's drive D:.
+# put_source MEGABYTES KIND PATH: a source as a file of the run's drive D:, a split one with all its parts.
 put_source() {
-  local file
+  local file part at
   file=$(image "$1" "$2")
   mkdir -p "$bench/volumes/d/$(dirname "$3")"
-  ln -f "$file" "$bench/volumes/d/$3" 2>/dev/null || cp "$file" "$bench/volumes/d/$3"
+  for part in "$file" "${file%.*}"[0-9]*".$2"; do
+    [[ -f $part ]] || continue
+    at=$bench/volumes/d/${3%.*}${part#"${file%.*}"}
+    ln -f "$part" "$at" 2>/dev/null || cp "$part" "$at"
+  done
 }

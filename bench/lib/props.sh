@@ -14,6 +14,7 @@ make_props() {
   cp -al "$props/edition-1" "$props/edition-2"
   head -c 500000 /dev/urandom >"$props/edition-2/Windows/Professional.dat"
   capture "$props/small.wim" "$props/edition-1" "$props/edition-2" --compress=none
+  split_wim "$props/small.wim" 4 "$props/small.swm"
   make_gho "$props" "$props/small.gho"
   # Not listed as an image below this size.
   cp "$props/small.wim" "$props/large.wim"

@@ -2,6 +2,7 @@
 source "$bench_source/lib/programs.sh"
 source "$bench_source/lib/i386.sh"
 source "$bench_source/lib/fuzz.sh"
+source "$bench_source/lib/dist.sh"
 
 passed=0 failed=0
 declare -a failures=()
@@ -79,6 +80,7 @@ test_products() {
   build
   run_ctest "$repo/build/x64" "checks of the 64-bit program"
   run_ctest "$repo/build/x86" "checks of the 32-bit program"
+  check "archives are the same twice" packs_the_same x64 x86
 }
 
 # The adapter against the contract that the fakes keep.

@@ -1,6 +1,12 @@
 # Stand-in: copies driver packages into the offline image's driver store and prints what dism prints.
 # Faults: "die N" (ends without a word after N packages), "pace MS" per package.
 
+head=("" "Deployment Image Servicing and Management tool" "Version: 10.0.19041.844" "")
+if [[ ${args[*]} == "/?" ]]; then
+  say "${head[@]}" "DISM.exe [dism_options] {Imaging_command} [<Imaging_arguments>]"
+  exit 0
+fi
+
 image='' drivers='' add=no
 for i in "${!args[@]}"; do
   case ${args[i],,} in
@@ -16,8 +22,7 @@ system32=$(any_case "$image" Windows/System32)
 [[ -d $system32 ]] || refuse "Error: 2 Unable to access the image \"$image_text\""
 [[ -d $drivers ]] || refuse "Error: 2 The driver folder \"$driver_text\" does not exist"
 
-say "" "Deployment Image Servicing and Management tool" "Version: 10.0.19041.844" "" \
-  "Image Version: 10.0.19045.2006" "" "Searching for driver packages to install..."
+say "${head[@]}" "Image Version: 10.0.19045.2006" "" "Searching for driver packages to install..."
 mapfile -t packages < <(find "$drivers" -type f -iname '*.inf' | sort)
 total=${#packages[@]}
 ((total > 0)) || refuse "Error: 2 No driver packages found in \"$driver_text\""

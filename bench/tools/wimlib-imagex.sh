@@ -37,13 +37,21 @@ apply() {
   source_file 1
   [[ ${args[2]} =~ ^[1-9][0-9]*$ ]] || refuse "bad image index ${args[2]}"
   [[ -d ${paths[3]} ]] || { refuse_code=24 refuse "target ${args[3]} does not exist"; }
-  local option
-  for option in "${args[@]:4}"; do windows_only "$option"; done
-  run_imaging apply "${paths[1]}" "${args[2]}" "${paths[3]}"
+  local number parts=()
+  for ((number = 4; number < ${#args[@]}; ++number)); do
+    if [[ ${args[number]} == --ref=* ]]; then
+      source_file "$number"
+      parts+=("--ref=${paths[number]//\[/\\[}")  # no pattern on Windows
+    else
+      windows_only "${args[number]}"
+    fi
+  done
+  run_imaging apply "${paths[1]}" "${args[2]}" "${paths[3]}" "${parts[@]}"
 }
 
 case ${args[0]:-} in
   info) info ;;
   apply) apply ;;
+  --version) run_imaging --version ;;
   *) refuse "command \"${args[0]:-}\" is not one the program uses" ;;
 esac

@@ -5,6 +5,7 @@
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
+#include "source/image_source.h"
 #include "source/iso_mount.h"
 
 namespace pavoline {
@@ -39,11 +40,8 @@ bool IsMarkedUtf8(const std::string& bytes) { return bytes.starts_with("\xEF\xBB
 void BrowseImage(Session& session) {
   // A second reading must not start while an image is being read.
   if (!May(session, Action::kTakeSource)) return;
-  const std::string patterns = "*.iso;*.wim;*.esd;*.gho";
-  FileRequest request;
-  request.title = String(session, kTextBrowseTitle);
-  request.filters = {{String(session, kTextImageFilter) + "(" + patterns + ")", patterns}};
-  const std::string path = session.platform.dialogs.openFile(request);
+  const std::string path =
+      session.platform.dialogs.openFile(ImageRequest(session, "*.iso;*.wim;*.esd;*.gho"));
   if (path.empty()) return;
   if (KindOf(path) == ImageKind::kIso) {
     MountIso(session, path);

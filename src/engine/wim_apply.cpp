@@ -10,13 +10,22 @@ namespace {
 
 std::string LogPath(Session& session) { return TempFile(session, "apply.xml"); }
 
+constexpr std::size_t kLongestBatchLine = 8191;  // letters
+
+// Each part by its own name: a pattern would also take in whatever else is named alike.
+std::string PartWords(Session& session, const Plan& plan) {
+  std::string words;
+  for (const std::string& part : plan.furtherParts) words += " --ref=" + BatchPath(session, part);
+  return words;
+}
+
 // The quote closes behind the program's folder and the path goes on; the interpreter joins them.
 // The blank behind the drive's backslash stands even without options.
 std::string ApplyLine(Session& session, const Plan& plan, const std::string& source) {
   return BatchPath(session, session.paths.appDir) + "\\Bin\\wimlib-imagex\\" +
          session.paths.imageToolArch + "\\wimlib-imagex.exe apply " + BatchPath(session, source) +
          " " + std::to_string(plan.edition) + " " + plan.target.drive + "\\ " + plan.apply.options +
-         " >" + LogPath(session);
+         PartWords(session, plan) + " >" + LogPath(session);
 }
 
 }  // namespace
@@ -30,6 +39,10 @@ bool ApplyFilesWritable(Session& session) {
     if (!written || files.exists(path)) return false;
   }
   return true;
+}
+
+bool ApplyLineFits(Session& session, const Plan& plan) {
+  return ApplyLine(session, plan, plan.source).size() <= kLongestBatchLine;
 }
 
 StepResult WimSetup(Session& session, const Plan& plan, const std::string& source, ApplyRun& run) {

@@ -25,6 +25,10 @@ struct ApplyRun {
 // away what an earlier run left in them.
 bool ApplyFilesWritable(Session& session);
 
+// False when the line that starts the imaging program is longer than the interpreter reads: a split
+// image has a word for each part.
+bool ApplyLineFits(Session& session, const Plan& plan);
+
 // Starts the imaging program on `source`, which is the plan's image or a copy of it, and switches
 // the monitor on. Waits, or failed.
 StepResult WimSetup(Session& session, const Plan& plan, const std::string& source, ApplyRun& run);

@@ -144,6 +144,10 @@ enum MoreNumber {
   kMoreRestartsSoon = 22,
   kMoreStop = 23,
   kMoreNotStarted = 24,
+  kMorePartLacks = 85,
+  kMoreNotFirstPart = 86,
+  kMoreSplitWimboot = 87,
+  kMoreTooManyParts = 88,
 };
 
 enum CaptionNumber {

@@ -14,6 +14,7 @@
 #include "postinstall/restart.h"
 #include "postinstall/setup_ok.h"
 #include "run/taskbar_progress.h"
+#include "session/split_image.h"
 
 namespace pavoline {
 namespace {
@@ -36,6 +37,11 @@ StepResult CheckAgain(Session& session, Installation& installation) {
   }
   if (!session.platform.files.exists(plan.source)) {
     return Refused(session, plan.source + " " + String(session, kTextSourceMissing));
+  }
+  const std::string lacking =
+      plan.kind == ImageKind::kSwm ? LackingPart(session.platform.files, plan.source) : "";
+  if (!lacking.empty()) {
+    return Refused(session, ReplaceAll(More(session, kMorePartLacks), "%f%", lacking));
   }
   if (!IsGhost(plan) && !ApplyFilesWritable(session)) {
     return Refused(session,

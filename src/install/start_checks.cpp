@@ -5,6 +5,7 @@
 #include "disk/lent_letter.h"
 #include "disk/partitions.h"
 #include "engine/ghost_restore.h"
+#include "engine/wim_apply.h"
 #include "form/text_numbers.h"
 #include "install/installation.h"
 #include "install/target_safety.h"
@@ -15,6 +16,7 @@
 #include "postinstall/boot_configuration.h"
 #include "run/command_words.h"
 #include "session/random_letter.h"
+#include "session/split_image.h"
 
 namespace pavoline {
 namespace {
@@ -174,6 +176,19 @@ Checked ToolAndImageUsable(Session& session, Plan& plan) {
   return {};
 }
 
+Checked SplitImageUsable(Session& session, Plan& plan) {
+  if (plan.kind != ImageKind::kSwm) return {};
+  Files& files = session.platform.files;
+  // A system that keeps running from its image needs that in one file.
+  if (plan.apply.options == kWimbootOption) return Because(More(session, kMoreSplitWimboot));
+  const std::string lacking = LackingPart(files, plan.source);
+  if (!lacking.empty()) {
+    return Because(ReplaceAll(More(session, kMorePartLacks), "%f%", lacking));
+  }
+  plan.furtherParts = FurtherParts(files, plan.source);
+  return ApplyLineFits(session, plan) ? Checked() : Because(More(session, kMoreTooManyParts));
+}
+
 // A template without its mark would lose its first character. One that is not there is passed over
 // later, as is everything optional.
 Checked AnswerFileMarked(Session& session, Plan& plan) {
@@ -197,8 +212,9 @@ Checked Confirmed(Session& session, Plan& plan) {
 Checked CheckAll(Session& session, Plan& plan) {
   using Check = Checked (*)(Session&, Plan&);
   static constexpr Check kChecks[] = {
-      RunningSystem, SourceExists,      EditionChosen,      GhostPresent,     BootPartitionExists,
-      FindTarget,    NothingElseIsLost, ToolAndImageUsable, AnswerFileMarked, Confirmed};
+      RunningSystem,       SourceExists,     EditionChosen,     GhostPresent,
+      BootPartitionExists, FindTarget,       NothingElseIsLost, ToolAndImageUsable,
+      SplitImageUsable,    AnswerFileMarked, Confirmed};
   for (const Check check : kChecks) {
     const Checked refusal = check(session, plan);
     if (session.form.unloaded()) return Refusal{};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "platform/drives.h"
 #include "session/options.h"
@@ -18,6 +19,9 @@ struct TargetVolume {
   bool operator==(const TargetVolume&) const = default;
 };
 
+// The files are left in the image, and the system keeps running from it.
+inline constexpr char kWimbootOption[] = "--wimboot";
+
 // How the imaging program is told to write.
 struct ApplyChoice {
   std::string options;   // its switch, for example "--compact=lzx"
@@ -29,7 +33,8 @@ struct ApplyChoice {
 struct Plan {
   std::string source;
   ImageKind kind = ImageKind::kNone;
-  int edition = 1;  // from 1
+  std::vector<std::string> furtherParts;  // of a split image, whose first is the source
+  int edition = 1;                        // from 1
   std::string editionName;
   std::string language;  // of the edition, for the boot files; "en-US"
   TargetVolume target;

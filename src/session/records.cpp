@@ -11,6 +11,7 @@ ImageKind KindOf(const std::string& path) {
   if (end == ".esd") return ImageKind::kEsd;
   if (end == ".iso") return ImageKind::kIso;
   if (end == ".gho") return ImageKind::kGho;
+  if (end == ".swm") return ImageKind::kSwm;
   return ImageKind::kNone;
 }
 

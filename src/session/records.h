@@ -9,7 +9,7 @@
 namespace pavoline {
 
 // What a source path is, told by its last four characters.
-enum class ImageKind { kNone, kWim, kEsd, kIso, kGho };
+enum class ImageKind { kNone, kWim, kEsd, kIso, kGho, kSwm };
 ImageKind KindOf(const std::string& path);
 
 // One image of a WIM or ESD file.

@@ -12,14 +12,16 @@
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "session/drive_list.h"
+#include "session/split_image.h"
 #include "source/folder_lister.h"
 
 namespace pavoline {
 namespace {
 
-constexpr ImageKind kKinds[] = {ImageKind::kEsd, ImageKind::kWim, ImageKind::kGho, ImageKind::kIso};
+constexpr ImageKind kKinds[] = {ImageKind::kEsd, ImageKind::kWim, ImageKind::kGho, ImageKind::kSwm,
+                                ImageKind::kIso};
 // An ISO file in the root of a mounted ISO is no image to install from.
-constexpr std::span kMountedRootKinds = std::span(kKinds).first(3);
+constexpr std::span kMountedRootKinds = std::span(kKinds).first(4);
 constexpr char kDefaultFolders[] = "esd,gho,wim,iso,ghost";
 
 constexpr std::uint64_t kSmallestImage = 419'430'400;  // bytes; anything larger may be an image
@@ -45,12 +47,16 @@ void AddImage(Session& session, const std::string& path, const FileEntry& entry)
 
 // The images of one folder by kind, in the order of the patterns; within a kind as listed.
 struct FolderImages {
-  std::vector<FileEntry> ofKind[std::size(kKinds)];
+  Files& files;
+  const std::string& base;
+  std::vector<FileEntry> ofKind[std::size(kKinds)] = {};
 
-  void take(const FileEntry& entry) {
-    if (!IsImage(entry)) return;
+  void take(FileEntry entry) {
     const auto* kind = std::ranges::find(kKinds, KindOf(entry.name));
-    if (kind != std::end(kKinds)) ofKind[kind - std::begin(kKinds)].push_back(entry);
+    if (kind == std::end(kKinds)) return;
+    // Its first part, which may be tiny, stands for all of a split image.
+    if (*kind == ImageKind::kSwm) entry.size = SplitImageSize(files, base + entry.name);
+    if (IsImage(entry)) ofKind[kind - std::begin(kKinds)].push_back(std::move(entry));
   }
 };
 
@@ -77,7 +83,7 @@ void Look(const FolderWalk& walk, const std::string& folder, std::vector<std::st
           std::span<const ImageKind> kinds = kKinds) {
   if (walk.ended()) return;
   const std::string base = WithBackslash(folder);
-  FolderImages images;
+  FolderImages images{walk.session.platform.files, base};
   walk.session.platform.files.list(base + "*.*", [&](const FileEntry& entry) {
     if (below != nullptr && IsSearchedFolder(entry)) below->push_back(base + entry.name);
     images.take(entry);

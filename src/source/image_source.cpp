@@ -4,6 +4,7 @@
 #include "platform/files.h"
 #include "platform/text.h"
 #include "session/activity_scope.h"
+#include "session/split_image.h"
 #include "source/iso_mount.h"
 #include "source/wim_info.h"
 
@@ -51,6 +52,22 @@ void ListGhostProgram(Session& session) {
   DisableFormatChoice(form.check[kDoNotFormat]);
 }
 
+// Another part than the first gives way to the first.
+void ListSplitImage(Session& session, const std::string& path) {
+  Files& files = session.platform.files;
+  const auto part = ReadImagePart(files, path);
+  if (!part || part->number == 1) return GetWimInfo(session);
+  const std::string first = FirstPart(files, path, *part);
+  if (!first.empty()) return session.form.combo1.setText(first);
+  Journal(session, "not the first part: " + path);
+  ReturnToIdle(session);
+  session.sourceFaultTold = true;
+  Message(session,
+          ReplaceAll(ReplaceAll(More(session, kMoreNotFirstPart), "%f%", path), "%n%",
+                     std::to_string(part->number)),
+          kErrorMessage, String(session, kTextError));
+}
+
 void ListByKind(Session& session, const std::string& path) {
   switch (KindOf(path)) {
     case ImageKind::kWim:
@@ -60,6 +77,8 @@ void ListByKind(Session& session, const std::string& path) {
       return MountIso(session, path);
     case ImageKind::kGho:
       return ListGhostProgram(session);
+    case ImageKind::kSwm:
+      return ListSplitImage(session, path);
     case ImageKind::kNone:
       break;
   }
@@ -118,6 +137,7 @@ void SourceDropped(Session& session, const std::vector<std::string>& files) {
     case ImageKind::kWim:
     case ImageKind::kEsd:
     case ImageKind::kGho:
+    case ImageKind::kSwm:
       session.form.combo1.setText(path);
       break;
     case ImageKind::kIso:
@@ -126,6 +146,15 @@ void SourceDropped(Session& session, const std::vector<std::string>& files) {
     case ImageKind::kNone:
       break;
   }
+}
+
+FileRequest ImageRequest(Session& session, const std::string& patterns) {
+  FileRequest request;
+  request.title = String(session, kTextBrowseTitle);
+  for (const std::string& filter : {patterns, std::string("*.swm")}) {
+    request.filters.push_back({String(session, kTextImageFilter) + "(" + filter + ")", filter});
+  }
+  return request;
 }
 
 }  // namespace pavoline

@@ -61,7 +61,8 @@ void TakeAsSource(Session& session, const std::string& path) {
 
 // True when an image on the drive became the source.
 bool FindImage(Session& session, const std::string& drive, const std::string& textBefore) {
-  for (const char* image : {"\\sources\\install.wim", "\\sources\\install.esd"}) {
+  for (const char* image :
+       {"\\sources\\install.wim", "\\sources\\install.esd", "\\sources\\install.swm"}) {
     if (!session.platform.files.exists(drive + image)) continue;
     TakeAsSource(session, drive + image);
     return true;
@@ -82,11 +83,8 @@ bool AskForImage(Session& session) {
           String(session, kTextInformation));
   // Nobody is there to choose a file for an unattended run.
   if (Overtaken(session) || session.commandLine.install) return false;
-  const std::string patterns = "*.wim;*.esd;*.gho";
-  FileRequest request;
-  request.title = String(session, kTextBrowseTitle);
-  request.filters = {{String(session, kTextImageFilter) + "(" + patterns + ")", patterns}};
-  const std::string path = session.platform.dialogs.openFile(request);
+  const std::string path =
+      session.platform.dialogs.openFile(ImageRequest(session, "*.wim;*.esd;*.gho"));
   if (path.empty() || Overtaken(session)) return false;
   session.form.combo1.setText(path);
   return true;

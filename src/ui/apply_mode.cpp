@@ -12,8 +12,8 @@ constexpr int kWimcopyCommand = kMenuFirstApplyMode + 2;
 
 constexpr ApplyMode kModes[] = {
     {kMenuFirstApplyMode, "Normal mode ", "", ""},
-    {kMenuFirstApplyMode + 1, "Wimboot", "--wimboot", " - Wimboot"},
-    {kWimcopyCommand, "Wimboot:WIMCOPY", "--wimboot", " - Wimboot:WIMCOPY"},
+    {kMenuFirstApplyMode + 1, "Wimboot", kWimbootOption, " - Wimboot"},
+    {kWimcopyCommand, "Wimboot:WIMCOPY", kWimbootOption, " - Wimboot:WIMCOPY"},
     {kMenuFirstApplyMode + 3, "Compact:XPRESS4K", "--compact=xpress4k", " - Compact:XPRESS4K"},
     {kMenuFirstApplyMode + 4, "Compact:XPRESS8K", "--compact=xpress8k", " - Compact:XPRESS8K"},
     {kMenuFirstApplyMode + 5, "Compact:XPRESS16K", "--compact=xpress16k", " - Compact:XPRESS16K"},

@@ -92,7 +92,10 @@ TEST_F(Installing, UnattendedWithEveryOptionalStep) {
 
 TEST_F(Installing, FromPathsThatScriptsTripOver) {
   const std::string folder = "D:\\Bilder & Co 100% ^fertig\\";
-  for (const char* prop : {"small.wim", "install.iso"}) {
+  for (const char* part : {"2.swm", "3.swm"}) {
+    place("small" + std::string(part), folder + "Установка 日本 (neu) small" + part);
+  }
+  for (const char* prop : {"small.swm", "install.iso"}) {
     SCOPED_TRACE(prop);
     const std::string source = folder + "Установка 日本 (neu) " + prop;
     place(prop, source);

@@ -1,4 +1,5 @@
 // What goes otherwise: tools that die or are missing, volumes that change, planted files.
+#include "driver/process.h"
 #include "person.h"
 #include "stage.h"
 
@@ -6,10 +7,12 @@ namespace e2e {
 namespace {
 
 using testing::AllOf;
+using testing::AnyOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
+using testing::StartsWith;
 using namespace pavoline;
 
 constexpr char kSwitches[] = " /instpart:E: /formatinstpart /install /slient";
@@ -146,6 +149,24 @@ TEST_F(Otherwise, APlantedProgramIsNotRun) {
   for (const bench::Call& call : bench::journalCalls()) {
     EXPECT_THAT(call.tool, Not(HasSubstr(".exe"))) << call.arguments;  // as companions are noted
   }
+}
+
+TEST_F(Otherwise, CheckSaysWhatIsThereAndWhatIsImpossible) {
+  const auto check = [] {
+    bench::Process shell("cmd /c check.cmd >C:\\check.txt 2>&1", kAppFolder);
+    const std::string code = std::to_string(shell.exitCode(kPatience).value_or(99));
+    return code + read("C:\\check.txt");
+  };
+  EXPECT_THAT(check(), AllOf(StartsWith("0"), HasSubstr("there    wimlib-imagex, version 1."),
+                             HasSubstr("there    dism, version 10.0.19041.844\r\n"),
+                             HasSubstr("MISSING  Ghost"),
+                             Not(AnyOf(HasSubstr("FAILS"), HasSubstr("Can't")))));
+  takeAway(kSystem + "format.com");
+  EXPECT_THAT(check(), AllOf(StartsWith("2"), HasSubstr("MISSING  format")));
+  bench::setFaults("wimlib-imagex", "fail 1");
+  EXPECT_THAT(check(), AllOf(StartsWith("1"), HasSubstr("FAILS    wimlib-imagex")));
+  takeAway(kBin + "CxDir\\" + kArch);
+  EXPECT_THAT(check(), AllOf(StartsWith("1"), HasSubstr("MISSING  CxDir")));
 }
 
 }  // namespace

@@ -44,6 +44,21 @@ Spoil Plugin(const std::string& command) {
 Spoil Drop(const std::string& path) {
   return [=](Installer& w) { w.files.drop(path); };
 }
+// A split image on D: whose second part is this one of `bytes`.
+Spoil SplitWith(std::function<std::string(std::string)> bytes) {
+  return [=](Installer& w) {
+    w.putSplitImage("D:\\a");
+    w.form.combo1.setText("D:\\a.swm");
+    w.files.put("D:\\a2.swm", bytes(w.files.text("D:\\a2.swm")));
+  };
+}
+// The line that names all the parts is too long for the interpreter.
+void LongNames(Installer& w) {
+  const std::string path = "D:\\" + std::string(3000, 'x');
+  w.files.shortNames = false;
+  w.putSplitImage(path);
+  w.form.combo1.setText(path + ".swm");
+}
 
 TEST(Start, RefusesWithOneMessage) {
   const std::tuple<const char*, Spoil, int> cases[] = {
@@ -93,6 +108,13 @@ TEST(Start, RefusesWithOneMessage) {
       {"M3 E:\\fix.exe E:|", Plugin("Fix"), 1},
       {"S7|", AnswerFile("D:\\a.xml", "<unattend/>"), 1},
       {"S20|", Drop("X:\\Pavoline\\Bin\\wimlib-imagex"), 4},
+      {"M85 D:\\a2.swm|", SplitWith([](auto) { return ""; }), 1},
+      {"M85 D:\\a2.swm|", SplitWith([](auto bytes) { return bytes.substr(0, 1675); }), 1},
+      {"M85 D:\\a2.swm|", SplitWith([](auto bytes) { return bytes.replace(39, 1, "?"); }), 1},
+      {"M85 D:\\a2.swm|", SplitWith([](auto bytes) { return bytes.replace(40, 1, "\3"); }), 1},
+      {"M87|", [](auto& w) { w.running().apply = {"--wimboot"}, SplitWith(std::identity())(w); },
+       1},
+      {"M88|", LongNames, 1},
       {"S14 ", Source("D:\\a.gho", "12.0"), 4},
       {"M7|", Source("D:\\a,b.gho", "12.0.0.1"), 1}};
   for (const auto& [message, spoil, code] : cases) {
@@ -168,6 +190,27 @@ TEST(CheckAgain, BelievesAnEmptyListTheSecondTimeOnly) {
   const std::string lines = std::exchange(w.partitionLines, "");
   w.time.after(3, [&] { w.partitionLines = lines; });  // while the first one runs
   EXPECT_EQ(w.install(), 0);
+}
+
+TEST(SplitImage, IsAppliedFromAllItsPartsOrNotAtAll) {
+  for (const bool taken : {false, true}) {
+    Installer w;
+    w.start(), w.fillIn();
+    w.files.shortNames = false;
+    w.putSplitImage("D:\\100% &\\a b");
+    w.form.combo1.setText("D:\\100% &\\a b.swm");
+    w.dialogs.onMessage = [&](const auto&) {
+      if (taken) w.files.drop("D:\\100% &\\a b3.swm");
+    };
+    w.pressStart();
+    EXPECT_TRUE(w.runUntil([&] { return !w.running().installation; }));
+    EXPECT_EQ(w.count("M85 D:\\100% &\\a b3.swm"), taken);
+    EXPECT_EQ(
+        w.processes.ranLike("apply \"D:\\100% &\\a b.swm\" 1 E:\\  --ref=\"D:\\100% &\\a b2.swm"
+                            "\" --ref=\"D:\\100% &\\a b3.swm\" >"),
+        !taken);
+    EXPECT_EQ(w.processes.ranLike("format.com"), !taken);
+  }
 }
 
 }  // namespace pavoline::testing

@@ -42,6 +42,13 @@ TEST_F(ImageSearch, TakesTheLargeImagesInTheNamedFoldersOfAllDrives) {
   EXPECT_EQ(session.search.found[0].size, kLimit + 1);
   EXPECT_EQ(files.currentFolder, "X:\\Pavoline");
 
+  putSplitImage("D:\\swm\\set"), putSplitImage("D:\\swm\\small");
+  files.sized("D:\\swm\\set3.swm", kLimit), files.sized("D:\\swm\\none.swm", kLimit + 1);
+  session.search.found.clear();
+  session.options.searchDir = "swm";
+  EXPECT_EQ(search(), (Paths{"D:\\swm\\set.swm"}));
+  EXPECT_EQ(session.search.found.at(0).size, 1490 + 1676 + kLimit);
+
   files.attributes("E:\\other\\hidden.wim", 2 + 32);
   session.options.searchDir = "other,none";
   EXPECT_EQ(search(), (Paths{"E:\\other\\hidden.wim"}));

@@ -89,4 +89,21 @@ TEST_F(ImageSource, DuringARunAnotherSourceWaitsAndADropOrAPickIsIgnored) {
   EXPECT_EQ(session.editions.size(), 1u);
 }
 
+TEST_F(ImageSource, ASplitImageIsTakenByItsFirstPart) {
+  putSplitImage("D:\\img\\a");
+  SourceDropped(session, {"D:\\img\\a3.swm"});
+  EXPECT_EQ(source(), "D:\\img\\a.swm");
+  EXPECT_EQ(editionCount(), 3u);
+  EXPECT_EQ(processes.ran.size(), 1u);
+
+  files.put("D:\\img\\b.swm", files.text("D:\\img\\a.swm").replace(30, 1, "?"));  // another image
+  for (const char* path : {"D:\\img\\b2.swm", "D:\\img\\renamed.swm", "D:\\img\\a02.swm"}) {
+    files.put(path, files.text("D:\\img\\a2.swm"));
+    form.combo1.setText(path);
+    EXPECT_TRUE(said("M86 " + std::string(path) + " 2"));
+    EXPECT_EQ(source() + edition(), path);
+  }
+  EXPECT_EQ(processes.ran.size(), 1u);
+}
+
 }  // namespace pavoline::testing

@@ -43,16 +43,20 @@ TEST_F(IsoMount, TheImageOnTheDriveBecomesTheSource) {
   EXPECT_FALSE(files.exists("C:\\Windows\\temp\\LoadISO.log"));
 
   mounts("G:", "\\sources\\install.esd");  // read before the first is dismounted
+  files.put("G:\\sources\\install.swm");
   form.combo1.setText("D:\\two.iso");
   EXPECT_EQ(source(), "G:\\sources\\install.esd");
   EXPECT_EQ(processes.ran.back(), "C:\\Windows\\System32\\cmd.exe /c imdisk.exe -D -m F:");
   EXPECT_TRUE(Contains(processes.ran.rbegin()[1], "install.esd"));
-  session.search.stop = true;  // left by an earlier search
-  drives.remove("G:");         // dismounted by hand: the new drive gets its letter and stays
-  mounts("G:", "\\x86\\sources\\y\\deep.wim");
+  mounts("H:", "\\sources\\install.swm");
   form.combo1.setText("D:\\a b.iso");
-  EXPECT_EQ(source(), "G:\\x86\\sources\\y\\deep.wim");
-  EXPECT_FALSE(processes.ranLike("-D -m G:"));
+  EXPECT_EQ(source(), "H:\\sources\\install.swm");
+  session.search.stop = true;  // left by an earlier search
+  drives.remove("H:");         // dismounted by hand: the new drive gets its letter and stays
+  mounts("H:", "\\x86\\sources\\y\\deep.wim");
+  form.combo1.setText("D:\\two.iso");
+  EXPECT_EQ(source(), "H:\\x86\\sources\\y\\deep.wim");
+  EXPECT_FALSE(processes.ranLike("-D -m H:"));
 }
 
 TEST_F(IsoMount, OneThatFailsOrHoldsNoImageLeavesTheEarlierSource) {
@@ -79,6 +83,7 @@ TEST_F(IsoMount, WithoutAnImageThePersonMayChooseAnother) {
   mounts("F:", "");
   dialogs.files = {"D:\\other.wim"};
   MountIso(session, "D:\\two.iso");
+  EXPECT_EQ(dialogs.openRequests.at(0).filters.back().patterns, "*.swm");
   EXPECT_EQ(session.mountedIsoDrive + source(), "F:D:\\other.wim");
 }
 

@@ -1,7 +1,9 @@
 #include "support/workshop.h"
 
 #include <algorithm>
+#include <fstream>
 #include <map>
+#include <sstream>
 
 #include "platform/text.h"
 
@@ -35,7 +37,9 @@ Texts RecognisableTexts() {
                                {16, " %ip% %bp%"},
                                {17, " %e%"},
                                {18, " %f%"},
-                               {24, " %f%"}};
+                               {24, " %f%"},
+                               {85, " %f%"},
+                               {86, " %f% %n%"}};
   Texts texts;
   Number(texts.strings, "S", inStrings);
   Number(texts.captions, "C", {});
@@ -91,6 +95,14 @@ std::vector<std::string> Workshop::heard() const {
     result.push_back(shown.text + "|" + shown.title + "|" + std::to_string(shown.flags));
   }
   return result;
+}
+
+void Workshop::putSplitImage(const std::string& path) {
+  for (const char* ending : {".swm", "2.swm", "3.swm"}) {
+    std::ifstream file(PAVOLINE_SOURCE_DIR "/tests/support/captures/split" + std::string(ending),
+                       std::ios::binary);
+    files.put(path + ending, (std::ostringstream() << file.rdbuf()).str());
+  }
 }
 
 }  // namespace pavoline::testing

@@ -22,6 +22,9 @@ struct Workshop : FakePlatform {
   // False when the time went by (an hour at most) and it never came true.
   bool runUntil(const std::function<bool()>& reached, long limitMs = 3600 * 1000);
 
+  // A split image of the imaging program: "D:\\a" makes a.swm, a2.swm and a3.swm.
+  void putSplitImage(const std::string& path);
+
   bool said(const std::string& partOfMessage) const;
   std::vector<std::string> heard() const;  // "text|title|flags" of every message
 };
