@@ -144,6 +144,7 @@ enum MoreNumber {
   kMoreRestartsSoon = 22,
   kMoreStop = 23,
   kMoreNotStarted = 24,
+  kMoreNoPassword = 80,
 };
 
 enum CaptionNumber {
