@@ -18,9 +18,9 @@ die() {
 
 # What one installation on the bench needs, and what everything does.
 demo_packages=(cmake ninja-build g++-mingw-w64-x86-64-posix libgtest-dev libgmock-dev
-  wine64 wine xvfb wimtools ntfs-3g xorriso imagemagick fonts-wine procps perl fdisk)
+  wine64 wine xvfb wimtools ntfs-3g xorriso imagemagick fonts-wine procps perl fdisk w3m)
 bench_packages=("${demo_packages[@]}" zip qemu-utils fonts-wqy-microhei locales-all)
-build_packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix libgtest-dev libgmock-dev)
+build_packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix libgtest-dev libgmock-dev w3m)
 
 # need_packages NAME...: installs what is missing, or says how and stops.
 need_packages() {

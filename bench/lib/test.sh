@@ -65,6 +65,7 @@ test_native() {
 
 test_sources() {
   check "language files" "$repo/tools/check-lang"
+  check "messages in the guide" "$repo/tools/check-guide"
   check "scripts parse" check_scripts
 }
 

@@ -32,6 +32,16 @@ FileRequest AnswerFileRequest(Session& session) {
   return request;
 }
 
+// An account that anybody at the keyboard can use is not to come as a surprise.
+void TellOfEmptyPassword(Session& session, const std::string& path) {
+  constexpr std::size_t kLongestTemplate = 1 << 20;  // bytes
+  const std::string text = session.platform.files.readPart(path, 0, kLongestTemplate).value_or("");
+  if (!Contains(text, "Password>")) return;
+  for (const char* empty : {"<Value></Value>", "<Value/>", "<Value />"}) {
+    if (Contains(text, empty)) session.form.status.setText(More(session, kMoreNoPassword));
+  }
+}
+
 // Only UTF-8 with its byte-order mark is taken; both UTF-16 orders and ANSI are refused.
 bool IsMarkedUtf8(const std::string& bytes) { return bytes.starts_with("\xEF\xBB"); }
 
@@ -64,6 +74,7 @@ void BrowseAnswerFile(Session& session) {
     return;
   }
   form.text[kAnswerFile].setText(RelativeToProgram(session, path));
+  TellOfEmptyPassword(session, path);
 }
 
 void BrowseDrivers(Session& session) {

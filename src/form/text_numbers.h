@@ -148,6 +148,7 @@ enum MoreNumber {
   kMoreNotFirstPart = 86,
   kMoreSplitWimboot = 87,
   kMoreTooManyParts = 88,
+  kMoreNoPassword = 80,
 };
 
 enum CaptionNumber {

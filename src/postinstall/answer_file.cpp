@@ -66,6 +66,12 @@ std::string FillNames(Session& session, std::string text) {
   return ReplaceAll(std::move(text), "%Pavoline-Group%", XmlText(options.workGroup));
 }
 
+// The edition's language; without one, that of the boot files.
+std::string SystemLanguage(const Session& session, const Plan& plan) {
+  if (!plan.language.empty()) return plan.language;
+  return session.fallbackLanguage.empty() ? "en-US" : session.fallbackLanguage;
+}
+
 void Save(Session& session, const std::string& text, const std::string& folder) {
   Files& files = session.platform.files;
   if (!files.exists(folder)) files.createFolder(folder);
@@ -98,6 +104,7 @@ void WriteAnswerFile(Session& session, const Plan& plan) {
   }
   const bool is64Bit = files.exists(windows + "\\SysWOW64");
   text = ReplaceAll(std::move(text), "%Pavoline-Arch%", is64Bit ? "amd64" : "x86");
+  text = ReplaceAll(std::move(text), "%Pavoline-Lang%", SystemLanguage(session, plan));
   Save(session, FillNames(session, std::move(text)), windows + "\\Panther");
 }
 

@@ -95,15 +95,6 @@ void SaveLanguageFile(Session& session) {
           String(session, kTextError));
 }
 
-void ShowHelp(Session& session) {
-  if (session.platform.environment.variable("SYSTEMDRIVE") == "X:") {
-    Message(session, "PE environment help is not available.", kInformationMessage,
-            String(session, kTextInformation));
-    return;
-  }
-  OpenHelpPage(session);
-}
-
 void RepairBoot(Session& session) {
   if (StartTool(session, *ToolOfCommand(kMenuBootRepair))) return;
   RepairBootFiles(session);
@@ -119,7 +110,7 @@ constexpr Command kCommands[] = {
     {kMenuSaveSettings, Action::kSetOptions, SaveSettings},
     {kMenuComputerName, Action::kSetOptions, ShowComputerNameDialog},
     {kMenuVirtualDisk, Action::kVirtualDisks, OpenVirtualDisks},
-    {kMenuHelp, Action::kLook, ShowHelp},
+    {kMenuHelp, Action::kLook, OpenHelpPage},
     {kMenuAbout, Action::kLook, ShowAbout},
     {kMenuLanguageFile, Action::kLook, SaveLanguageFile},
     {kMenuBootRepair, Action::kRepairBoot, RepairBoot},

@@ -120,10 +120,15 @@ void WinDialogs::showModal(Form& form) {
 }
 
 bool WinDialogs::openDocument(const std::string& pathOrAddress) {
-  constexpr INT_PTR kLastError = 32;
-  const HINSTANCE result = ShellExecuteW(loop_.dialogOwner(), L"open", Wide(pathOrAddress).c_str(),
-                                         nullptr, nullptr, SW_SHOWNORMAL);
-  return reinterpret_cast<INT_PTR>(result) > kLastError;
+  const std::wstring document = Wide(pathOrAddress);
+  SHELLEXECUTEINFOW request{};
+  request.cbSize = sizeof request;
+  request.fMask = SEE_MASK_FLAG_NO_UI;  // the caller knows what to do without a program for it
+  request.hwnd = loop_.dialogOwner();
+  request.lpVerb = L"open";
+  request.lpFile = document.c_str();
+  request.nShow = SW_SHOWNORMAL;
+  return ShellExecuteExW(&request) != FALSE;
 }
 
 }  // namespace pavoline

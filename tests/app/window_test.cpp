@@ -12,7 +12,7 @@ using testing::Installer;
 TEST(Rows, TickingAnEmptyRowAsksForItsPathAtOnce) {
   Installer shop;
   const std::string folder = "X:\\Pavoline\\Bin\\unattend", file = folder + "\\unattend.xml";
-  shop.files.put(file, "\xEF\xBB\xBF<unattend/>");
+  shop.files.put(file, "\xEF\xBB\xBF<Password><Value></Value></Password>");
   shop.start();
   for (const bool chosen : {false, true}) {
     shop.dialogs.files = {chosen ? file : ""};
@@ -22,6 +22,7 @@ TEST(Rows, TickingAnEmptyRowAsksForItsPathAtOnce) {
   }
   EXPECT_EQ(shop.dialogs.openRequests.back().initialFolder, folder);
   EXPECT_EQ(shop.form.text[kAnswerFile].text(), ".\\Bin\\unattend\\unattend.xml");
+  EXPECT_EQ(shop.form.status.text(), "M80") << "an account that anybody can use";
 
   shop.dialogs.folders = {"X:\\Pavoline2\\drv"};
   shop.form.check[kAddDrivers].setValue(1);

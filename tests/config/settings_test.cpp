@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <sstream>
+
 #include "config/settings_file.h"
 #include "support/workshop.h"
 
@@ -14,9 +17,20 @@ void LoadWith(Workshop& shop, const std::string& keys) {
   LoadIni(shop.session);
 }
 
-TEST(Settings, GiveTheDefaultsWithoutAFileAndWithGarbage) {
+// The sample that ships, with every setting taken out of comment.
+std::string SampleInForce() {
+  std::ifstream file(PAVOLINE_SOURCE_DIR "/resources/app/Pavoline.ini");
+  std::ostringstream text;
+  for (std::string line; std::getline(file, line); text << line << "\r\n") {
+    const bool setting = line.find('=') < line.find(' ');
+    if (line.starts_with(';') && setting) line.erase(0, 1);
+  }
+  return text.str();
+}
+
+TEST(Settings, GiveTheDefaultsWithoutAFileWithGarbageAndWithTheSample) {
   for (const std::string& bytes :
-       {std::string(), std::string("\0\xFF\x01[Option\0]==\n\n=\r", 17)}) {
+       {std::string(), std::string("\0\xFF\x01[Option\0]==\n\n=\r", 17), SampleInForce()}) {
     Workshop shop;
     if (!bytes.empty()) shop.files.put(kIni, bytes);
     LoadIni(shop.session);
@@ -29,6 +43,10 @@ TEST(Settings, GiveTheDefaultsWithoutAFileAndWithGarbage) {
     EXPECT_EQ(shop.session.options.pluginDir, "Plug-in");
     EXPECT_TRUE(shop.session.minimizeGhost);
     EXPECT_FALSE(shop.session.advancedModeHide || shop.session.options.usbPartition);
+    EXPECT_EQ(form.text[kAnswerFile].text() + form.text[kDriverFolder].text() + form.combo2.text() +
+                  shop.session.options.defaultSysEdition + shop.session.options.pcUser +
+                  shop.form.caption(),
+              "Pavoline Installer");
   }
 }
 

@@ -12,7 +12,7 @@ using namespace ::testing;
 const std::string kBom = "\xEF\xBB\xBF";
 const std::string kTarget = "E:\\Windows\\Panther\\unattend.xml";
 const std::string kNames =
-    "[Pavoline] %Pavoline-Arch% %Pavoline-User% %Pavoline-PC% %Pavoline-Group% %Pavoline-Arch%";
+    "[Pavoline] %Pavoline-Arch% %Pavoline-User% %Pavoline-PC% %Pavoline-Group% %Pavoline-Lang%";
 
 struct AnswerShop : InstallShop {
   explicit AnswerShop(const std::string& content = kBom + kNames) {
@@ -32,7 +32,7 @@ TEST(AnswerFile, FillsInDefaultsAndKeepsAllButTheComputerName) {
     AnswerShop w;
     w.environment.randoms = {random, 0.5};
     EXPECT_EQ(w.written(),
-              kBom + "[Pavoline] amd64 PAVO PAVO-20240506" + letter + "N WORKGROUP amd64")
+              kBom + "[Pavoline] amd64 PAVO PAVO-20240506" + letter + "N WORKGROUP de-DE")
         << random;
     const InstallOptions& kept = w.session.options;
     EXPECT_EQ(kept.pcUser + kept.workGroup + kept.computerName, "PAVOWORKGROUP");
@@ -47,7 +47,9 @@ TEST(AnswerFile, TakesTheNamesAsTextSafeInXml) {
   w.session.options.pcUser = "R&D <\xC3\xA9>";
   w.session.options.computerName = "PC-1";
   w.session.options.workGroup = "OFFICE";
-  EXPECT_EQ(w.written(), kBom + "[Pavoline] x86 R&amp;D &lt;\xC3\xA9&gt; PC-1 OFFICE x86");
+  w.plan.language.clear();  // as of a Ghost image
+  w.session.fallbackLanguage = "ja-JP";
+  EXPECT_EQ(w.written(), kBom + "[Pavoline] x86 R&amp;D &lt;\xC3\xA9&gt; PC-1 OFFICE ja-JP");
   EXPECT_EQ(AnswerShop("\xC3\xA9t\xC3\xA9").written(), kBom + "t\xC3\xA9") << "its first character";
 }
 

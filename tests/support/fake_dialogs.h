@@ -37,6 +37,7 @@ struct FakeDialogs : Dialogs {
   std::vector<std::string> shownForms;  // names
 
   std::vector<std::string> documents;
+  bool opensDocuments = true;  // the system has a program for them
 
   int message(const std::string& text, int flags, const std::string& title,
               const MessageLimit& limit) override;
@@ -54,7 +55,7 @@ struct FakeDialogs : Dialogs {
   void showModal(Form& form) override;
   bool openDocument(const std::string& pathOrAddress) override {
     documents.push_back(pathOrAddress);
-    return true;
+    return opensDocuments;
   }
 
  private:
