@@ -144,6 +144,16 @@ enum MoreNumber {
   kMoreRestartsSoon = 22,
   kMoreStop = 23,
   kMoreNotStarted = 24,
+  kMorePhase = 45,
+  kMoreGone = 46,
+  kMoreLeft = 47,
+  kMoreAtLeastLeft = 48,
+  kMorePercent = 49,
+  kMoreMenu = 50,
+  kMoreStopQuestion = 51,
+  kMoreColumnDiskNumber = 52,
+  kMoreColumnFree = 53,
+  kMoreProgress = 54,
 };
 
 enum CaptionNumber {

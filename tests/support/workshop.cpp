@@ -35,7 +35,12 @@ Texts RecognisableTexts() {
                                {16, " %ip% %bp%"},
                                {17, " %e%"},
                                {18, " %f%"},
-                               {24, " %f%"}};
+                               {24, " %f%"},
+                               {45, " %n% %m%"},
+                               {46, " %t%"},
+                               {47, " %t%"},
+                               {48, " %t%"},
+                               {49, " %p%"}};
   Texts texts;
   Number(texts.strings, "S", inStrings);
   Number(texts.captions, "C", {});
