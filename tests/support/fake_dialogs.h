@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "form/form.h"
 #include "platform/dialogs.h"
 #include "support/simulated_time.h"
 
@@ -37,6 +38,7 @@ struct FakeDialogs : Dialogs {
   std::vector<std::string> shownForms;  // names
 
   std::vector<std::string> documents;
+  std::deque<int> menuChoices;  // the next entries chosen; none is 0
 
   int message(const std::string& text, int flags, const std::string& title,
               const MessageLimit& limit) override;
@@ -50,6 +52,9 @@ struct FakeDialogs : Dialogs {
   }
   std::string chooseFolder(const std::string&, const std::string&) override {
     return next(folders, {});
+  }
+  int chooseFromMenu(const Form&, const Control&, const std::vector<MenuItem>&) override {
+    return next(menuChoices, 0);
   }
   void showModal(Form& form) override;
   bool openDocument(const std::string& pathOrAddress) override {
