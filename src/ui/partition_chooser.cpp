@@ -61,10 +61,10 @@ std::string DiskNumber(const PartitionRow& row) {
 void PartitionChooser::fillList(Session& session, const std::vector<PartitionRow>& rows) {
   list_.setColumns({{String(session, kTextColumnDrive), 104 * kTwipsPerPixel},
                     {String(session, kTextColumnLabel), 112 * kTwipsPerPixel},
-                    {String(session, kTextColumnDisk), 186 * kTwipsPerPixel},
+                    {String(session, kTextColumnDisk), 156 * kTwipsPerPixel},
                     {String(session, kTextColumnFileSystem), 112 * kTwipsPerPixel},
                     {String(session, kTextColumnSize), 78 * kTwipsPerPixel, true},
-                    {More(session, kMoreColumnDiskNumber), 56 * kTwipsPerPixel, true},
+                    {More(session, kMoreColumnDiskNumber), 86 * kTwipsPerPixel, true},
                     {More(session, kMoreColumnFree), 84 * kTwipsPerPixel, true}});
   for (const PartitionRow& row : rows) drives_.push_back(row.drive());
   constexpr int kLongestWait = 500;  // milliseconds; a card reader may take seconds to answer
