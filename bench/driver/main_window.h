@@ -39,6 +39,9 @@ class MainWindow {
   Window check(int index) const { return window().child(idOf(model_.check[index])); }
   Window command(int index) const { return window().child(idOf(model_.command1[index])); }
   Window search() const { return window().child(idOf(model_.search)); }
+  Window menu() const { return window().child(idOf(model_.menu)); }
+  Window stop() const { return window().child(idOf(model_.stop)); }
+  Window overall() const { return window().child(idOf(model_.overall)); }
   Window status() const { return window().child(idOf(model_.status)); }
   Window progressBar() const { return window().child(idOf(model_.progressBar1)); }
 

@@ -40,18 +40,29 @@ class Ruler {
   HGDIOBJ before_;
 };
 
+// The resolution that a control is laid out in, told by its font: lower than the screen's where the
+// window would not fit.
+int drawnDpi(HWND window) {
+  const int dpi = pavoline::DpiOfWindow(window);
+  LOGFONTW font{};
+  GetObjectW(reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)), sizeof font, &font);
+  const LONG whole = pavoline::MessageFont(dpi).lfHeight;
+  return font.lfHeight == 0 || whole == 0 ? dpi : MulDiv(dpi, font.lfHeight, whole);
+}
+
 struct Control {
   Window window;
   std::string className;
   LONG_PTR style;
   RECT inside;  // client area
-  int dpi;
+  int dpi, screenDpi;
 
   explicit Control(const Window& of)
       : window(of),
         className(of.className()),
         style(GetWindowLongPtrW(of.handle(), GWL_STYLE)),
-        dpi(pavoline::DpiOfWindow(of.handle())) {
+        dpi(drawnDpi(of.handle())),
+        screenDpi(pavoline::DpiOfWindow(of.handle())) {
     GetClientRect(of.handle(), &inside);
   }
   HFONT font() const {
@@ -82,21 +93,22 @@ std::string labelFault(const Control& control, const std::string& text) {
              : "";
 }
 
-// What a button draws beside its text, at 96 dpi: mark and gap, or the edges.
+// What a button draws beside its text: the edges, or the mark, which has the screen's resolution,
+// and a gap.
 int besideText(const Control& button) {
   switch (button.type()) {
     case BS_GROUPBOX:
-      return 18;
+      return button.pixels(18);
     case BS_PUSHBUTTON:
     case BS_DEFPUSHBUTTON:
-      return 10;
+      return button.pixels(10);
     default:
-      return 18;
+      return MulDiv(18, button.screenDpi, 96);
   }
 }
 
 std::string buttonFault(const Control& control, const std::string& text) {
-  return tooWide(control, text, control.pixels(besideText(control)));
+  return tooWide(control, text, besideText(control));
 }
 
 std::string linkFault(const Control& control, const std::string& marked) {

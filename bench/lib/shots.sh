@@ -10,6 +10,7 @@ declare -A shot_locales=([1033]=en_US.UTF-8 [2052]=zh_CN.UTF-8 [1028]=zh_TW.UTF-
 declare -A shot_fonts=([2052]='WenQuanYi Micro Hei' [1028]='WenQuanYi Micro Hei' [1041]='WenQuanYi Micro Hei')
 shot_order=(1033 2052 1028 1031 1041)
 shot_sharp=(1033 1031 2052)
+shot_small_screen=800x600
 
 # What the search finds and the Tools menu lists, besides the scene.
 make_shot_scene() {
@@ -55,6 +56,13 @@ set_dpi() {
   wineserver -w || true
 }
 
+# set_screen WIDTHxHEIGHT: of the desktop that programs started later stand in.
+set_screen() {
+  set_registry 'HKCU\Software\Wine\Explorer\Desktops' shell "$1"
+  wineserver -k || true
+  wineserver -w || true
+}
+
 make_sheet() {
   local folder=$shots_folder/$1
   montage -font /usr/share/fonts/truetype/wqy/wqy-microhei.ttc -label '%t' "$folder"/[a-z]*[a-z].png -geometry '920x>+8+8' -tile 2x "$shots_folder/sheet-$1.png"
@@ -71,7 +79,7 @@ prepare_shots() {
   make_shot_scene
   export BENCH_SCREEN=1600x1000
   need_display
-  set_registry 'HKCU\Software\Wine\Explorer\Desktops' shell "$BENCH_SCREEN"
+  set_screen "$BENCH_SCREEN"
 }
 
 end_shots() {
@@ -81,7 +89,7 @@ end_shots() {
 
 # take_shots [LANGUAGE...]: all languages when none is given.
 take_shots() {
-  local language failed=0
+  local language dpi failed=0
   (($# == 0)) || shot_order=("$@")
   shots_folder=$repo/build/shots
   trap end_shots EXIT
@@ -97,6 +105,13 @@ take_shots() {
   for language in "${shot_sharp[@]}"; do
     [[ " ${shot_order[*]} " == *" $language "* ]] || continue
     shoot_language "$language" -144 main || failed=1
+  done
+  set_screen "$shot_small_screen"
+  for dpi in 96 144 192; do
+    set_dpi "$dpi"
+    for language in "${shot_order[@]}"; do
+      shoot_language "$language" "-$shot_small_screen-$dpi" main || failed=1
+    done
   done
   ((failed == 0)) || die "shots: some windows did not show"
   say_line "shots: $(find "$shots_folder" -name '*.png' | wc -l) pictures in build/shots"

@@ -59,6 +59,15 @@ class Guide {
   bool showMenu(const std::string& name, int downs) const {
     const Window window = main_.window();
     PostMessageW(window.handle(), WM_SYSCOMMAND, SC_KEYMENU, ' ');
+    return showOpened(name, downs);
+  }
+  // The same entries at the button.
+  bool showButtonMenu(const std::string& name, int downs) const {
+    main_.menu().click();
+    return showOpened(name, downs);
+  }
+  bool showOpened(const std::string& name, int downs) const {
+    const Window window = main_.window();
     if (!waitUntil(kShowTime, [&] { return menus() > 0; })) return missing(name);
     Sleep(kSettleTime);
     for (int i = 0; i < downs; ++i) press(window, VK_DOWN);
@@ -103,7 +112,7 @@ bool tourMainWindow(const std::string& program, const Visit& visit) {
   if (!guide.show("main", main.window())) return false;
   main.window().key(VK_F2);
   Sleep(kSettleTime);
-  if (!guide.show("main-narrow", main.window())) return false;
+  if (!guide.show("main-F2", main.window())) return false;
   main.window().key(VK_F2);
   return true;
 }
@@ -124,7 +133,7 @@ bool tourSmallWindows(const std::string& program, const Visit& visit) {
          guide.showSmall("virtual-disks", "VirtualDiskWindow", command(kMenuVirtualDisk),
                          creation) &&
          guide.showSmall("about", "About", command(kMenuAbout)) &&
-         guide.showMenu("menu-tools", 2) && guide.showMenu("menu-modes", 3);
+         guide.showMenu("menu-tools", 2) && guide.showButtonMenu("menu-modes", 4);
 }
 
 bool tourInstallation(const std::string& program, const Visit& visit) {

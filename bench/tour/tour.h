@@ -12,8 +12,9 @@ namespace bench {
 // Called while the window stands there as a person would see it; `name` is fit for a file name.
 using Visit = std::function<void(const std::string& name, const Window& window)>;
 
-// The main window in both widths. It must have been started with a source. False, with a line on
-// standard error, as soon as something does not show within its time; so do the others.
+// The main window as it starts and in its other width. It must have been started with a source.
+// False, with a line on standard error, as soon as something does not show within its time; so do
+// the others.
 bool tourMainWindow(const std::string& program, const Visit& visit);
 
 // The small windows, and the opened system menu. The search must find an image within seconds.

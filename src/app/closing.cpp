@@ -10,12 +10,9 @@
 namespace pavoline {
 namespace {
 
-bool Agreed(Session& session) {
-  if (session.commandLine.install) return true;
-  const bool repair = session.activity == Activity::kRepairingBoot;
-  return Message(session,
-                 repair ? More(session, kMoreCloseRepair) : String(session, kTextCloseQuestion),
-                 kQuestionError, String(session, kTextCloseTitle)) == kAnswerOk;
+bool Agreed(Session& session, const std::string& question) {
+  return session.commandLine.install ||
+         Message(session, question, kQuestionError, String(session, kTextCloseTitle)) == kAnswerOk;
 }
 
 void EndTools(Session& session) {
@@ -36,10 +33,23 @@ bool QueryUnload(Session& session) {
     case Closing::kAsk:
       break;
   }
-  if (!Agreed(session)) return false;
+  const bool repair = asked == Activity::kRepairingBoot;
+  if (!Agreed(session,
+              repair ? More(session, kMoreCloseRepair) : String(session, kTextCloseQuestion))) {
+    return false;
+  }
   // The work may have come to its end while the question was open.
   if (session.activity == Activity::kInstalling) EndTools(session);
   return true;
+}
+
+void StopRequested(Session& session) {
+  const auto asked = session.installation;
+  if (!asked || !Agreed(session, More(session, kMoreStopQuestion))) return;
+  // It may have come to its end while the question was open.
+  if (session.installation != asked) return;
+  EndTools(session);
+  StopInstallation(session);
 }
 
 void Unload(Session& session) {

@@ -9,6 +9,10 @@ namespace pavoline {
 // stays open.
 bool QueryUnload(Session& session);
 
+// The Stop button: the same question and the same ends of tools, but the window stays, so that the
+// person can choose anew. An unattended run ends.
+void StopRequested(Session& session);
+
 // The window goes: what the program mounted is dismounted and what it searches is stopped.
 void Unload(Session& session);
 

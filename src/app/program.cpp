@@ -43,6 +43,8 @@ void Program::connect() {
   form.combo1.onChange = [&session] { SourceChanged(session); };
   form.combo[kEditions].onChange = [&session] { ShowEditionDetails(session); };
   form.search.onClick = [&session] { ToggleSearch(session); };
+  form.menu.onClick = [&session] { OpenMenu(session); };
+  form.stop.onClick = [&session] { StopRequested(session); };
   for (int index = 0; index <= kStart; ++index) {
     form.command1[index].onClick = [&session, index] { Command1_Click(session, index); };
   }
@@ -61,6 +63,7 @@ void Program::connect() {
   };
   form.timer3.onTick = [&session] { DriverTick(session); };
   form.timer4.onTick = [&session] { AutoStartTick(session); };
+  form.overallTimer.onTick = [&session] { OverallTick(session); };
 }
 
 }  // namespace pavoline

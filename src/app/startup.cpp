@@ -1,6 +1,7 @@
 #include "app/startup.h"
 
 #include "app/command_line.h"
+#include "app/hot_keys.h"
 #include "app/main_buttons.h"
 #include "app/runtime_files.h"
 #include "config/language.h"
@@ -88,6 +89,12 @@ void HideAdvancedMode(Session& session) {
   session.form.setSize(kNarrowWidth, session.form.height());
 }
 
+// Where the whole window has no room it starts as F2 would make it.
+void StartNarrowOnSmallScreen(Session& session) {
+  const int room = session.platform.environment.screenRoom().width;
+  if (session.form.width() == kWideWidth && room < kWideWidth) ToggleWidth(session);
+}
+
 // An unattended run is watched, not operated: only the edition may be changed, and Start is
 // pressed by the auto-start check.
 void LockForUnattended(Session& session) {
@@ -164,6 +171,7 @@ bool LoadMainWindow(Session& session) {
   BuildSystemMenu(session);
   LoadIni(session);
   HideAdvancedMode(session);
+  StartNarrowOnSmallScreen(session);
   CreateTaskbarProgress(session);
   session.form.timer2.setEnabled(true);
   return true;

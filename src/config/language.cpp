@@ -92,6 +92,8 @@ void ApplyCaptions(Session& session) {
   form.command1[kStart].setText(String(session, kTextStart));
   form.status.setText(String(session, kTextStatusNormal));
   form.search.setText(String(session, kTextSearch));
+  form.menu.setText(More(session, kMoreMenu) + " \u25bc");
+  form.stop.setText(More(session, kMoreStop));
   form.label[0].setText(caption(kCaptionImage));
   form.label[1].setText(caption(kCaptionEdition));
   form.label[2].setText(caption(kCaptionBootPartition));
@@ -106,6 +108,44 @@ void ApplyCaptions(Session& session) {
   form.check[kRunPlugin].setText(caption(kCaptionPlugin));
   form.frame[kOptionsFrame].setText(caption(kCaptionOptions));
   form.frame[kDetailsFrame].setText(String(session, kTextDetails));
+}
+
+// A caption as it is spoken: without the mark of its access key, colon and dots.
+std::string Spoken(const std::string& caption) {
+  std::string text = caption;
+  if (const auto key = text.find("(&"); key != std::string::npos) text.erase(key, 4);
+  text = ReplaceAll(text, "&", "");
+  for (const std::string_view end : {"...", ":", "\uff1a"}) {
+    if (EndsWith(text, end)) text.resize(text.size() - end.size());
+  }
+  return text;
+}
+
+// What shows no text of its own, or the same as its neighbour, is told apart by a name; that of a
+// button is its tooltip as well.
+void NameControls(Session& session) {
+  Form1& form = session.form;
+  const auto caption = [&](CaptionNumber n) { return Spoken(session.texts.captions[n]); };
+  form.text[kAnswerFile].setSpokenName(caption(kCaptionAnswerFile));
+  form.text[kDriverFolder].setSpokenName(caption(kCaptionDrivers));
+  form.combo2.setSpokenName(caption(kCaptionPlugin));
+  form.progressBar1.setSpokenName(More(session, kMoreProgress));
+  form.menu.setSpokenName(Spoken(More(session, kMoreMenu)));
+  const auto browse = [&](CaptionNumber n) {
+    return String(session, kTextBrowseTitle) + " - " + caption(n);
+  };
+  const std::pair<CommandIndex, std::string> buttons[] = {
+      {kBrowseImage, browse(kCaptionImage)},
+      {kChooseBoot, String(session, kTextChooseBootTitle)},
+      {kChooseInstall, String(session, kTextChooseInstallTitle)},
+      {kBrowseAnswerFile, browse(kCaptionAnswerFile)},
+      {kBrowseDrivers, browse(kCaptionDrivers)},
+      {kBrowsePlugin, browse(kCaptionPlugin)},
+  };
+  for (const auto& [index, name] : buttons) {
+    form.command1[index].setSpokenName(name);
+    form.command1[index].setTooltip(name);
+  }
 }
 
 // Profile reads strip blanks and one pair of quotes, so a text that has them at its ends is quoted.
@@ -124,6 +164,7 @@ void LoadLanguage(Session& session) {
   ReadTables(session);
   ReadMore(session);
   ApplyCaptions(session);
+  NameControls(session);
 }
 
 bool WriteLanguageFile(Session& session, const std::string& path) {

@@ -10,21 +10,13 @@ namespace pavoline {
 
 std::optional<LetterlessBoot> FindLetterlessBoot(Session& session,
                                                  const std::string& installDrive) {
-  const auto target = FindVolume(session, installDrive);
-  if (!target) return std::nullopt;
-  const int disk = LeadingInteger16(target->address);
-  const PartitionEntry* found = nullptr;
-  for (const PartitionEntry& entry : session.partitions) {
-    if (!IsBootCandidate(entry) || entry.diskNumber() != disk) continue;
-    if (found != nullptr || !entry.drive().empty()) return std::nullopt;
-    found = &entry;
-  }
+  const PartitionEntry* found = LetterlessBootEntry(session, installDrive);
   const std::string letter = GetULetter(DriveList(session, 0));
   if (found == nullptr || letter.empty()) return std::nullopt;
   const std::string address = found->address();
   const auto colon = address.find(':');
   if (colon == std::string::npos) return std::nullopt;
-  return LetterlessBoot{static_cast<std::uint32_t>(disk),
+  return LetterlessBoot{static_cast<std::uint32_t>(found->diskNumber()),
                         static_cast<std::uint32_t>(LeadingNumber(address.substr(colon + 1))),
                         letter + ":"};
 }

@@ -14,8 +14,8 @@ struct LetterlessBoot {
   std::string letter;                     // that it could get, "V:"
 };
 
-// The one boot candidate on the disk of the install partition, when it has no letter. Nothing when
-// a candidate there has one, or there are several without.
+// The boot partition of the install partition's disk that lacks a letter (LetterlessBootEntry), and
+// a letter for it. Nothing when there is none, or no letter is free.
 std::optional<LetterlessBoot> FindLetterlessBoot(Session& session, const std::string& installDrive);
 
 // Gives it its letter and enters that as the boot partition. False when the system refused.

@@ -86,7 +86,7 @@ bool RunLister(Session& session) {
            BatchPath(session, session.paths.appDir) + "\\Bin\\CxDir\\" +
                session.paths.imageToolArch + "\\CxDir.exe -vaskor",
            "GetPart");
-  if (session.form.unloaded()) return false;
+  if (Interrupted(session)) return false;
   const std::string path = TempFile(session, "GetPart.log");
   const auto log = session.platform.files.read(path);
   if (!log) {
@@ -106,8 +106,7 @@ std::vector<PartitionRow> Rows(Session& session, bool install) {
     if (!(install ? IsInstallCandidate(entry) : IsBootCandidate(entry))) continue;
     const bool removable = session.platform.drives.type(entry.drive()) == kDriveRemovable;
     if (removable && !session.options.usbPartition) continue;
-    rows.push_back({{entry.drive(), entry.label(), entry.disk(), entry.fileSystem(), entry.size()},
-                    entry.diskNumber()});
+    rows.push_back(RowOf(entry));
   }
   const int ours = ProgramDisk(session);
   std::stable_partition(rows.begin(), rows.end(), [&](const PartitionRow& row) {
@@ -124,12 +123,21 @@ const PartitionEntry* EntryOf(const Session& session, const std::string& drive) 
   return nullptr;
 }
 
+std::string Describe(const Session& session, const PartitionEntry& entry) {
+  const std::string label = entry.label().empty() ? More(session, kMoreNoLabel) : entry.label();
+  std::string text = More(session, kMoreVolumeFacts);
+  text = ReplaceAll(text, "%size%", entry.size());
+  text = ReplaceAll(text, "%fs%", entry.fileSystem());
+  text = ReplaceAll(text, "%disk%", entry.disk());
+  return ReplaceAll(text, "%label%", label);  // last: a label may hold anything
+}
+
 }  // namespace
 
 bool GetPart(Session& session) {
   // The interpreter may leave a redirected log empty: an empty list is believed the second time.
   if (RunLister(session)) return true;
-  return !session.form.unloaded() && RunLister(session);
+  return !Interrupted(session) && RunLister(session);
 }
 
 // Only sizes given in GB count, and only above 1: smaller partitions hold no system. The lister
@@ -144,6 +152,11 @@ bool IsBootCandidate(const PartitionEntry& entry) {
   if (entry.fieldCount() < kBootFields) return false;
   return (entry.style() == "GPT" && entry.kind() == "EFI") ||
          (entry.style() == "MBR" && entry.kind() == "Primary" && entry.active());
+}
+
+PartitionRow RowOf(const PartitionEntry& entry) {
+  return {{entry.drive(), entry.label(), entry.disk(), entry.fileSystem(), entry.size()},
+          entry.diskNumber()};
 }
 
 void FillPartitionList(Session& session, PartitionListKind kind) {
@@ -167,7 +180,11 @@ bool RefreshPartitions(Session& session) {
     const TextBox& field =
         form.text[kind == PartitionListKind::kInstall ? kInstallPartition : kBootPartition];
     const bool there = !field.text().empty() && session.platform.files.exists(field.text());
-    if (!there) FillPartitionList(session, kind);
+    // An empty boot field may stand for the partition without a letter.
+    const bool letterless =
+        &field == &form.text[kBootPartition] && field.text().empty() &&
+        LetterlessBootEntry(session, form.text[kInstallPartition].text()) != nullptr;
+    if (!there && !letterless) FillPartitionList(session, kind);
   }
   ShowPartitionFacts(session);
   return fresh;
@@ -185,21 +202,32 @@ std::optional<TargetVolume> FindVolume(Session& session, const std::string& driv
                       session.platform.drives.facts(drive)};
 }
 
+const PartitionEntry* LetterlessBootEntry(const Session& session, const std::string& installDrive) {
+  const PartitionEntry* target = EntryOf(session, installDrive);
+  if (target == nullptr || target->diskNumber() == 0) return nullptr;
+  const PartitionEntry* found = nullptr;
+  for (const PartitionEntry& entry : session.partitions) {
+    if (!IsBootCandidate(entry) || entry.diskNumber() != target->diskNumber()) continue;
+    if (found != nullptr || !entry.drive().empty()) return nullptr;
+    found = &entry;
+  }
+  return found;
+}
+
 std::string DescribeVolume(const Session& session, const std::string& drive) {
   const PartitionEntry* entry = EntryOf(session, drive);
-  if (entry == nullptr) return {};
-  const std::string label = entry->label().empty() ? More(session, kMoreNoLabel) : entry->label();
-  std::string text = More(session, kMoreVolumeFacts);
-  text = ReplaceAll(text, "%size%", entry->size());
-  text = ReplaceAll(text, "%fs%", entry->fileSystem());
-  text = ReplaceAll(text, "%disk%", entry->disk());
-  return ReplaceAll(text, "%label%", label);  // last: a label may hold anything
+  return entry == nullptr ? std::string() : Describe(session, *entry);
 }
 
 void ShowPartitionFacts(Session& session) {
+  Form1& form = session.form;
   for (const int index : {kBootPartition, kInstallPartition}) {
-    session.form.facts[index].setText(DescribeVolume(session, session.form.text[index].text()));
+    form.facts[index].setText(DescribeVolume(session, form.text[index].text()));
   }
+  if (!form.text[kBootPartition].text().empty()) return;
+  const PartitionEntry* boot = LetterlessBootEntry(session, form.text[kInstallPartition].text());
+  if (boot == nullptr) return;
+  form.facts[kBootPartition].setText(More(session, kMoreNoLetter) + " " + Describe(session, *boot));
 }
 
 }  // namespace pavoline

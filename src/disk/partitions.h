@@ -15,6 +15,8 @@ enum class PartitionListKind { kInstall, kBoot };
 // empty one, could be had in two tries; without its log the list stays.
 bool GetPart(Session& session);
 
+PartitionRow RowOf(const PartitionEntry& entry);
+
 bool IsInstallCandidate(const PartitionEntry& entry);
 bool IsBootCandidate(const PartitionEntry& entry);
 
@@ -32,10 +34,14 @@ bool RefreshPartitions(Session& session);
 // Nothing when the list does not show the drive.
 std::optional<TargetVolume> FindVolume(Session& session, const std::string& drive);
 
+// The one boot candidate on the disk of the install partition, when it has no letter. Null when a
+// candidate there has one, or there are several without.
+const PartitionEntry* LetterlessBootEntry(const Session& session, const std::string& installDrive);
+
 // One line on a listed volume for a person: label, size, file system, disk. Empty when not listed.
 std::string DescribeVolume(const Session& session, const std::string& drive);
 
-// The same below both partition fields.
+// The same below both partition fields; below an empty boot field what Start would use.
 void ShowPartitionFacts(Session& session);
 
 }  // namespace pavoline

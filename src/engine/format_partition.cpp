@@ -48,7 +48,7 @@ StepResult FormatInstallPartition(Session& session, const Plan& plan) {
       session, program + " " + drive + " /FS:NTFS" + LabelOption(plan.target.label) + " /q /x /y",
       ShowMode::kHidden);
   session.platform.taskbar.setProgressState(TaskbarState::kNone);
-  if (form.unloaded()) return StepResult::Closed();
+  if (Interrupted(session)) return StepResult::Closed();
   if (end.started && end.exitCode) return StepResult::Done();
   return StepResult::Failed({ReplaceAll(More(session, kMoreNotStarted), "%f%", program),
                              String(session, kTextError), kErrorMessage, ExitCode::kToolMissing});

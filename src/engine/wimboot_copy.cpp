@@ -10,7 +10,7 @@
 namespace pavoline {
 namespace {
 
-// Copies with the main progress bar as witness; a closed window cancels.
+// Copies with the main progress bar as witness; whatever interrupts cancels.
 bool CopyShowingProgress(Session& session, const std::string& from, const std::string& to) {
   const auto progress = [&session](std::uint64_t done, std::uint64_t total) {
     ProgressBar& bar = session.form.progressBar1;
@@ -20,7 +20,7 @@ bool CopyShowingProgress(Session& session, const std::string& from, const std::s
       CallW7TaskProgress(session);
     }
     session.platform.processes.handleEvents();
-    return !session.form.unloaded();
+    return !Interrupted(session);
   };
   Journal(session, "copy " + from + " to " + to);
   return session.platform.files.copyWithProgress(from, to, progress);
@@ -30,25 +30,26 @@ std::string Folder(const Plan& plan) { return plan.target.drive + "\\System Volu
 
 }  // namespace
 
+bool IsCopied(const Plan& plan) { return plan.apply.wimcopy && plan.kind == ImageKind::kWim; }
+
 std::string WimbootCopyPath(const Plan& plan) { return Folder(plan) + "\\Install.wim"; }
 
 StepResult CopyImageForWimboot(Session& session, const Plan& plan) {
-  const Form1& form = session.form;
   const std::string folder = Folder(plan);
 
   if (!session.platform.files.exists(folder)) session.platform.files.createFolder(folder);
   RunBatch(session, "takeown /f " + BatchPath(session, folder) + " /a /r /d y", "takeown");
-  if (form.unloaded()) return StepResult::Closed();
+  if (Interrupted(session)) return StepResult::Closed();
 
   session.form.status.setText(String(session, kTextCopyingImage));
   const bool copied = CopyShowingProgress(session, plan.source, WimbootCopyPath(plan));
-  if (form.unloaded()) return StepResult::Closed();
+  if (Interrupted(session)) return StepResult::Closed();
   if (!copied) {
     return StepResult::Failed({"Copy failed! ", String(session, kTextInformation), kErrorMessage,
                                ExitCode::kImagingFailed});
   }
   RunBatch(session, "echo y|cacls " + BatchPath(session, folder) + " /T /Grant SYSTEM:F", "cacls");
-  return form.unloaded() ? StepResult::Closed() : StepResult::Done();
+  return Interrupted(session) ? StepResult::Closed() : StepResult::Done();
 }
 
 }  // namespace pavoline

@@ -8,6 +8,9 @@
 
 namespace pavoline {
 
+// Only a WIM can back a system that runs from the copy; an ESD is applied from where it lies.
+bool IsCopied(const Plan& plan);
+
 // Where an image is applied from when it is first copied into the install partition.
 std::string WimbootCopyPath(const Plan& plan);
 

@@ -50,6 +50,11 @@ class Control {
   const std::string& tooltip() const { return tooltip_; }
   void setTooltip(const std::string& tooltip) { set(tooltip_, tooltip); }
 
+  // What a screen reader calls the control where neither its own text nor a label before it says
+  // enough; empty: it goes by these.
+  const std::string& spokenName() const { return spokenName_; }
+  void setSpokenName(const std::string& name) { set(spokenName_, name); }
+
   // A word for the logic's own use, never shown.
   const std::string& tag() const { return tag_; }
   void setTag(const std::string& tag) { tag_ = tag; }
@@ -78,6 +83,7 @@ class Control {
   bool visible_ = true;
   Rect bounds_;
   std::string tooltip_;
+  std::string spokenName_;
   std::string tag_;
   unsigned revision_ = 0;
 };

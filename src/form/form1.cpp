@@ -8,6 +8,7 @@ Form1::Form1() : Form("Form1") {
                                                           &combo1,
                                                           &command1[kBrowseImage],
                                                           &search,
+                                                          &menu,
                                                           &label[1],
                                                           &combo[kEditions],
                                                           &label[2],
@@ -21,9 +22,6 @@ Form1::Form1() : Form("Form1") {
                                                           &check[kDoNotFormat],
                                                           &check[kRepairBoot],
                                                           &check[kRestart],
-                                                          &status,
-                                                          &progressBar1,
-                                                          &command1[kStart],
                                                           &frame[kOptionsFrame],
                                                           &check[kUseAnswerFile],
                                                           &text[kAnswerFile],
@@ -35,14 +33,21 @@ Form1::Form1() : Form("Form1") {
                                                           &combo2,
                                                           &command1[kBrowsePlugin],
                                                           &frame[kDetailsFrame],
-                                                          &details}) {
+                                                          &details,
+                                                          &status,
+                                                          &progressBar1,
+                                                          &overall,
+                                                          &stop,
+                                                          &command1[kStart]}) {
     add(*control);
   }
-  for (Timer* timer : {&timer1, &timer2, &timer3, &timer4}) add(*timer);
+  for (Timer* timer : {&timer1, &timer2, &timer3, &timer4, &overallTimer}) add(*timer);
   timer1.setInterval(kApplyMonitorInterval);
   timer2.setInterval(kStartupInterval);
   timer3.setInterval(kDriverMonitorInterval);
   timer4.setInterval(kAutoStartInterval);
+  overallTimer.setInterval(kOverallInterval);
+  stop.setVisible(false);
   for (int index : {kBrowseImage, kBrowseAnswerFile, kBrowseDrivers, kBrowsePlugin}) {
     command1[index].setText("...");
   }

@@ -37,6 +37,7 @@ inline constexpr int kGhostWaitInterval = 1000;      // Timer2
 inline constexpr int kGhostFollowInterval = 500;     // Timer2
 inline constexpr int kDriverMonitorInterval = 1000;  // Timer3
 inline constexpr int kAutoStartInterval = 1000;      // Timer4
+inline constexpr int kOverallInterval = 1000;
 
 // The main window.
 class Form1 : public Form {
@@ -46,17 +47,21 @@ class Form1 : public Form {
   Label label[4];         // image, edition, boot partition, install partition
   ComboBox combo1{true};  // image source path
   Button search;          // starts and stops the image search
+  Button menu;            // opens the entries of the system menu
   ComboBox combo[2];      // editions; their details (never shown, kept in step with the first)
   TextBox text[4];
   Label facts[2];         // what is known of the two chosen partitions, by TextIndex
   ComboBox combo2{true};  // plug-in program
   CheckBox check[6];
   Button command1[7];
+  Button stop;  // shown while an installation runs
   Label status;
   Label details;  // in the details frame: what is known of the chosen edition
   Frame frame[2];
   ProgressBar progressBar1;
+  Label overall;  // below the bar: how far the whole installation is
   Timer timer1, timer2, timer3, timer4;
+  Timer overallTimer;
 };
 
 }  // namespace pavoline

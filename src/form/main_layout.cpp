@@ -10,13 +10,13 @@ namespace {
 // Buttons whose widths, in pixels, follow the length of a language's texts. Labels stand above
 // their fields and check boxes in lines of their own, so that they have room in every language.
 struct Widths {
-  int search, choose, start;
+  int search, menu, choose, stop, start;
 };
 
-constexpr Widths kCommon = {80, 88, 100};
-constexpr Widths kChinese = {76, 80, 92};
-constexpr Widths kGerman = {84, 100, 128};
-constexpr Widths kJapanese = {88, 92, 128};
+constexpr Widths kCommon = {80, 70, 88, 72, 100};
+constexpr Widths kChinese = {76, 84, 80, 72, 92};
+constexpr Widths kGerman = {84, 70, 100, 80, 128};
+constexpr Widths kJapanese = {88, 96, 92, 72, 128};
 
 const Widths& WidthsOf(unsigned locale) {
   switch (locale) {
@@ -40,14 +40,15 @@ constexpr int kColumnGap = 16;
 constexpr int kRight = kLeftEnd + 12;
 constexpr int kRightEnd = kWideWidth / kTwipsPerPixel - kFramePixels - kMargin;
 constexpr int kFrameInset = 11;
-constexpr int kBottom = 345;
+constexpr int kBottom = 364;
 
 constexpr int kImageTop = 11;
 constexpr int kEditionTop = 63;
 constexpr int kPartitionTop = 115;
 constexpr int kChecksTop = 203;
 constexpr int kStatusTop = 283;
-constexpr int kStartTop = kBottom - kButtonHeight;
+constexpr int kOverallTop = kBottom - kLabelHeight;
+constexpr int kStartTop = kOverallTop - 4 - kButtonHeight;
 constexpr int kFieldBelowLabel = 18;
 constexpr int kCheckPitch = 23;
 constexpr int kFactsHeight = 2 * kLabelHeight;       // a long disk name takes a second line
@@ -56,11 +57,13 @@ constexpr int kStatusHeight = 2 * kLabelHeight + 2;  // two lines, for the longe
 void PlaceImageAndEdition(Form1& form, const Widths& widths) {
   form.label[0].setBounds(Pixels(kLeft, kImageTop, kLeftEnd - kLeft, kLabelHeight));
   const int row = kImageTop + kFieldBelowLabel;
-  const int search = kLeftEnd - widths.search;
+  const int menu = kLeftEnd - widths.menu;
+  const int search = menu - kGap - widths.search;
   const int browse = search - kGap - kBrowseWidth;
   form.combo1.setBounds(Pixels(kLeft, row, browse - kGap - kLeft, kFieldHeight));
   form.command1[kBrowseImage].setBounds(Pixels(browse, row, kBrowseWidth, kFieldHeight));
   form.search.setBounds(Pixels(search, row, widths.search, kFieldHeight));
+  form.menu.setBounds(Pixels(menu, row, widths.menu, kFieldHeight));
 
   form.label[1].setBounds(Pixels(kLeft, kEditionTop, kLeftEnd - kLeft, kLabelHeight));
   form.combo[kEditions].setBounds(
@@ -93,9 +96,10 @@ void PlaceChecksAndStart(Form1& form, const Widths& widths) {
   }
   form.status.setBounds(Pixels(kLeft, kStatusTop, kLeftEnd - kLeft, kStatusHeight));
   const int start = kLeftEnd - widths.start;
-  form.progressBar1.setBounds(
-      Pixels(kLeft, kStartTop + 3, start - kGap - kLeft, kButtonHeight - 6));
   form.command1[kStart].setBounds(Pixels(start, kStartTop, widths.start, kButtonHeight));
+  form.stop.setBounds(Pixels(start - kGap - widths.stop, kStartTop, widths.stop, kButtonHeight));
+  form.overall.setBounds(Pixels(kLeft, kOverallTop, kLeftEnd - kLeft, kLabelHeight));
+  ShowStopButton(form, form.stop.visible());
 }
 
 struct OptionRow {
@@ -142,6 +146,14 @@ void LayOutMainWindow(Form1& form, unsigned locale) {
   PlaceChecksAndStart(form, widths);
   PlaceOptions(form);
   form.setSize(form.width(), (kBottom + kMargin) * kTwipsPerPixel);
+}
+
+void ShowStopButton(Form1& form, bool shown) {
+  form.stop.setVisible(shown);
+  const Control& next = shown ? form.stop : form.command1[kStart];
+  Rect bar = Pixels(kLeft, kStartTop + 3, 0, kButtonHeight - 6);
+  bar.width = next.bounds().left - kGap * kTwipsPerPixel - bar.left;
+  form.progressBar1.setBounds(bar);
 }
 
 void ShowOptionFrames(Form1& form, bool shown) {

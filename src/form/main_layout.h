@@ -12,4 +12,7 @@ void LayOutMainWindow(Form1& form, unsigned locale);
 // Shows or hides the option frames with all they hold.
 void ShowOptionFrames(Form1& form, bool shown);
 
+// Shows or hides the Stop button; the progress bar has its room meanwhile.
+void ShowStopButton(Form1& form, bool shown);
+
 }  // namespace pavoline

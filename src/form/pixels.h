@@ -12,6 +12,12 @@ constexpr Rect Pixels(int left, int top, int width, int height) {
           height * kTwipsPerPixel};
 }
 
+// The resolution to draw a window in, at most `dpi`, so that this many twips fit this many pixels.
+constexpr int FittingDpi(int dpi, int twips, int pixels) {
+  const long long most = 1440LL * pixels / (twips > 0 ? twips : 1);
+  return most < dpi ? static_cast<int>(most) : dpi;
+}
+
 // What a window's outer width has more than its inner one: a little above what the frames of
 // windows without sizing borders take (3 on each side), so that wider ones still leave a margin.
 inline constexpr int kFramePixels = 8;

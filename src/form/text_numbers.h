@@ -149,6 +149,16 @@ enum MoreNumber {
   kMoreSplitWimboot = 87,
   kMoreTooManyParts = 88,
   kMoreNoPassword = 80,
+  kMorePhase = 45,
+  kMoreGone = 46,
+  kMoreLeft = 47,
+  kMoreAtLeastLeft = 48,
+  kMorePercent = 49,
+  kMoreMenu = 50,
+  kMoreStopQuestion = 51,
+  kMoreColumnDiskNumber = 52,
+  kMoreColumnFree = 53,
+  kMoreProgress = 54,
 };
 
 enum CaptionNumber {

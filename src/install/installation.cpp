@@ -5,7 +5,9 @@
 
 #include "disk/lent_letter.h"
 #include "form/control_status.h"
+#include "form/main_layout.h"
 #include "install/order.h"
+#include "platform/environment.h"
 #include "platform/taskbar.h"
 #include "run/taskbar_progress.h"
 
@@ -62,11 +64,24 @@ void WakeAtEnd(Session& session, Installation& installation) {
   if (session.form.timer3.enabled()) WakeAtEnd(session, *installation.drivers.tool, DriverTick);
 }
 
+// No timer may follow what was stopped; Timer2 would begin the start-up anew.
+void EndStopped(Session& session) {
+  session.stopping = false;
+  Form1& form = session.form;
+  for (Timer* timer : {&form.timer1, &form.timer2, &form.timer3}) timer->setEnabled(false);
+  EndInstallation(
+      session,
+      {Outcome::kCancelled, CurrentStep(*session.installation), {"", "", 0, ExitCode::kCancelled}});
+}
+
 // Runs steps until one waits or the installation is over.
 void Proceed(Session& session, const Held& held) {
   for (const OrderedStep* step = StepAt(held->step); step != nullptr; step = StepAt(held->step)) {
     Journal(session, std::string("step: ") + step->name);
+    held->insideStep = true;
     const StepResult result = step->run(session, *held);
+    held->insideStep = false;
+    if (session.stopping && session.installation == held) return EndStopped(session);
     if (result.kind == StepResult::kWaits && session.installation == held) {
       WakeAtEnd(session, *held);
     }
@@ -111,11 +126,43 @@ void BeginInstallation(Session& session, Plan plan) {
   const Held held = std::make_shared<Installation>();
   held->plan = std::move(plan);
   held->activity = ActivityScope(session, Activity::kInstalling);
+  held->began = session.platform.environment.milliseconds();
   session.installation = held;
   ControlStatus(session.form, session.texts, false);
   session.form.progressBar1.setMaximum(100);
   session.form.progressBar1.setValue(0);
+  ShowStopButton(session.form, true);
+  session.form.overallTimer.setEnabled(true);
+  OverallTick(session);
   Proceed(session, held);
+}
+
+void OverallTick(Session& session) {
+  const Held held = session.installation;
+  if (!held) return;
+  const ProgressBar& bar = session.form.progressBar1;
+  const OrderedStep* step = StepAt(held->step);
+  const std::uint64_t now = session.platform.environment.milliseconds();
+  Overall overall{PhasesOf(held->plan), {}, now - held->began, 0};
+  if (step != nullptr && step->phase != nullptr) {
+    overall.now = step->phase(*held, bar.value() * 100 / bar.maximum());
+  }
+  if (overall.now && !held->phasesBegan) held->phasesBegan = now;
+  if (held->phasesBegan) overall.goneInPhases = now - *held->phasesBegan;
+  session.form.overall.setText(OverallLine(session.texts, overall));
+}
+
+void HideOverall(Session& session) {
+  session.form.overallTimer.setEnabled(false);
+  session.form.overall.setText("");
+  ShowStopButton(session.form, false);
+}
+
+void StopInstallation(Session& session) {
+  if (!session.installation) return;
+  Journal(session, "stopped");
+  session.stopping = session.installation->insideStep;
+  if (!session.stopping) EndStopped(session);
 }
 
 void ApplyTick(Session& session) {
@@ -139,6 +186,7 @@ void EndInstallation(Session& session, const Outcome& outcome) {
   // Over before it is told: a window closed over the message cancels nothing any more.
   const bool ran = session.installation != nullptr;
   if (ran) {
+    HideOverall(session);
     session.installation->activity.leave();
     session.installation.reset();
   }

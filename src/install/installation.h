@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,7 +20,11 @@ namespace pavoline {
 struct Installation {
   Plan plan;
   ActivityScope activity;
-  std::size_t step = 0;  // place in the order of the one that runs
+  std::size_t step = 0;     // place in the order of the one that runs
+  bool insideStep = false;  // the step has not returned; it may wait for a program
+
+  std::uint64_t began = 0;                   // milliseconds of the environment
+  std::optional<std::uint64_t> phasesBegan;  // the first time that the bar was filled
 
   ApplyRun apply;
   GhostRun ghost;
@@ -38,6 +44,15 @@ void BeginInstallation(Session& session, Plan plan);
 void ApplyTick(Session& session);
 void RestoreTick(Session& session);
 void DriverTick(Session& session);
+
+// Shows below the bar how far the whole is, once a second; hides it where nothing runs.
+void OverallTick(Session& session);
+void HideOverall(Session& session);
+
+// Stops the installation that runs: the window is idle again, or closed after an unattended run.
+// A step that waits for a program returns first, which it does at once; programs are left as they
+// are, so whoever calls ends those that must not go on.
+void StopInstallation(Session& session);
 
 // Ends an installation, or the attempt to start one: shows why it failed, gives the window back,
 // and notes the exit code. An unattended run ends the program.

@@ -30,7 +30,7 @@ StepResult Refused(Session& session, const std::string& text) {
 StepResult CheckAgain(Session& session, Installation& installation) {
   const Plan& plan = installation.plan;
   const bool listed = GetPart(session);
-  if (session.form.unloaded()) return StepResult::Closed();
+  if (Interrupted(session)) return StepResult::Closed();
   if (!listed || FindVolume(session, plan.target.drive) != plan.target) {
     Journal(session, "the volume behind " + plan.target.drive + " is not the confirmed one");
     return Refused(session, ReplaceAll(More(session, kMoreOtherVolume), "%ip%", plan.target.drive));
@@ -57,9 +57,6 @@ StepResult Format(Session& session, Installation& installation) {
   return FormatInstallPartition(session, plan);
 }
 
-// Only a WIM can back a system that runs from the copy; an ESD is applied from where it lies.
-bool IsCopied(const Plan& plan) { return plan.apply.wimcopy && plan.kind == ImageKind::kWim; }
-
 StepResult Copy(Session& session, Installation& installation) {
   const Plan& plan = installation.plan;
   return IsCopied(plan) ? CopyImageForWimboot(session, plan) : StepResult::Done();
@@ -82,7 +79,7 @@ StepResult WriteBoot(Session& session, Installation& installation) {
   const Plan& plan = installation.plan;
   const BootJob job{plan.bootDrive, plan.target.drive, plan.repairBoot, plan.language};
   const bool written = CallBootMbr(session, job, installation.appliedVersion);
-  if (session.form.unloaded()) return StepResult::Closed();
+  if (Interrupted(session)) return StepResult::Closed();
   installation.bootFilesLacking = !written || !BootToolsPresent(session);
   if (installation.bootFilesLacking) {
     installation.lacking.push_back(
@@ -131,7 +128,27 @@ StepResult JudgeDrivers(Session& session, Installation& installation) {
 StepResult Plugin(Session& session, Installation& installation) {
   const Plan& plan = installation.plan;
   if (!plan.plugin.empty()) CallPlugin(session, plan.plugin, {plan.target.drive, plan.bootDrive});
-  return session.form.unloaded() ? StepResult::Closed() : StepResult::Done();
+  return Interrupted(session) ? StepResult::Closed() : StepResult::Done();
+}
+
+std::optional<PhaseNow> Copying(const Installation& installation, int barPercent) {
+  return IsCopied(installation.plan) ? std::optional(PhaseNow{Phase::kCopy, barPercent})
+                                     : std::nullopt;
+}
+
+std::optional<PhaseNow> Applying(const Installation& installation, int barPercent) {
+  if (IsGhost(installation.plan)) {
+    const bool begun = installation.ghost.window != 0;
+    return begun ? std::optional(PhaseNow{Phase::kRestore, barPercent}) : std::nullopt;
+  }
+  const ApplyProgress& done = installation.apply.progress;
+  if (done.createPercent < 100) return PhaseNow{Phase::kCreate, done.createPercent};
+  if (done.extractPercent < 100) return PhaseNow{Phase::kExtract, done.extractPercent};
+  return PhaseNow{Phase::kMetadata, done.metadataPercent};
+}
+
+std::optional<PhaseNow> AddingDrivers(const Installation&, int barPercent) {
+  return PhaseNow{Phase::kDrivers, barPercent};
 }
 
 std::string EndText(Session& session, const Installation& installation) {
@@ -143,6 +160,7 @@ std::string EndText(Session& session, const Installation& installation) {
 
 // Without boot files a restart would lead nowhere.
 StepResult Finish(Session& session, Installation& installation) {
+  HideOverall(session);  // nothing runs behind the last message
   // The drivers may have left another maximum than percent.
   session.form.progressBar1.setMaximum(100);
   session.form.progressBar1.setValue(100);
@@ -157,22 +175,22 @@ StepResult Finish(Session& session, Installation& installation) {
     Message(session, text, complete ? kInformationMessage : kWarningMessage,
             String(session, kTextInformation));
   }
-  return session.form.unloaded() ? StepResult::Closed() : StepResult::Done();
+  return Interrupted(session) ? StepResult::Closed() : StepResult::Done();
 }
 
 // Before these the checks of Start were passed and the person has confirmed (start_checks.h).
 constexpr OrderedStep kOrder[] = {
-    {"check again", CheckAgain},
-    {"format", Format},
-    {"copy the image", Copy},
-    {"apply", Apply},
-    {"look at the system", LookAtSystem},
-    {"boot files", WriteBoot},
-    {"answer file", Answer},
-    {"drivers", Drivers},
-    {"judge the drivers", JudgeDrivers},
-    {"plug-in", Plugin},
-    {"end or restart", Finish},
+    {"check again", CheckAgain, nullptr},
+    {"format", Format, nullptr},
+    {"copy the image", Copy, Copying},
+    {"apply", Apply, Applying},
+    {"look at the system", LookAtSystem, nullptr},
+    {"boot files", WriteBoot, nullptr},
+    {"answer file", Answer, nullptr},
+    {"drivers", Drivers, AddingDrivers},
+    {"judge the drivers", JudgeDrivers, nullptr},
+    {"plug-in", Plugin, nullptr},
+    {"end or restart", Finish, nullptr},
 };
 
 }  // namespace

@@ -5,7 +5,9 @@
 
 namespace pavoline {
 
+class Control;
 class Form;
+struct MenuItem;
 
 // Message flags, as the platform has them.
 inline constexpr int kErrorMessage = 16;
@@ -47,6 +49,11 @@ class Dialogs {
   virtual std::string openFile(const FileRequest& request) = 0;
   virtual std::string saveFile(const FileRequest& request) = 0;
   virtual std::string chooseFolder(const std::string& title, const std::string& initialFolder) = 0;
+
+  // A menu of these entries below a control of a shown form: the number of the chosen one, 0 for
+  // none.
+  virtual int chooseFromMenu(const Form& form, const Control& below,
+                             const std::vector<MenuItem>& items) = 0;
 
   // Shows a form over the main window and returns when it has been unloaded.
   virtual void showModal(Form& form) = 0;

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace pavoline {
 
@@ -35,6 +36,11 @@ class Drives {
 
   virtual int type(const std::string& drive) = 0;  // one of the kDrive… values, or another
   virtual std::optional<std::uint64_t> freeBytes(const std::string& drive) = 0;
+
+  // The same for several drives at once, in their order. Waits no longer than that for all of them
+  // together; a drive that has not answered by then has nothing.
+  virtual std::vector<std::optional<std::uint64_t>> freeBytesSoon(
+      const std::vector<std::string>& drives, int milliseconds) = 0;
 
   // Nothing for a drive that lies on no partition of a disk.
   virtual std::optional<VolumePosition> position(const std::string& drive) = 0;

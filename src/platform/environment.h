@@ -10,6 +10,11 @@ struct LocalTime {
   int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0, millisecond = 0;
 };
 
+// In twips, 1440 to the inch at the resolution that windows are drawn in.
+struct ScreenRoom {
+  int width = 0, height = 0;
+};
+
 // What the program asks about the machine and the process it runs in.
 class Environment {
  public:
@@ -29,6 +34,7 @@ class Environment {
   virtual void setThreadLocale(unsigned locale) = 0;
 
   virtual bool fontExists(const std::string& name) = 0;
+  virtual ScreenRoom screenRoom() = 0;  // what the main screen leaves to windows
 
   virtual LocalTime now() = 0;
   // Since some fixed moment; never set back, unlike the clock.

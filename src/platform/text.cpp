@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 
 namespace pavoline {
 namespace {
@@ -91,6 +92,15 @@ bool IsNumeric(std::string_view text) {
   std::size_t pos = 0;
   double value = 0;
   return ReadNumber(text, pos, value) && pos == text.size();
+}
+
+std::string ReadableSize(std::uint64_t bytes) {
+  const double megabytes = static_cast<double>(bytes) / (1 << 20);
+  const bool large = megabytes >= 1024;
+  char text[32];
+  std::snprintf(text, sizeof text, "%.2f%s", large ? megabytes / 1024 : megabytes,
+                large ? "GB" : "MB");
+  return text;
 }
 
 }  // namespace pavoline

@@ -80,7 +80,7 @@ bool WriteBootFiles(Session& session, const BootJob& job, const std::string& bcd
                     const std::string& systemDrive, const std::string& language) {
   bool written = false;
   for (const char* firmware : {"bios", "uefi"}) {
-    if (session.form.unloaded()) return written;
+    if (Interrupted(session)) return written;
     const ToolEnd end = ShellAndWait(session,
                                      CommandWord(bcdboot) + " " + systemDrive + "\\Windows /s " +
                                          job.bootDrive + " /f " + firmware + " /l " + language,
@@ -155,7 +155,7 @@ bool CallBootMbr(Session& session, const BootJob& job, float version) {
   session.form.status.setText(String(session, kTextBootFiles));
   Journal(session, "boot files on " + job.bootDrive);
   const bool written = WriteForJob(session, job);
-  if (session.form.unloaded()) return written;
+  if (Interrupted(session)) return written;
   WriteBootSector(session, job.bootDrive,
                   version < kFirstNewLoader ? VersionOnAnyPartition(session, version) : version);
   return written;

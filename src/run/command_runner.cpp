@@ -64,15 +64,16 @@ bool WriteBatch(Session& session, const std::string& path, const std::string& te
   return WriteScript(session, path, text, session.platform.text.toConsole(text));
 }
 
-// There is no time-out where a person can close the window. Nobody watches an unattended run: there
-// a tool that hangs is given up, which its caller sees as a tool that has done nothing.
+// There is no time-out where a person can stop the installation or close the window. Nobody watches
+// an unattended run: there a tool that hangs is given up, which its caller sees as a tool that has
+// done nothing.
 constexpr std::uint64_t kLongestUnwatched = 3'600'000;  // milliseconds
 
 // False when the program was given up.
 bool AwaitEnd(Session& session, StartedProgram& program) {
   constexpr std::chrono::seconds kLook(60);
   const std::uint64_t began = session.platform.environment.milliseconds();
-  while (program.running() && !session.form.unloaded()) {
+  while (program.running() && !Interrupted(session)) {
     program.waitHandlingEvents(kLook);
     const std::uint64_t waited = session.platform.environment.milliseconds() - began;
     if (!session.commandLine.install || waited < kLongestUnwatched) continue;

@@ -22,7 +22,7 @@ struct StepResult {
     kDone,    // on to the next step
     kWaits,   // its program runs; a timer will tell the end
     kFailed,  // `failure` says why
-    kClosed,  // the window is gone
+    kClosed,  // the window is gone, or the installation was stopped
   };
   Kind kind = kDone;
   Failure failure;

@@ -34,6 +34,8 @@ const std::string& More(const Session& session, int n) {
 
 bool May(const Session& session, Action action) { return MayDo(session.activity, action); }
 
+bool Interrupted(const Session& session) { return session.form.unloaded() || session.stopping; }
+
 std::string TempFile(Session& session, const std::string& name) {
   return session.platform.environment.variable("windir") + "\\temp\\" + name;
 }

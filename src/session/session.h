@@ -70,11 +70,16 @@ struct Session {
   Activity activity = Activity::kStarting;
   std::function<void()> activityChanged;       // brings the menu in line
   std::shared_ptr<Installation> installation;  // the one that runs; install/installation.h
+  bool stopping = false;  // it was stopped inside a step, which has not returned yet
   ExitCode exitCode = ExitCode::kCancelled;
 };
 
 // May the program be asked for this now?
 bool May(const Session& session, Action action);
+
+// The window is gone, or the installation was stopped: every wait for a program returns soon, and
+// code of a step that resumes from one does nothing more.
+bool Interrupted(const Session& session);
 
 // String(n) of the language in use.
 const std::string& String(const Session& session, int n);

@@ -3,6 +3,7 @@
 #include "disk/partitions.h"
 #include "form/text_numbers.h"
 #include "platform/dialogs.h"
+#include "platform/drives.h"
 #include "platform/text.h"
 #include "session/activity_scope.h"
 #include "ui/dialog_layout.h"
@@ -13,21 +14,22 @@ namespace {
 
 class PartitionChooser : public Form {
  public:
-  PartitionChooser(const Session& session, const std::vector<PartitionRow>& rows, int title,
+  PartitionChooser(Session& session, const std::vector<PartitionRow>& rows, int title,
                    TextBox& field);
 
  private:
-  void fillList(const Session& session, const std::vector<PartitionRow>& rows);
+  void fillList(Session& session, const std::vector<PartitionRow>& rows);
   void layOut();
   void take();
 
   TextBox& field_;
+  std::vector<std::string> drives_;  // of the rows
   ListView list_;
   Label noPartition_;
   Button ok_, cancel_;
 };
 
-PartitionChooser::PartitionChooser(const Session& session, const std::vector<PartitionRow>& rows,
+PartitionChooser::PartitionChooser(Session& session, const std::vector<PartitionRow>& rows,
                                    int title, TextBox& field)
     : Form("PartitionChooser"), field_(field) {
   setCaption(String(session, title));
@@ -35,6 +37,7 @@ PartitionChooser::PartitionChooser(const Session& session, const std::vector<Par
   ok_.setText(String(session, kTextOk));
   cancel_.setText(String(session, kTextCancel));
   noPartition_.setText(String(session, kTextNoPartition));
+  list_.setSpokenName(String(session, title));
   for (Control* control : std::initializer_list<Control*>{&list_, &noPartition_, &ok_, &cancel_}) {
     add(*control);
   }
@@ -49,21 +52,37 @@ PartitionChooser::PartitionChooser(const Session& session, const std::vector<Par
   cancel_.onClick = [this] { close(); };
 }
 
-void PartitionChooser::fillList(const Session& session, const std::vector<PartitionRow>& rows) {
-  list_.setColumns({{String(session, kTextColumnDrive), 74 * kTwipsPerPixel},
-                    {String(session, kTextColumnLabel), 116 * kTwipsPerPixel},
-                    {String(session, kTextColumnDisk), 182 * kTwipsPerPixel},
-                    {String(session, kTextColumnFileSystem), 116 * kTwipsPerPixel},
-                    {String(session, kTextColumnSize), 90 * kTwipsPerPixel, true}});
+// The disk's number as diskpart and Disk Management count, from 0.
+std::string DiskNumber(const PartitionRow& row) {
+  return row.diskNumber > 0 ? std::to_string(row.diskNumber - 1) : std::string();
+}
+
+// The stated columns, and behind them what tells equal disks apart.
+void PartitionChooser::fillList(Session& session, const std::vector<PartitionRow>& rows) {
+  list_.setColumns({{String(session, kTextColumnDrive), 104 * kTwipsPerPixel},
+                    {String(session, kTextColumnLabel), 112 * kTwipsPerPixel},
+                    {String(session, kTextColumnDisk), 156 * kTwipsPerPixel},
+                    {String(session, kTextColumnFileSystem), 112 * kTwipsPerPixel},
+                    {String(session, kTextColumnSize), 78 * kTwipsPerPixel, true},
+                    {More(session, kMoreColumnDiskNumber), 86 * kTwipsPerPixel, true},
+                    {More(session, kMoreColumnFree), 84 * kTwipsPerPixel, true}});
+  for (const PartitionRow& row : rows) drives_.push_back(row.drive());
+  constexpr int kLongestWait = 500;  // milliseconds; a card reader may take seconds to answer
+  const auto free = session.platform.drives.freeBytesSoon(drives_, kLongestWait);
   std::vector<std::vector<std::string>> lines;
-  for (const PartitionRow& row : rows) lines.push_back(row.columns);
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    lines.push_back(rows[i].columns);
+    if (rows[i].drive().empty()) lines.back().front() = More(session, kMoreNoLetter);
+    lines.back().push_back(DiskNumber(rows[i]));
+    lines.back().push_back(free[i] ? ReadableSize(*free[i]) : std::string());
+  }
   list_.setRows(lines);
 
   const std::string current = LowerAscii(field_.text());
-  const auto match = std::find_if(rows.begin(), rows.end(), [&](const PartitionRow& row) {
-    return LowerAscii(row.drive()) == current;
+  const auto match = std::find_if(drives_.begin(), drives_.end(), [&](const std::string& drive) {
+    return LowerAscii(drive) == current;
   });
-  list_.select(match == rows.end() ? 0 : static_cast<int>(match - rows.begin()));
+  list_.select(match == drives_.end() ? 0 : static_cast<int>(match - drives_.begin()));
 
   list_.setVisible(!rows.empty());
   noPartition_.setVisible(rows.empty());
@@ -72,7 +91,7 @@ void PartitionChooser::fillList(const Session& session, const std::vector<Partit
 }
 
 void PartitionChooser::layOut() {
-  constexpr int kWidth = 622;
+  constexpr int kWidth = 776;
   constexpr int kHeight = 290;
   SetInnerSize(*this, kWidth, kHeight);
   PlaceEndButtons({&ok_, &cancel_}, kWidth, kHeight);
@@ -83,7 +102,7 @@ void PartitionChooser::layOut() {
 
 void PartitionChooser::take() {
   if (list_.selected() < 0) return;
-  field_.setText(list_.rows()[static_cast<std::size_t>(list_.selected())].front());
+  field_.setText(drives_[static_cast<std::size_t>(list_.selected())]);
   close();
 }
 
@@ -98,8 +117,12 @@ void ShowPartitionChooser(Session& session, PartitionPurpose purpose) {
     RefreshPartitions(session);
   }
   if (session.form.unloaded()) return;
-  PartitionChooser chooser(session, boot ? session.bootRows : session.installRows,
-                           boot ? kTextChooseBootTitle : kTextChooseInstallTitle,
+  std::vector<PartitionRow> rows = boot ? session.bootRows : session.installRows;
+  // Without a letter it is chosen by an empty field: Start offers to lend it one.
+  const PartitionEntry* letterless =
+      boot ? LetterlessBootEntry(session, session.form.text[kInstallPartition].text()) : nullptr;
+  if (letterless != nullptr) rows.push_back(RowOf(*letterless));
+  PartitionChooser chooser(session, rows, boot ? kTextChooseBootTitle : kTextChooseInstallTitle,
                            session.form.text[boot ? kBootPartition : kInstallPartition]);
   session.platform.dialogs.showModal(chooser);
 }

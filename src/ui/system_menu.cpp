@@ -166,6 +166,13 @@ void BuildSystemMenu(Session& session) {
   GreyMenu(session);
 }
 
+void OpenMenu(Session& session) {
+  Form1& form = session.form;
+  std::vector<MenuItem> items = form.systemMenu();
+  if (!items.empty() && items.back().separator()) items.pop_back();  // towards the system's own
+  HandleSystemCommand(session, session.platform.dialogs.chooseFromMenu(form, form.menu, items));
+}
+
 bool HandleSystemCommand(Session& session, int id) {
   const auto action = ActionOf(id);
   if (!action) return false;

@@ -25,6 +25,9 @@ enum MenuCommand {
 // do cannot be done.
 void BuildSystemMenu(Session& session);
 
+// The same entries below the main window's menu button; runs the one that is chosen.
+void OpenMenu(Session& session);
+
 // Runs a system-menu command; false for identifiers that are not the program's.
 bool HandleSystemCommand(Session& session, int id);
 

@@ -70,6 +70,9 @@ void VirtualDiskCreation::setTexts() {
   fixed_.setText(String(session_, kTextFixed));
   expandable_.setText(String(session_, kTextExpandable));
   browse_.setText("...");
+  browse_.setSpokenName(String(session_, kTextBrowseTitle));
+  browse_.setTooltip(String(session_, kTextBrowseTitle));
+  unit_.setSpokenName("MB, GB, TB");
   create_.setText(String(session_, kTextCreateNow));
   close_.setText(String(session_, kTextClose));
 }

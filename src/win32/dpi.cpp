@@ -3,7 +3,6 @@
 #include "win32/system_library.h"
 
 namespace pavoline {
-namespace {
 
 int ScreenDpi() {
   const HDC screen = GetDC(nullptr);
@@ -11,8 +10,6 @@ int ScreenDpi() {
   ReleaseDC(nullptr, screen);
   return dpi;
 }
-
-}  // namespace
 
 int DpiOfWindow(HWND window) {
   using GetDpi = UINT WINAPI(HWND);

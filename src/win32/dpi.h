@@ -6,6 +6,7 @@
 // all screens, later ones one for each; the newer functions are used where they exist.
 namespace pavoline {
 
+int ScreenDpi();  // of the main screen
 int DpiOfWindow(HWND window);
 
 inline int InPixels(int twips, int dpi) { return MulDiv(twips, dpi, 1440); }

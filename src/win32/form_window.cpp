@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "form/pixels.h"
 #include "resource_ids.h"
 #include "win32/dpi.h"
 #include "win32/message_loop.h"
@@ -61,6 +62,7 @@ FormWindow::FormWindow(Form& form, MessageLoop& loop, HWND owner)
 
 FormWindow::~FormWindow() {
   loop_.remove(*this);
+  dropSpokenNames();
   if (handle_ != nullptr) DestroyWindow(handle_);
   if (style_.font != nullptr) DeleteObject(style_.font);
 }
@@ -80,12 +82,13 @@ void FormWindow::create() {
   CreateWindowExW(isMain() ? kMainExtendedStyle : kModalExtendedStyle, className.c_str(), L"",
                   (isMain() ? kMainStyle : kModalStyle) | WS_CLIPCHILDREN, 0, 0, 0, 0, owner_,
                   nullptr, GetModuleHandleW(nullptr), this);
-  style_.dpi = DpiOfWindow(handle_);
+  dpi_ = DpiOfWindow(handle_);
+  style_.dpi = fittingDpi();
   if (isMain()) {
     SendMessageW(handle_, WM_SETICON, ICON_BIG,
-                 reinterpret_cast<LPARAM>(ProgramIcon(2 * SmallIconSize(style_.dpi))));
+                 reinterpret_cast<LPARAM>(ProgramIcon(2 * SmallIconSize(dpi_))));
     SendMessageW(handle_, WM_SETICON, ICON_SMALL,
-                 reinterpret_cast<LPARAM>(ProgramIcon(SmallIconSize(style_.dpi))));
+                 reinterpret_cast<LPARAM>(ProgramIcon(SmallIconSize(dpi_))));
   }
 
   tooltips_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
@@ -141,6 +144,7 @@ void FormWindow::sync() {
   for (auto& view : views_) view->sync(style_);
   syncDefaultButton();
   syncTooltips();
+  syncSpokenNames();
   syncTimers();
   syncFocus();
 }
@@ -148,7 +152,11 @@ void FormWindow::sync() {
 void FormWindow::syncForm() {
   shownRevision_ = form_.revision();
   ShowText(handle_, form_.caption());
-  if (style_.font == nullptr || shownFont_ != form_.font()) refreshStyle();
+  const int dpi = fittingDpi();
+  if (style_.font == nullptr || shownFont_ != form_.font() || style_.dpi != dpi) {
+    style_.dpi = dpi;
+    refreshStyle();
+  }
   menu_.show(handle_, form_.systemMenu());
   resize();
   if (form_.onDropFiles) AcceptDrops(handle_);
@@ -169,9 +177,21 @@ void FormWindow::refreshStyle() {
   if (old != nullptr) DeleteObject(old);
 }
 
+SIZE FormWindow::frameSize() const {
+  return FrameSize(isMain() ? kMainStyle : kModalStyle,
+                   isMain() ? kMainExtendedStyle : kModalExtendedStyle, dpi_);
+}
+
+// A window that is larger than its screen could not be used: it is drawn smaller instead.
+int FormWindow::fittingDpi() const {
+  const RECT area = WorkAreaOf(owner_ != nullptr ? owner_ : handle_);
+  const int wide = FittingDpi(dpi_, form_.width(), static_cast<int>(area.right - area.left));
+  return FittingDpi(wide, form_.height(),
+                    static_cast<int>(area.bottom - area.top - frameSize().cy));
+}
+
 SIZE FormWindow::outerSize() const {
-  const SIZE frame = FrameSize(isMain() ? kMainStyle : kModalStyle,
-                               isMain() ? kMainExtendedStyle : kModalExtendedStyle, style_.dpi);
+  const SIZE frame = frameSize();
   return {InPixels(form_.width(), style_.dpi), InPixels(form_.height(), style_.dpi) + frame.cy};
 }
 
@@ -212,31 +232,6 @@ void FormWindow::syncTimers() {
     } else {
       KillTimer(handle_, number);
     }
-  }
-}
-
-void FormWindow::syncTooltips() {
-  for (auto& view : views_) {
-    const std::string& text = view->control().tooltip();
-    std::string& shown = shownTooltips_[view.get()];
-    if (shown == text) continue;
-    showTooltip(*view, text);
-    shown = text;
-  }
-}
-
-void FormWindow::showTooltip(ControlView& view, const std::string& text) {
-  std::wstring wide = Wide(text);
-  for (const HWND window : {view.handle(), view.inner()}) {
-    if (window == nullptr) continue;
-    TOOLINFOW tool{};
-    tool.cbSize = sizeof tool;
-    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-    tool.hwnd = handle_;
-    tool.uId = reinterpret_cast<UINT_PTR>(window);
-    tool.lpszText = wide.data();
-    SendMessageW(tooltips_, TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
-    if (!text.empty()) SendMessageW(tooltips_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
   }
 }
 

@@ -28,12 +28,16 @@ class FormWindow {
   FormWindow& operator=(const FormWindow&) = delete;
 
   HWND handle() const { return handle_; }
+  bool shows(const Form& form) const { return &form == &form_; }
 
   // Centres the window on its screen and shows it.
   void show();
 
   // Shows what has changed in the form since the last call.
   void sync();
+
+  // A menu below a control; the number of the chosen entry, 0 for none.
+  int chooseFromMenu(const Control& below, const std::vector<MenuItem>& items);
 
   // Keys on their way to a control: true when the window has dealt with the message.
   bool preTranslate(MSG& message);
@@ -53,13 +57,17 @@ class FormWindow {
   bool isMain() const { return owner_ == nullptr; }
   void create();
   void refreshStyle();
+  int fittingDpi() const;
   void syncForm();
   void syncDefaultButton();
   void syncTimers();
   void syncTooltips();
+  void syncSpokenNames();
+  void dropSpokenNames();
   void syncFocus();
   void keepFocusAlive();
   HWND innermost(HWND window);
+  SIZE frameSize() const;
   SIZE outerSize() const;
   void resize();
   ControlView* viewOf(HWND control);
@@ -74,9 +82,10 @@ class FormWindow {
   HWND tooltips_ = nullptr;
   HWND lastFocus_ = nullptr;  // has the keyboard, or gets it back
   HWND refuge_ = nullptr;     // has it meanwhile
-  ViewStyle style_;
+  int dpi_ = 96;              // of the screen
+  ViewStyle style_;           // its resolution may be lower, so that the window fits the screen
   std::vector<std::unique_ptr<ControlView>> views_;
-  std::map<const ControlView*, std::string> shownTooltips_;
+  std::map<const ControlView*, std::string> shownTooltips_, spokenNames_;
   std::vector<unsigned> shownTimers_;
   SystemMenuView menu_;
   std::string shownFont_;

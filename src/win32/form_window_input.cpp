@@ -143,7 +143,8 @@ void FormWindow::onDropFiles(WPARAM wParam) {
 }
 
 void FormWindow::onDpiChanged(int dpi, const RECT& suggested) {
-  style_.dpi = dpi;
+  dpi_ = dpi;
+  style_.dpi = fittingDpi();
   refreshStyle();
   SetWindowPos(handle_, nullptr, suggested.left, suggested.top, 0, 0,
                SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);

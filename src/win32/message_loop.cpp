@@ -98,6 +98,12 @@ void MessageLoop::tellFault(const char* text) {
   }
 }
 
+FormWindow* MessageLoop::windowOf(const Form& form) const {
+  const auto found = std::ranges::find_if(
+      windows_, [&form](const FormWindow* window) { return window->shows(form); });
+  return found == windows_.end() ? nullptr : *found;
+}
+
 HWND MessageLoop::mainWindow() const {
   return windows_.empty() ? nullptr : windows_.front()->handle();
 }

@@ -11,6 +11,7 @@
 
 namespace pavoline {
 
+class Form;
 class FormWindow;
 
 // The one place where the program takes messages from the system: it hands them to the windows
@@ -61,6 +62,8 @@ class MessageLoop {
       tellFault("an exception of an unknown kind");
     }
   }
+
+  FormWindow* windowOf(const Form& form) const;  // null: none shows it
 
   // The program's own windows for others to lean on: null before the first was made.
   HWND mainWindow() const;

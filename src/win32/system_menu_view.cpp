@@ -75,6 +75,21 @@ void SystemMenuView::show(HWND window, const std::vector<MenuItem>& items) {
   ShowStates(GetSystemMenu(window, FALSE), items);
 }
 
+int SystemMenuView::choose(HWND window, const RECT& below, const std::vector<MenuItem>& items) {
+  const HMENU menu = CreatePopupMenu();
+  UINT place = 0;
+  for (const MenuItem& item : items) insert(menu, place++, item);
+  ShowStates(menu, items);
+  TPMPARAMS beside{};
+  beside.cbSize = sizeof beside;
+  beside.rcExclude = below;
+  const int chosen = TrackPopupMenuEx(
+      menu, TPM_RETURNCMD | TPM_NONOTIFY | TPM_LEFTALIGN | TPM_VERTICAL,
+      static_cast<int>(below.left), static_cast<int>(below.bottom), window, &beside);
+  DestroyMenu(menu);
+  return chosen;
+}
+
 void SystemMenuView::insert(HMENU menu, UINT position, const MenuItem& item) {
   const std::wstring text = Wide(item.text);
   if (item.separator()) {

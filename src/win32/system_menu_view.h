@@ -21,6 +21,10 @@ class SystemMenuView {
   // is kept, as it may be open.
   void show(HWND window, const std::vector<MenuItem>& items);
 
+  // Lets the person choose from a menu of such entries below an area of the screen: the number of
+  // the chosen one, 0 for none.
+  int choose(HWND window, const RECT& below, const std::vector<MenuItem>& items);
+
  private:
   void insert(HMENU menu, UINT position, const MenuItem& item);
   HBITMAP picture(int resource);

@@ -108,6 +108,13 @@ std::string WinDialogs::chooseFolder(const std::string& title, const std::string
   return Narrow(path);
 }
 
+int WinDialogs::chooseFromMenu(const Form& form, const Control& below,
+                               const std::vector<MenuItem>& items) {
+  loop_.sync();
+  FormWindow* window = loop_.windowOf(form);
+  return window == nullptr ? 0 : window->chooseFromMenu(below, items);
+}
+
 void WinDialogs::showModal(Form& form) {
   loop_.sync();
   const HWND owner = loop_.dialogOwner();

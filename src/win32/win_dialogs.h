@@ -15,6 +15,8 @@ class WinDialogs : public Dialogs {
   std::string openFile(const FileRequest& request) override;
   std::string saveFile(const FileRequest& request) override;
   std::string chooseFolder(const std::string& title, const std::string& initialFolder) override;
+  int chooseFromMenu(const Form& form, const Control& below,
+                     const std::vector<MenuItem>& items) override;
   void showModal(Form& form) override;
   bool openDocument(const std::string& pathOrAddress) override;
 

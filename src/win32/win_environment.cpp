@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "platform/paths.h"
+#include "win32/dpi.h"
 #include "win32/wide_text.h"
 
 namespace pavoline {
@@ -68,6 +69,13 @@ bool WinEnvironment::fontExists(const std::string& name) {
   EnumFontFamiliesExW(screen, &wanted, NoteFont, reinterpret_cast<LPARAM>(&found), 0);
   ReleaseDC(nullptr, screen);
   return found;
+}
+
+ScreenRoom WinEnvironment::screenRoom() {
+  RECT area{};
+  SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+  const int dpi = ScreenDpi();
+  return {MulDiv(area.right - area.left, 1440, dpi), MulDiv(area.bottom - area.top, 1440, dpi)};
 }
 
 LocalTime WinEnvironment::now() {

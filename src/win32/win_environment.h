@@ -17,6 +17,7 @@ class WinEnvironment : public Environment {
   unsigned threadLocale() override;
   void setThreadLocale(unsigned locale) override;
   bool fontExists(const std::string& name) override;
+  ScreenRoom screenRoom() override;
   LocalTime now() override;
   std::uint64_t milliseconds() override;
   void reseedRandom() override;

@@ -2,8 +2,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "app/hot_keys.h"
+#include "form/pixels.h"
 #include "support/installer.h"
+#include "support/layout_check.h"
 
 namespace pavoline {
 
@@ -30,6 +31,20 @@ TEST(Rows, TickingAnEmptyRowAsksForItsPathAtOnce) {
   shop.form.check[kRunPlugin].setValue(1);
   EXPECT_EQ(shop.dialogs.openRequests.size(), 2u) << "a plug-in row asks nothing";
   EXPECT_TRUE(shop.form.combo2.enabled());
+}
+
+TEST(Window, StartsNarrowWhereTheWideOneHasNoRoomAndNamesEveryControl) {
+  for (const int pixels : {912, 911}) {
+    Installer shop;
+    shop.environment.screen.width = pixels * 15;
+    shop.start();
+    EXPECT_EQ(shop.form.width(), pixels == 912 ? kWideWidth : kNarrowWidth);
+    EXPECT_EQ(shop.form.frame[kOptionsFrame].visible(), pixels == 912);
+    EXPECT_EQ(testing::NamelessControls(shop.form), "");
+  }
+  // 800x600 at 200 %: the narrow window is drawn as at 145.
+  EXPECT_EQ(FittingDpi(192, kNarrowWidth, 800), 145);
+  EXPECT_EQ(FittingDpi(144, kNarrowWidth, 800), 144);
 }
 
 }  // namespace pavoline

@@ -141,6 +141,9 @@ TEST_F(DrivesContract, ALetterTellsItsVolume) {
   EXPECT_GT(drives.freeBytes(system).value_or(0), 0u);
   EXPECT_EQ(drives.type("Q:"), kDriveNoRoot);
   EXPECT_FALSE(drives.freeBytes("Q:") || drives.position("Q:"));
+  const auto soon = drives.freeBytesSoon({system, "Q:", system}, 10'000);
+  ASSERT_EQ(soon.size(), 3u);
+  EXPECT_TRUE(soon[0] && !soon[1] && soon[0] == soon[2]);
   EXPECT_EQ(drives.facts("Q:"), VolumeFacts());
   EXPECT_FALSE(drives.assignLetter({99, 99}, "Q:") || drives.removeLetter("Q:"));
 

@@ -123,7 +123,7 @@ TEST_F(Installing, ImagingProgramKilledWhileItWrites) {
   EXPECT_THAT(toolsRun(), ElementsAre("format", "wimlib-imagex"));
 }
 
-TEST_F(Installing, ClosedInMidApply) {
+TEST_F(Installing, StoppedAndClosedInMidApply) {
   place("small.wim", kImage);
   slowDown();
   writeSettings("AutoRestart=0");
@@ -139,12 +139,21 @@ TEST_F(Installing, ClosedInMidApply) {
   EXPECT_TRUE(person.leftInPeace());
   EXPECT_TRUE(holdsSystem(1, 'E'));
 
+  const auto works = [] { return bench::isRunning("wimlib-imagex.exe"); };
   person.startsAndConfirms();
-  ASSERT_TRUE(soon([&] { return bench::isRunning("wimlib-imagex.exe"); }));
+  ASSERT_TRUE(soon(works));
+  EXPECT_TRUE(soon([&] { return !person.main.overall().text().empty(); }));
+  person.main.stop().click();
+  EXPECT_EQ(person.hears(IDOK), more(kMoreStopQuestion));
+  EXPECT_TRUE(person.leftInPeace());
+  EXPECT_TRUE(!works() && !person.main.stop().visible() && person.main.overall().text().empty());
+
+  person.startsAndConfirms();
+  ASSERT_TRUE(soon(works));
   person.main.window().close();
   EXPECT_EQ(person.hears(IDOK), text(kTextCloseQuestion));
   EXPECT_EQ(person.exitCode(), 6);
-  EXPECT_FALSE(bench::isRunning("wimlib-imagex.exe"));
+  EXPECT_FALSE(works());
   EXPECT_THAT(argumentsOf("bootsect"), testing::SizeIs(1));  // of the first installation
 }
 

@@ -66,7 +66,16 @@ TEST_F(SystemMenu, CompanionStartedAboutShownModeAppliedBootFilesRepaired) {
   Person person;
   choose(person, kMenuPartitions);
   EXPECT_TRUE(soon([] { return argumentsOf("DiskGenius.exe").size() == 1; }));
-  choose(person, kMenuAbout);
+  person.main.menu().click();
+  const auto open = [&] {
+    return std::ranges::any_of(bench::windowsOf(person.main.program()), [](const Window& each) {
+      return each.visible() && each.className() == "#32768";
+    });
+  };
+  ASSERT_TRUE(soon(open));
+  for (const WPARAM key : {VK_UP, VK_UP, VK_RETURN}) {  // About is the last but one
+    PostMessageW(person.main.window().handle(), WM_KEYDOWN, key, 1);
+  }
   Window about = person.sees("About");
   EXPECT_TRUE(about.childWithText("LICENSE"));
   person.presses(about, text(kTextOk));

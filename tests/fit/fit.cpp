@@ -11,6 +11,7 @@
 #include "driver/main_window.h"
 #include "driver/ruler.h"
 #include "form/text_numbers.h"
+#include "install/overall_progress.h"
 #include "tour/tour.h"
 #include "win32/form_window.h"
 #include "win32/win_platform.h"
@@ -44,7 +45,23 @@ std::string cutChangingTexts(const Texts& texts) {
       faults += bench::cutText(changing.control, texts.strings[static_cast<size_t>(text)]);
     }
   }
-  return faults;
+  // The longest line that an installation of hours could have.
+  constexpr std::uint64_t kHours = 36'000'000;
+  const Overall longest{{Phase::kCopy, Phase::kCreate, Phase::kExtract, Phase::kDrivers},
+                        PhaseNow{Phase::kExtract, 0},
+                        kHours,
+                        kHours};
+  return faults + bench::cutText(main.stop(), texts.more[kMoreStop]) +
+         bench::cutText(main.overall(), OverallLine(texts, longest));
+}
+
+std::string leavesScreen(const bench::Window& window) {
+  RECT room{};
+  SystemParametersInfoW(SPI_GETWORKAREA, 0, &room, 0);
+  const RECT area = window.rectangle();
+  const bool inside = area.left >= room.left && area.top >= room.top && area.right <= room.right &&
+                      area.bottom <= room.bottom;
+  return inside ? "" : "reaches out of the screen\n";
 }
 
 // Walks through the windows from a thread of its own, while the program runs in the first.
@@ -53,7 +70,7 @@ int measureAll(const Texts& texts) {
   std::string faults;
   const bench::Visit visit = [&](const std::string& name, const bench::Window& window) {
     ++windows;
-    std::string found = bench::cutTexts(window);
+    std::string found = bench::cutTexts(window) + leavesScreen(window);
     if (name == "main") found += cutChangingTexts(texts);
     if (!found.empty()) faults += name + ": " + found;
   };

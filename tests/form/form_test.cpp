@@ -11,6 +11,7 @@ TEST(MainLayout, KeepsControlsApartInsideBothWidths) {
     LayOutMainWindow(form, locale);
     EXPECT_EQ(form.width(), kWideWidth);
     EXPECT_EQ(testing::LayoutFaults(form), "") << locale;
+    ShowStopButton(form, true);
     form.setSize(kNarrowWidth, form.height());
     ShowOptionFrames(form, false);
     EXPECT_EQ(testing::LayoutFaults(form), "") << locale;

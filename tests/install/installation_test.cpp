@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "app/closing.h"
 #include "support/installer.h"
 
 namespace pavoline::testing {
@@ -118,6 +119,7 @@ TEST(Unattended, EndsByItselfWithItsCodeAndAtMostOneMessage) {
   };
   const auto noFormat = [](Installer& w) { w.files.drop("C:\\Windows\\System32\\format.com"); };
   const auto closes = [](Installer& w) { w.time.after(8000, [&] { w.form.close(); }); };
+  const auto stops = [](Installer& w) { w.time.after(8000, [&] { w.form.stop.press(); }); };
   const std::string asked = kQuestion + "|S8|49";
   for (const Case& c :
        {Case{0, true, {"/reboot"}, "", {}, none},
@@ -131,7 +133,7 @@ TEST(Unattended, EndsByItselfWithItsCodeAndAtMostOneMessage) {
         Case{5, true, {"/reboot"}, "", {}, tool("bcdboot.exe", 1)},
         Case{6, false, {}, "/slient", {asked}, none},
         Case{6, false, {"/source:D:\\a.gho"}, "/slient /formatinstpart", {asked}, ghost},
-        Case{6, true, {}, "", {}, closes}}) {
+        Case{6, true, {}, "", {}, closes}, Case{6, true, {}, "", {}, stops}}) {
     Installer w;
     w.dialogs.nobodyThere = true;
     c.arrange(w);
@@ -145,40 +147,66 @@ TEST(Unattended, EndsByItselfWithItsCodeAndAtMostOneMessage) {
   }
 }
 
-TEST(Closing, AsksDuringAnInstallationAndEndsTheToolsInOrder) {
+TEST(Closing, AsksDuringAnInstallationAndEndsTheToolsInOrderAsStopDoes) {
+  for (const bool stop : {false, true}) {
+    Filled w;
+    const auto leave = [&] { stop ? w.form.stop.press() : static_cast<void>(w.form.close()); };
+    w.pressStart();
+    w.run(8000);
+    EXPECT_THAT(w.form.overall.text(), StartsWith("M45 2 3 · M49 12 · M46 0:09"));
+    w.running().mountedIsoDrive = "F:";
+    for (const char* tool : {"DISM.EXE", "Ghost.exe"}) w.processes.alreadyRunning(tool);
+    w.dialogs.answers = {kAnswerCancel};
+    leave();
+    EXPECT_TRUE(w.running().installation && w.processes.killed.empty());
+    EXPECT_EQ(w.heard().back(), stop ? "M51|S22|17" : "S21|S22|17");
+
+    leave();
+    EXPECT_THAT(w.processes.killed, ElementsAre("wimlib-imagex.exe", "Ghost.exe", "DISM.EXE"));
+    EXPECT_EQ(w.processes.ranLike("imdisk.exe -D -m F:"), !stop);
+    EXPECT_EQ(w.form.unloaded(), !stop);
+    EXPECT_EQ(w.program->exitCode(), 6);
+    EXPECT_TRUE(w.form.overall.text().empty() && !w.form.stop.visible());
+    EXPECT_TRUE(!stop || (w.idle() && w.finish() == 0)) << "it can be started anew";
+  }
+}
+
+TEST(Stopping, LeavesAnEndAloneThatCameWhileItWasAsked) {
   Filled w;
   w.pressStart();
   w.run(8000);
-  w.running().mountedIsoDrive = "F:";
-  for (const char* tool : {"DISM.EXE", "Ghost.exe"}) w.processes.alreadyRunning(tool);
-  w.dialogs.answers = {kAnswerCancel};
-  EXPECT_FALSE(w.form.close());
-  EXPECT_TRUE(w.running().installation && w.processes.killed.empty());
-  EXPECT_EQ(w.heard().back(), "S21|S22|17");
-
-  EXPECT_TRUE(w.form.close());
-  EXPECT_THAT(w.processes.killed, ElementsAre("wimlib-imagex.exe", "Ghost.exe", "DISM.EXE"));
-  EXPECT_TRUE(w.processes.ranLike("imdisk.exe -D -m F:"));
+  w.processes.alreadyRunning("DISM.EXE");  // of somebody else by then
+  w.dialogs.messageMs = 60'000;
+  w.form.stop.press();
+  EXPECT_EQ(w.program->exitCode(), 0);
+  EXPECT_TRUE(w.processes.killed.empty() && w.idle());
 }
 
-TEST(Closing, EndsAnInstallationInEveryStepAtOnce) {
-  for (const std::string during :
-       {"CxDir", "format.com", "takeown", "the copy", "cacls", " apply ", "bcdboot", "fix.exe"}) {
+TEST(Closing, EndsAnInstallationInEveryStepAtOnceAsStopDoes) {
+  constexpr const char* kSteps[] = {"CxDir",   "format.com", "takeown", "the copy", "cacls",
+                                    " apply ", "bcdboot",    "dism",    "fix.exe"};
+  for (int i = 0; i < 2 * static_cast<int>(std::size(kSteps)); ++i) {
+    const std::string during = kSteps[i / 2];
+    const bool stop = i % 2 == 1;
     InstallShop w;
+    const auto leave = [&] { stop ? StopRequested(w.session) : w.form.unload(); };
+    w.plan.driverFolder = "D:\\DRIVERS";
+    w.files.folder("D:\\DRIVERS");
     w.plan.apply.wimcopy = true;
     w.plan.plugin = "D:\\fix.exe";
     w.plan.restart = true;
     w.files.put("D:\\fix.exe");
     w.processes.onStart(during, [&](ToolRun& run) {
-      run.does(100, [&] { w.form.unload(); });
+      run.does(100, leave);
       run.endsAt(5000);
     });
     // Lister and format have ended by then, the copy has begun.
-    if (during == "the copy") w.time.after(1006, [&] { w.form.unload(); });
+    if (during == "the copy") w.time.after(1006, leave);
     EXPECT_EQ(w.install(), 6) << during;
     w.run(60000);
     EXPECT_THAT(w.processes.ran.back(), HasSubstr(during == "the copy" ? "takeown" : during));
-    EXPECT_TRUE(w.dialogs.messages.empty()) << during;
+    EXPECT_EQ(w.dialogs.messages.size(), stop ? 1u : 0u) << during;
+    EXPECT_EQ(w.session.activity, stop ? Activity::kIdle : Activity::kClosed) << during;
   }
 }
 

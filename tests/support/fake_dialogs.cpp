@@ -20,7 +20,7 @@ int FakeDialogs::message(const std::string& text, int flags, const std::string& 
 
 void FakeDialogs::showModal(Form& form) {
   shownForms.push_back(form.name());
-  EXPECT_EQ(LayoutFaults(form), "");
+  EXPECT_EQ(LayoutFaults(form) + NamelessControls(form), "");
   time_.watch(form);
   if (const auto act = next(modals, {}); act) act(form);
   if (!form.unloaded()) form.unload();

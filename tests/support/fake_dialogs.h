@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "form/form.h"
 #include "platform/dialogs.h"
 #include "support/simulated_time.h"
 
@@ -38,6 +39,7 @@ struct FakeDialogs : Dialogs {
 
   std::vector<std::string> documents;
   bool opensDocuments = true;  // the system has a program for them
+  std::deque<int> menuChoices;  // the next entries chosen; none is 0
 
   int message(const std::string& text, int flags, const std::string& title,
               const MessageLimit& limit) override;
@@ -51,6 +53,9 @@ struct FakeDialogs : Dialogs {
   }
   std::string chooseFolder(const std::string&, const std::string&) override {
     return next(folders, {});
+  }
+  int chooseFromMenu(const Form&, const Control&, const std::vector<MenuItem>&) override {
+    return next(menuChoices, 0);
   }
   void showModal(Form& form) override;
   bool openDocument(const std::string& pathOrAddress) override {

@@ -26,6 +26,7 @@ struct FakeEnvironment : Environment {
   unsigned thread = 1033;
   std::deque<double> randoms;  // the next numbers; 0.5 when none is left
   int reseeds = 0;
+  ScreenRoom screen{28800, 16200};  // 1920x1080 at 96 dpi
 
   std::string variable(const std::string& name) override { return variables[Lower(name)]; }
   void setVariable(const std::string& name, const std::string& value) override {
@@ -38,6 +39,7 @@ struct FakeEnvironment : Environment {
   unsigned threadLocale() override { return thread; }
   void setThreadLocale(unsigned locale) override { thread = locale; }
   bool fontExists(const std::string& name) override { return name == "Tahoma"; }
+  ScreenRoom screenRoom() override { return screen; }
   LocalTime now() override;  // 2024-05-06 00:00:00 and the simulated time
   std::uint64_t milliseconds() override { return static_cast<std::uint64_t>(time_.now()); }
   void reseedRandom() override { ++reseeds; }
@@ -66,10 +68,19 @@ struct FakeDrives : Drives {
   std::vector<VolumePosition> letterless;  // volumes that no letter leads to
   std::vector<std::string> letterCalls;    // "assign Z: 1 2", "remove Z:", also those refused
   bool refusesLetters = false;
+  std::set<std::string> slow;  // drives that do not answer in time
 
   int type(const std::string& drive) override { return find(drive).type; }
   std::optional<std::uint64_t> freeBytes(const std::string& drive) override {
     return find(drive).free;
+  }
+  std::vector<std::optional<std::uint64_t>> freeBytesSoon(const std::vector<std::string>& drives,
+                                                          int) override {
+    std::vector<std::optional<std::uint64_t>> result;
+    for (const std::string& drive : drives) {
+      result.push_back(slow.contains(drive) ? std::nullopt : freeBytes(drive));
+    }
+    return result;
   }
   std::optional<VolumePosition> position(const std::string& drive) override {
     return find(drive).position;

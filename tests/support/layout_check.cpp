@@ -42,4 +42,25 @@ std::string LayoutFaults(const Form& form) {
   return faults;
 }
 
+std::string NamelessControls(const Form& form) {
+  using Kind = Control::Kind;
+  std::string faults;
+  const Control* before = nullptr;
+  for (const Control* one : form.controls()) {
+    const Kind kind = one->kind();
+    const bool captioned = kind == Kind::kButton || kind == Kind::kCheckBox ||
+                           kind == Kind::kOptionButton || kind == Kind::kLink;
+    const bool silent = kind == Kind::kLabel || kind == Kind::kFrame || kind == Kind::kIcon;
+    const bool named = captioned ? !one->text().empty() && one->text() != "..."
+                                 : before != nullptr && before->kind() == Kind::kLabel &&
+                                       kind != Kind::kProgressBar && kind != Kind::kListView;
+    if (!silent && !named && one->spokenName().empty()) {
+      faults += form.name() + " control " + std::to_string(static_cast<int>(kind)) + " \"" +
+                one->text() + "\" after \"" + (before ? before->text() : "") + "\"\n";
+    }
+    before = one;
+  }
+  return faults;
+}
+
 }  // namespace pavoline::testing

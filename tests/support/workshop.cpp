@@ -39,7 +39,12 @@ Texts RecognisableTexts() {
                                {18, " %f%"},
                                {24, " %f%"},
                                {85, " %f%"},
-                               {86, " %f% %n%"}};
+                               {86, " %f% %n%"},
+                               {45, " %n% %m%"},
+                               {46, " %t%"},
+                               {47, " %t%"},
+                               {48, " %t%"},
+                               {49, " %p%"}};
   Texts texts;
   Number(texts.strings, "S", inStrings);
   Number(texts.captions, "C", {});

@@ -15,7 +15,8 @@ struct ChooserWorkshop : Workshop {
     files.put("X:\\Pavoline\\Bin\\CxDir\\x64\\CxDir.exe");
     processes.onStart("CxDir.exe", [this](ToolRun& run) { run.print(1, listing); });
     drives.add("S:");
-    drives.add("D:", kDriveFixed, VolumePosition{2, 1});
+    drives.add("D:", kDriveFixed, VolumePosition{2, 1}, 3ull << 28);
+    drives.slow = {"E:"};
     drives.add("E:", kDriveFixed, VolumePosition{2, 2});
     form.text[kInstallPartition].setText("E:");
   }
@@ -36,8 +37,10 @@ struct ChooserWorkshop : Workshop {
 TEST(PartitionChooser, ListsAfreshAndTakesARow) {
   ChooserWorkshop w;
   const auto choose = [](Form& window, ListView& list) {
-    EXPECT_THAT(list.rows(), ElementsAre(ElementsAre("D:", "Data", "Disk B", "NTFS", "100.00GB"),
-                                         ElementsAre("E:", "Work", "Disk B", "NTFS", "365.76GB")));
+    EXPECT_THAT(list.rows(),
+                ElementsAre(ElementsAre("D:", "Data", "Disk B", "NTFS", "100.00GB", "1", "768.00MB"),
+                            ElementsAre("E:", "Work", "Disk B", "NTFS", "365.76GB", "1",
+                                        "")));  // a slow one
     EXPECT_EQ(list.selected(), 1);
     for (const int row : {-1, 0}) {
       list.select(row);
@@ -52,12 +55,30 @@ TEST(PartitionChooser, ListsAfreshAndTakesARow) {
   EXPECT_EQ(w.processes.ran.size(), 1u);
 
   w.session.activity = Activity::kIdle;
+  // One without a letter is chosen by an empty field, which stays so when the list is made anew.
+  w.listing =
+      "2:2\tE:\t365.76GB\tNTFS\tPrimary\tDisk B\tWork\tGPT\t0\r\n"
+      "2:1\t\t260.00MB\tFAT32\tEFI\tDisk B\tESP\tGPT\t0\r\n"
+      "1:1\tS:\t260.00MB\tFAT32\tEFI\tDisk A\tSystem\tGPT\t0\r\n";
+  w.form.text[kInstallPartition].setText("E:");
+  w.form.text[kBootPartition].setText("S:");
+  const auto takeLetterless = [](Form& window, ListView& list) {
+    EXPECT_EQ(list.rows().back(),
+              (std::vector<std::string>{"M20", "ESP", "Disk B", "FAT32", "260.00MB", "1", ""}));
+    list.select(1);
+    ButtonWith(window, "S9").press();
+  };
+  EXPECT_EQ(w.choose(PartitionPurpose::kBoot, takeLetterless), "");
+  EXPECT_EQ(w.choose(PartitionPurpose::kInstall, [](auto&, auto&) {}), "E:");
+  EXPECT_EQ(w.form.text[kBootPartition].text(), "");
+  EXPECT_EQ(w.form.facts[kBootPartition].text(), "M20 M1 ESP, 260.00MB, FAT32, Disk B");
+
   w.listing = "";
   const auto nothing = [](Form& window, ListView& list) {
     EXPECT_FALSE(list.visible() || window.defaultButton->enabled());
     EXPECT_EQ(Nth<Label>(window).text(), "S53");
   };
-  EXPECT_EQ(w.choose(PartitionPurpose::kInstall, nothing), "D:");
+  EXPECT_EQ(w.choose(PartitionPurpose::kInstall, nothing), "E:");
 }
 
 TEST(ComputerNameDialog, FiltersTypingAndCutsTheNamesHoweverItIsClosed) {

@@ -90,7 +90,10 @@ TEST(ApplyModes, SetSwitchTitleAndCheckMark) {
     EXPECT_TRUE(modes().at(id++ - 2020).ends_with("!"));
   }
   EXPECT_EQ(w.form.caption(), "Pavoline - Compact:LZX");
-  w.choose(2020);
+  w.dialogs.menuChoices = {0, 2020};  // of the menu button
+  OpenMenu(w.session);
+  EXPECT_EQ(w.form.caption(), "Pavoline - Compact:LZX");
+  OpenMenu(w.session);
   EXPECT_EQ(w.session.apply.options + w.form.caption(), "Pavoline");
 }
 
