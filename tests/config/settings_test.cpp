@@ -1,9 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <sstream>
+#include <iterator>
 
 #include "config/settings_file.h"
+#include "platform/text.h"
 #include "support/workshop.h"
 
 namespace pavoline {
@@ -20,12 +21,7 @@ void LoadWith(Workshop& shop, const std::string& keys) {
 // The sample that ships, with every setting taken out of comment.
 std::string SampleInForce() {
   std::ifstream file(PAVOLINE_SOURCE_DIR "/resources/app/Pavoline.ini");
-  std::ostringstream text;
-  for (std::string line; std::getline(file, line); text << line << "\r\n") {
-    const bool setting = line.find('=') < line.find(' ');
-    if (line.starts_with(';') && setting) line.erase(0, 1);
-  }
-  return text.str();
+  return ReplaceAll(std::string(std::istreambuf_iterator<char>(file), {}), "\n;", "\n");
 }
 
 TEST(Settings, GiveTheDefaultsWithoutAFileWithGarbageAndWithTheSample) {

@@ -116,16 +116,16 @@ TEST(SystemMenu, SavesTheSettingsAndTheLanguageFileOrSaysThatItCannot) {
 TEST(SystemMenu, OpensTheHelpWithWhatTheSystemHas) {
   MenuWorkshop w;
   const std::string help = std::string(kHome) + "\\Help\\";
-  for (const char* file : {"1031.html", "1033.html", "1033.txt"}) w.files.put(help + file);
+  for (const char* file : {"1031.html", "1033.txt"}) w.files.put(help + file);
+  w.files.put("C:\\Windows\\System32\\notepad.exe");
   w.files.shortNames = false;
   w.environment.thread = 1031;
   w.choose(kMenuHelp);
   EXPECT_THAT(w.dialogs.documents, ElementsAre(help + "1031.html"));
+  EXPECT_THAT(w.processes.ran, IsEmpty());
   w.dialogs.opensDocuments = false;
-  w.files.put("C:\\Windows\\System32\\notepad.exe");
   w.choose(kMenuHelp);
   EXPECT_THAT(w.processes.ran, ElementsAre("notepad.exe \"" + help + "1033.txt\""));
-  EXPECT_THAT(w.heard(), IsEmpty());
   w.files.drop("C:\\Windows\\System32\\notepad.exe");
   w.choose(kMenuHelp);
   EXPECT_THAT(w.heard(), ElementsAre("PE environment help is not available.|S8|64"));
