@@ -7,6 +7,7 @@ namespace {
 
 struct OpenBox {
   std::wstring title;
+  const BoxButton& further;
   int answer = kAnswerOk;
   ULONGLONG end = 0;  // of GetTickCount64; 0: no limit
   ULONGLONG shownSeconds = 0;
@@ -33,19 +34,25 @@ void StopWaiting() {
   windowHook = nullptr;
 }
 
-// The first dialog that the thread makes is the box.
+// The first dialog that the thread makes is the box. Its buttons are there when it is activated;
+// the further one is that for help, under a text of its own.
 LRESULT CALLBACK NoteBox(int code, WPARAM wParam, LPARAM lParam) {
   const HHOOK hook = windowHook;
-  if (code == HCBT_CREATEWND) {
-    const auto window = reinterpret_cast<HWND>(wParam);
+  OpenBox& box = *openBoxes.back();
+  const auto window = reinterpret_cast<HWND>(wParam);
+  if (code == HCBT_CREATEWND && box.window == nullptr) {
     wchar_t name[16] = L"";
     GetClassNameW(window, name, 16);
-    if (lstrcmpW(name, L"#32770") == 0) {
-      openBoxes.back()->window = window;
-      StopWaiting();
-    }
+    if (lstrcmpW(name, L"#32770") == 0) box.window = window;
   }
+  const bool active = code == HCBT_ACTIVATE && window == box.window;
+  if (active) SetDlgItemTextW(window, IDHELP, box.further.text.c_str());
+  if (active || (box.window != nullptr && box.further.text.empty())) StopWaiting();
   return CallNextHookEx(hook, code, wParam, lParam);
+}
+
+void CALLBACK PressFurther(HELPINFO*) {
+  if (!openBoxes.empty() && openBoxes.back()->further.press) openBoxes.back()->further.press();
 }
 
 void Close(OpenBox& box) {
@@ -69,34 +76,46 @@ void CALLBACK CountDown(HWND, UINT, UINT_PTR, DWORD) {
       box->shownSeconds = left;
       SetWindowTextW(box->window, TitleOf(*box).c_str());
     }
-    if (left == 0 && box == openBoxes.back()) Close(*box);
+    if (left != 0 || box != openBoxes.back()) continue;
+    const HWND over = GetWindow(box->window, GW_ENABLEDPOPUP);
+    if (IsWindowEnabled(box->window) || over == nullptr || over == box->window) {
+      Close(*box);
+    } else {
+      PostMessageW(over, WM_CLOSE, 0, 0);
+    }
   }
 }
 
 }  // namespace
 
 int ShowMessageBox(HWND owner, const std::wstring& text, const std::wstring& title, UINT style,
-                   const MessageLimit& limit) {
-  OpenBox box;
-  box.title = title;
+                   const MessageLimit& limit, const BoxButton& further) {
+  OpenBox box{title, further};
   box.answer = (style & MB_TYPEMASK) == MB_OK ? IDOK : limit.answer;
   openBoxes.push_back(&box);
   UINT_PTR timer = 0;
   std::wstring shownTitle = title;
+  StopWaiting();
+  if (limit.seconds > 0 || !further.text.empty()) {
+    windowHook = SetWindowsHookExW(WH_CBT, NoteBox, nullptr, GetCurrentThreadId());
+  }
   if (limit.seconds > 0) {
     constexpr UINT kTickMs = 250;
     box.end = GetTickCount64() + static_cast<ULONGLONG>(limit.seconds) * 1000;
     box.shownSeconds = SecondsLeft(box);
     shownTitle = TitleOf(box);
-    StopWaiting();
-    windowHook = SetWindowsHookExW(WH_CBT, NoteBox, nullptr, GetCurrentThreadId());
     timer = SetTimer(nullptr, 0, kTickMs, CountDown);
   }
-  const int answer = MessageBoxW(owner, text.c_str(), shownTitle.c_str(), style);
-  if (timer != 0) {
-    KillTimer(nullptr, timer);
-    StopWaiting();
-  }
+  MSGBOXPARAMSW request{};
+  request.cbSize = sizeof request;
+  request.hwndOwner = owner;
+  request.lpszText = text.c_str();
+  request.lpszCaption = shownTitle.c_str();
+  request.dwStyle = further.text.empty() ? style : style | MB_HELP;
+  request.lpfnMsgBoxCallback = PressFurther;
+  const int answer = MessageBoxIndirectW(&request);
+  if (timer != 0) KillTimer(nullptr, timer);
+  StopWaiting();
   openBoxes.pop_back();
   const bool failed = answer == 0 && limit.seconds > 0;
   return box.timeIsUp || failed ? box.answer : answer;

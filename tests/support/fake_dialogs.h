@@ -21,6 +21,7 @@ struct FakeDialogs : Dialogs {
     int flags = 0;
     std::string title;
     MessageLimit limit;
+    MessageButton further;
   };
   std::vector<Shown> messages;
   std::deque<int> answers;                      // to the next messages, whatever they say
@@ -39,7 +40,7 @@ struct FakeDialogs : Dialogs {
   std::vector<std::string> documents;
 
   int message(const std::string& text, int flags, const std::string& title,
-              const MessageLimit& limit) override;
+              const MessageLimit& limit, const MessageButton& further) override;
   std::string openFile(const FileRequest& request) override {
     openRequests.push_back(request);
     return next(files, {});
