@@ -18,7 +18,8 @@ struct LetterlessBoot {
 // a candidate there has one, or there are several without.
 std::optional<LetterlessBoot> FindLetterlessBoot(Session& session, const std::string& installDrive);
 
-// Gives it its letter and enters that as the boot partition. False when the system refused.
+// Gives it its letter and enters that as the boot partition. False when the system refused. A dry
+// run only enters it.
 bool LendLetter(Session& session, const LetterlessBoot& boot);
 
 // Takes a lent letter back, if there is one.

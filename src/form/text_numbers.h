@@ -144,6 +144,24 @@ enum MoreNumber {
   kMoreRestartsSoon = 22,
   kMoreStop = 23,
   kMoreNotStarted = 24,
+  kMoreDetails = 60,
+  kMoreDryRun = 61,
+  kMorePassed = 62,  // heading; the checks are 66 to 74
+  kMorePlan = 63,
+  kMoreCommands = 64,
+  kMoreAssumed = 65,
+  kMoreNotRunningSystem = 66,
+  kMoreSourceThere = 67,
+  kMoreEditionChosen = 68,
+  kMoreGhostUsable = 69,
+  kMoreBootThere = 70,
+  kMoreInstallListed = 71,
+  kMoreNothingLost = 72,
+  kMoreToolUsable = 73,
+  kMoreAnswerFileMarked = 74,
+  kMoreLentLetter = 75,
+  kMoreListsAgain = 76,
+  kMoreWouldEnd = 77,
 };
 
 enum CaptionNumber {

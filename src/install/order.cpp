@@ -128,13 +128,6 @@ StepResult Plugin(Session& session, Installation& installation) {
   return session.form.unloaded() ? StepResult::Closed() : StepResult::Done();
 }
 
-std::string EndText(Session& session, const Installation& installation) {
-  if (installation.lacking.empty()) return String(session, kTextFinished);
-  std::string text = More(session, kMoreIncomplete);
-  for (const std::string& line : installation.lacking) text += "\n" + line;
-  return text;
-}
-
 // Without boot files a restart would lead nowhere.
 StepResult Finish(Session& session, Installation& installation) {
   // The drivers may have left another maximum than percent.
@@ -154,25 +147,57 @@ StepResult Finish(Session& session, Installation& installation) {
   return session.form.unloaded() ? StepResult::Closed() : StepResult::Done();
 }
 
+template <int kText>
+std::string Words(const Session& session, const Plan& plan) {
+  return ReplaceAll(String(session, kText), "%ip%", plan.target.drive);
+}
+
+std::string ListingWords(const Session& session, const Plan&) {
+  return More(session, kMoreListsAgain);
+}
+
+std::string RestartWords(const Session& session, const Plan&) {
+  return WithoutAccessKey(session.texts.captions[kCaptionRestart]);
+}
+
 // Before these the checks of Start were passed and the person has confirmed (start_checks.h).
 constexpr OrderedStep kOrder[] = {
-    {"check again", CheckAgain},
-    {"format", Format},
-    {"copy the image", Copy},
-    {"apply", Apply},
-    {"look at the system", LookAtSystem},
-    {"boot files", WriteBoot},
-    {"answer file", Answer},
-    {"drivers", Drivers},
-    {"judge the drivers", JudgeDrivers},
-    {"plug-in", Plugin},
-    {"end or restart", Finish},
+    {"check again", CheckAgain, ListingWords},
+    {"format", Format, Words<kTextFormatting>},
+    {"copy the image", Copy, Words<kTextCopyingImage>},
+    {"apply", Apply, Words<kTextExtracting>},
+    {"look at the system", LookAtSystem, nullptr},
+    {"boot files", WriteBoot, Words<kTextBootFiles>},
+    {"answer file", Answer, Words<kTextWritingAnswerFile>},
+    {"drivers", Drivers, Words<kTextAddingDrivers>},
+    {"judge the drivers", JudgeDrivers, nullptr},
+    {"plug-in", Plugin, Words<kTextRunningPlugin>},
+    {"end or restart", Finish, RestartWords},
 };
 
 }  // namespace
 
 const OrderedStep* StepAt(std::size_t place) {
   return place < std::size(kOrder) ? &kOrder[place] : nullptr;
+}
+
+Outcome Completed(const Installation& installation) {
+  const bool complete = installation.lacking.empty();
+  return {complete ? Outcome::kDone : Outcome::kFailed,
+          complete ? "" : "what follows the image",
+          {"", "", 0, complete ? ExitCode::kInstalled : ExitCode::kIncomplete}};
+}
+
+Outcome FailedIn(const char* step, const Failure& failure) {
+  const bool refused = failure.code == ExitCode::kRefused;
+  return {refused ? Outcome::kRefused : Outcome::kFailed, step, failure};
+}
+
+std::string EndText(Session& session, const Installation& installation) {
+  if (installation.lacking.empty()) return String(session, kTextFinished);
+  std::string text = More(session, kMoreIncomplete);
+  for (const std::string& line : installation.lacking) text += "\n" + line;
+  return text;
 }
 
 }  // namespace pavoline

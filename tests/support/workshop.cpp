@@ -35,7 +35,8 @@ Texts RecognisableTexts() {
                                {16, " %ip% %bp%"},
                                {17, " %e%"},
                                {18, " %f%"},
-                               {24, " %f%"}};
+                               {24, " %f%"},
+                               {65, " %v%"}};
   Texts texts;
   Number(texts.strings, "S", inStrings);
   Number(texts.captions, "C", {});
