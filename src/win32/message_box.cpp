@@ -1,5 +1,8 @@
 #include "win32/message_box.h"
 
+// After windows.h, on which it leans.
+#include <commctrl.h>
+
 #include <vector>
 
 namespace pavoline {
@@ -34,8 +37,17 @@ void StopWaiting() {
   windowHook = nullptr;
 }
 
-// The first dialog that the thread makes is the box. Its buttons are there when it is activated;
-// the further one is that for help, under a text of its own.
+// The help button, under a text of its own, does what the further button is for.
+LRESULT CALLBACK BoxWithFurther(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                DWORD_PTR data) {
+  if (message != WM_COMMAND || LOWORD(wParam) != IDHELP) {
+    return DefSubclassProc(window, message, wParam, lParam);
+  }
+  reinterpret_cast<const BoxButton*>(data)->press();
+  return 0;
+}
+
+// The first dialog that the thread makes is the box. Its buttons are there when it is activated.
 LRESULT CALLBACK NoteBox(int code, WPARAM wParam, LPARAM lParam) {
   const HHOOK hook = windowHook;
   OpenBox& box = *openBoxes.back();
@@ -45,14 +57,13 @@ LRESULT CALLBACK NoteBox(int code, WPARAM wParam, LPARAM lParam) {
     GetClassNameW(window, name, 16);
     if (lstrcmpW(name, L"#32770") == 0) box.window = window;
   }
-  const bool active = code == HCBT_ACTIVATE && window == box.window;
-  if (active) SetDlgItemTextW(window, IDHELP, box.further.text.c_str());
-  if (active || (box.window != nullptr && box.further.text.empty())) StopWaiting();
+  if (code == HCBT_ACTIVATE && window == box.window) {
+    SetDlgItemTextW(window, IDHELP, box.further.text.c_str());
+    SetWindowSubclass(window, BoxWithFurther, 1, reinterpret_cast<DWORD_PTR>(&box.further));
+    StopWaiting();
+  }
+  if (box.window != nullptr && box.further.text.empty()) StopWaiting();
   return CallNextHookEx(hook, code, wParam, lParam);
-}
-
-void CALLBACK PressFurther(HELPINFO*) {
-  if (!openBoxes.empty() && openBoxes.back()->further.press) openBoxes.back()->further.press();
 }
 
 void Close(OpenBox& box) {
@@ -106,14 +117,8 @@ int ShowMessageBox(HWND owner, const std::wstring& text, const std::wstring& tit
     shownTitle = TitleOf(box);
     timer = SetTimer(nullptr, 0, kTickMs, CountDown);
   }
-  MSGBOXPARAMSW request{};
-  request.cbSize = sizeof request;
-  request.hwndOwner = owner;
-  request.lpszText = text.c_str();
-  request.lpszCaption = shownTitle.c_str();
-  request.dwStyle = further.text.empty() ? style : style | MB_HELP;
-  request.lpfnMsgBoxCallback = PressFurther;
-  const int answer = MessageBoxIndirectW(&request);
+  if (!further.text.empty()) style |= MB_HELP;
+  const int answer = MessageBoxW(owner, text.c_str(), shownTitle.c_str(), style);
   if (timer != 0) KillTimer(nullptr, timer);
   StopWaiting();
   openBoxes.pop_back();

@@ -9,7 +9,7 @@
 
 namespace pavoline {
 
-// A further button, which leaves the box open; F1 presses it too. Without a text there is none.
+// A further button, which leaves the box open. Without a text there is none.
 struct BoxButton {
   std::wstring text;
   std::function<void()> press;
