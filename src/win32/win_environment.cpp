@@ -78,7 +78,8 @@ bool WinEnvironment::is64BitProcess() { return sizeof(void*) == 8; }
 
 bool WinEnvironment::print(const std::string& text) {
   const HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
-  return IsOpen(output) ? Write(output, text) : PrintToParent(text);
+  // A handle may be left over from a console that is not this process's.
+  return (IsOpen(output) && Write(output, text)) || PrintToParent(text);
 }
 
 unsigned WinEnvironment::systemLocale() { return GetSystemDefaultLCID(); }
