@@ -88,8 +88,9 @@ void CALLBACK CountDown(HWND, UINT, UINT_PTR, DWORD) {
       SetWindowTextW(box->window, TitleOf(*box).c_str());
     }
     if (left != 0 || box != openBoxes.back()) continue;
-    const HWND over = GetWindow(box->window, GW_ENABLEDPOPUP);
-    if (IsWindowEnabled(box->window) || over == nullptr || over == box->window) {
+    // What the further button has opened goes first.
+    const HWND over = GetLastActivePopup(box->window);
+    if (IsWindowEnabled(box->window) || over == box->window) {
       Close(*box);
     } else {
       PostMessageW(over, WM_CLOSE, 0, 0);
