@@ -140,6 +140,11 @@ bool tourInstallation(const std::string& program, const Visit& visit) {
   const Guide guide(program, visit);
   const MainWindow& main = guide.main();
   main.command(kStart).click();
+  const auto question = waitForMessage(program, kShowTime);
+  const auto details = [&] {
+    if (question) question->window.child(IDHELP).click();
+  };
+  if (!guide.showSmall("plan", "PlanText", details)) return false;
   if (!guide.showMessage("message-confirm", IDOK)) return false;
   // The first phase fills the bar as well; the second one, of the data, is to be seen.
   bool secondPhase = false;

@@ -45,6 +45,7 @@ const std::vector<Switch>& Switches() {
       {"/bootpart:", Drive(&CommandLineOptions::bootPartition)},
       {"/instpart:", Drive(&CommandLineOptions::installPartition)},
       {"/formatinstpart", Flag(&CommandLineOptions::formatInstallPartition)},
+      {"/dryrun", Flag(&CommandLineOptions::dryRun)},
       // Spelled so on purpose: existing unattended media use it, and "/silent" must do nothing.
       {"/slient", Flag(&CommandLineOptions::silent)},
   };

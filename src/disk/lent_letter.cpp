@@ -22,9 +22,11 @@ std::optional<LetterlessBoot> FindLetterlessBoot(Session& session,
 }
 
 bool LendLetter(Session& session, const LetterlessBoot& boot) {
-  const bool lent = session.platform.drives.assignLetter({boot.disk, boot.partition}, boot.letter);
+  const bool lent = session.commandLine.dryRun ||
+                    session.platform.drives.assignLetter({boot.disk, boot.partition}, boot.letter);
+  const char* given = session.commandLine.dryRun ? " would get " : " gets ";
   Journal(session, "boot partition " + std::to_string(boot.disk) + ":" +
-                       std::to_string(boot.partition) + (lent ? " gets " : " did not get ") +
+                       std::to_string(boot.partition) + (lent ? given : " did not get ") +
                        boot.letter);
   if (!lent) return false;
   session.lentLetter = boot.letter;
@@ -36,8 +38,10 @@ void TakeLetterBack(Session& session) {
   const std::string letter = session.lentLetter;
   if (letter.empty()) return;
   session.lentLetter.clear();
-  const bool taken = session.platform.drives.removeLetter(letter);
-  Journal(session, letter + (taken ? " is taken back" : " could not be taken back"));
+  if (!session.commandLine.dryRun) {
+    const bool taken = session.platform.drives.removeLetter(letter);
+    Journal(session, letter + (taken ? " is taken back" : " could not be taken back"));
+  }
   if (session.form.text[kBootPartition].text() == letter) {
     session.form.text[kBootPartition].setText("");
   }

@@ -18,7 +18,8 @@ struct LetterlessBoot {
 // a letter for it. Nothing when there is none, or no letter is free.
 std::optional<LetterlessBoot> FindLetterlessBoot(Session& session, const std::string& installDrive);
 
-// Gives it its letter and enters that as the boot partition. False when the system refused.
+// Gives it its letter and enters that as the boot partition. False when the system refused. A dry
+// run only enters it.
 bool LendLetter(Session& session, const LetterlessBoot& boot);
 
 // Takes a lent letter back, if there is one.

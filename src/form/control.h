@@ -25,6 +25,7 @@ class Control {
     kCheckBox,
     kOptionButton,
     kTextBox,
+    kTextView,
     kComboBox,
     kListView,
     kProgressBar,
@@ -176,6 +177,13 @@ class TextBox : public Control {
   }
   std::function<void()> onChange;
   KeyFilter onKeyPress;  // empty: every character is taken
+};
+
+// Lines of text to be read: they can be scrolled and copied, not changed.
+class TextView : public Control {
+ public:
+  TextView() : Control(Kind::kTextView) {}
+  void setText(const std::string& text) { set(text_, text); }
 };
 
 // A drop-down list, or with `editable` a text field with a list.

@@ -148,6 +148,7 @@ enum MoreNumber {
   kMoreNotFirstPart = 86,
   kMoreSplitWimboot = 87,
   kMoreTooManyParts = 88,
+  kMoreSplitUsable = 89,
   kMoreNoPassword = 80,
   kMorePhase = 45,
   kMoreGone = 46,
@@ -159,6 +160,24 @@ enum MoreNumber {
   kMoreColumnDiskNumber = 52,
   kMoreColumnFree = 53,
   kMoreProgress = 54,
+  kMoreDetails = 60,
+  kMoreDryRun = 61,
+  kMorePassed = 62,  // heading; the checks are 66 to 74
+  kMorePlan = 63,
+  kMoreCommands = 64,
+  kMoreAssumed = 65,
+  kMoreNotRunningSystem = 66,
+  kMoreSourceThere = 67,
+  kMoreEditionChosen = 68,
+  kMoreGhostUsable = 69,
+  kMoreBootThere = 70,
+  kMoreInstallListed = 71,
+  kMoreNothingLost = 72,
+  kMoreToolUsable = 73,
+  kMoreAnswerFileMarked = 74,
+  kMoreLentLetter = 75,
+  kMoreListsAgain = 76,
+  kMoreWouldEnd = 77,
 };
 
 enum CaptionNumber {

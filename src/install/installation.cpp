@@ -30,12 +30,9 @@ bool Passed(Session& session, const Held& held, const StepResult& result) {
     case StepResult::kDone:
       ++held->step;
       return true;
-    case StepResult::kFailed: {
-      const bool refused = result.failure.code == ExitCode::kRefused;
-      EndInstallation(session, {refused ? Outcome::kRefused : Outcome::kFailed, CurrentStep(*held),
-                                result.failure});
+    case StepResult::kFailed:
+      EndInstallation(session, FailedIn(CurrentStep(*held), result.failure));
       return false;
-    }
     case StepResult::kWaits:
     case StepResult::kClosed:
       break;
@@ -87,10 +84,7 @@ void Proceed(Session& session, const Held& held) {
     }
     if (!Passed(session, held, result)) return;
   }
-  const bool complete = held->lacking.empty();
-  EndInstallation(session, {complete ? Outcome::kDone : Outcome::kFailed,
-                            complete ? "" : "what follows the image",
-                            {"", "", 0, complete ? ExitCode::kInstalled : ExitCode::kIncomplete}});
+  EndInstallation(session, Completed(*held));
 }
 
 void Tick(Session& session, StepResult (*look)(Session&, Installation&)) {
@@ -117,6 +111,19 @@ const char* Word(Outcome::Kind kind) {
       break;
   }
   return "failed";
+}
+
+// Of a dry run also on standard output, with the reason.
+void NoteOutcome(Session& session, const Outcome& outcome) {
+  const bool dry = session.commandLine.dryRun;
+  const std::string line = std::string(dry ? "outcome of the dry run: " : "outcome: ") +
+                           Word(outcome.kind) +
+                           (*outcome.step == '\0' ? "" : std::string(" in step: ") + outcome.step) +
+                           ", exit code " + std::to_string(static_cast<int>(outcome.failure.code));
+  Journal(session, line);
+  if (!dry) return;
+  const std::string& why = outcome.failure.text;
+  session.platform.environment.print((why.empty() ? "" : why + "\r\n") + line + "\r\n");
 }
 
 }  // namespace
@@ -180,9 +187,7 @@ void DriverTick(Session& session) {
 void EndInstallation(Session& session, const Outcome& outcome) {
   Form1& form = session.form;
   session.exitCode = outcome.failure.code;
-  Journal(session, std::string("outcome: ") + Word(outcome.kind) +
-                       (*outcome.step == '\0' ? "" : std::string(" in step: ") + outcome.step) +
-                       ", exit code " + std::to_string(static_cast<int>(session.exitCode)));
+  NoteOutcome(session, outcome);
   // Over before it is told: a window closed over the message cancels nothing any more.
   const bool ran = session.installation != nullptr;
   if (ran) {

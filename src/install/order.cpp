@@ -151,13 +151,6 @@ std::optional<PhaseNow> AddingDrivers(const Installation&, int barPercent) {
   return PhaseNow{Phase::kDrivers, barPercent};
 }
 
-std::string EndText(Session& session, const Installation& installation) {
-  if (installation.lacking.empty()) return String(session, kTextFinished);
-  std::string text = More(session, kMoreIncomplete);
-  for (const std::string& line : installation.lacking) text += "\n" + line;
-  return text;
-}
-
 // Without boot files a restart would lead nowhere.
 StepResult Finish(Session& session, Installation& installation) {
   HideOverall(session);  // nothing runs behind the last message
@@ -178,25 +171,57 @@ StepResult Finish(Session& session, Installation& installation) {
   return Interrupted(session) ? StepResult::Closed() : StepResult::Done();
 }
 
+template <int kText>
+std::string Words(const Session& session, const Plan& plan) {
+  return ReplaceAll(String(session, kText), "%ip%", plan.target.drive);
+}
+
+std::string ListingWords(const Session& session, const Plan&) {
+  return More(session, kMoreListsAgain);
+}
+
+std::string RestartWords(const Session& session, const Plan&) {
+  return WithoutAccessKey(session.texts.captions[kCaptionRestart]);
+}
+
 // Before these the checks of Start were passed and the person has confirmed (start_checks.h).
 constexpr OrderedStep kOrder[] = {
-    {"check again", CheckAgain, nullptr},
-    {"format", Format, nullptr},
-    {"copy the image", Copy, Copying},
-    {"apply", Apply, Applying},
-    {"look at the system", LookAtSystem, nullptr},
-    {"boot files", WriteBoot, nullptr},
-    {"answer file", Answer, nullptr},
-    {"drivers", Drivers, AddingDrivers},
-    {"judge the drivers", JudgeDrivers, nullptr},
-    {"plug-in", Plugin, nullptr},
-    {"end or restart", Finish, nullptr},
+    {"check again", CheckAgain, nullptr, ListingWords},
+    {"format", Format, nullptr, Words<kTextFormatting>},
+    {"copy the image", Copy, Copying, Words<kTextCopyingImage>},
+    {"apply", Apply, Applying, Words<kTextExtracting>},
+    {"look at the system", LookAtSystem, nullptr, nullptr},
+    {"boot files", WriteBoot, nullptr, Words<kTextBootFiles>},
+    {"answer file", Answer, nullptr, Words<kTextWritingAnswerFile>},
+    {"drivers", Drivers, AddingDrivers, Words<kTextAddingDrivers>},
+    {"judge the drivers", JudgeDrivers, nullptr, nullptr},
+    {"plug-in", Plugin, nullptr, Words<kTextRunningPlugin>},
+    {"end or restart", Finish, nullptr, RestartWords},
 };
 
 }  // namespace
 
 const OrderedStep* StepAt(std::size_t place) {
   return place < std::size(kOrder) ? &kOrder[place] : nullptr;
+}
+
+Outcome Completed(const Installation& installation) {
+  const bool complete = installation.lacking.empty();
+  return {complete ? Outcome::kDone : Outcome::kFailed,
+          complete ? "" : "what follows the image",
+          {"", "", 0, complete ? ExitCode::kInstalled : ExitCode::kIncomplete}};
+}
+
+Outcome FailedIn(const char* step, const Failure& failure) {
+  const bool refused = failure.code == ExitCode::kRefused;
+  return {refused ? Outcome::kRefused : Outcome::kFailed, step, failure};
+}
+
+std::string EndText(Session& session, const Installation& installation) {
+  if (installation.lacking.empty()) return String(session, kTextFinished);
+  std::string text = More(session, kMoreIncomplete);
+  for (const std::string& line : installation.lacking) text += "\n" + line;
+  return text;
 }
 
 }  // namespace pavoline

@@ -7,7 +7,10 @@
 #include "engine/ghost_restore.h"
 #include "engine/wim_apply.h"
 #include "form/text_numbers.h"
+#include "install/dry_run.h"
 #include "install/installation.h"
+#include "install/plan_text.h"
+#include "install/rehearsal.h"
 #include "install/target_safety.h"
 #include "platform/dialogs.h"
 #include "platform/environment.h"
@@ -28,6 +31,7 @@ struct Refusal {
   ExitCode code = ExitCode::kRefused;
 };
 using Checked = std::optional<Refusal>;
+using Words = std::vector<std::string>;
 
 Refusal Because(std::string text) { return {std::move(text)}; }
 
@@ -115,7 +119,7 @@ Checked OfferLetter(Session& session, Plan& plan) {
   if (!boot) return Because(ReplaceAll(String(session, kTextBootMissing), "%bp%", ""));
   const std::string question = ReplaceAll(
       ReplaceAll(More(session, kMoreLendLetter), "%ip%", plan.target.drive), "%bp%", boot->letter);
-  if (!session.commandLine.silent &&
+  if (!session.commandLine.silent && !session.commandLine.dryRun &&
       Message(session, question, kQuestionWarning, More(session, kMoreConfirm)) != kAnswerOk) {
     return Refusal{"", ExitCode::kCancelled};
   }
@@ -131,7 +135,8 @@ Checked BootPartitionExists(Session& session, Plan& plan) {
   const std::string& boot = plan.bootDrive;
   if (boot == plan.target.drive) return {};
   if (boot.empty()) return OfferLetter(session, plan);
-  if (!IsDrive(boot) || !session.platform.files.exists(boot)) {
+  const bool lent = session.commandLine.dryRun && boot == session.lentLetter;
+  if (!IsDrive(boot) || !(lent || session.platform.files.exists(boot))) {
     return Because(ReplaceAll(String(session, kTextBootMissing), "%bp%", boot));
   }
   if (SystemDrive(session).empty() || !SameDrive(boot, SystemDrive(session))) return {};
@@ -198,29 +203,59 @@ Checked AnswerFileMarked(Session& session, Plan& plan) {
   return Because(String(session, kTextWrongEncoding));
 }
 
-Checked Confirmed(Session& session, Plan& plan) {
+// The question stands until it is answered, however often the plan is looked at meanwhile.
+Checked Confirmed(Session& session, const Plan& plan, const Words& passed) {
   if (session.commandLine.silent) return {};
   const int number = plan.format || IsGhost(plan) ? kTextConfirmFormat : kTextConfirmKeep;
   std::string text = ReplaceAll(String(session, number), "%ip_id%", plan.target.drive + " ") +
                      "\r" + DescribeVolume(session, plan.target.drive) + "\r\r" +
                      String(session, kTextConfirmTail);
   if (!BootToolsPresent(session)) text += "\r\r" + More(session, kMoreNoBootTools);
-  const int answer = Message(session, text, kQuestionWarning, String(session, kTextInformation));
+  const MessageButton details{
+      More(session, kMoreDetails),
+      [&] { ShowPlanText(session, PlanText(session, plan, passed, Rehearse(session, plan))); }};
+  const int answer =
+      Message(session, text, kQuestionWarning, String(session, kTextInformation), details);
   return answer == kAnswerOk ? Checked() : Refusal{"", ExitCode::kCancelled};
 }
 
-Checked CheckAll(Session& session, Plan& plan) {
-  using Check = Checked (*)(Session&, Plan&);
-  static constexpr Check kChecks[] = {
-      RunningSystem,       SourceExists,     EditionChosen,     GhostPresent,
-      BootPartitionExists, FindTarget,       NothingElseIsLost, ToolAndImageUsable,
-      SplitImageUsable,    AnswerFileMarked, Confirmed};
-  for (const Check check : kChecks) {
-    const Checked refusal = check(session, plan);
+bool ForGhost(Session&, const Plan& plan) { return IsGhost(plan); }
+bool IsSplit(Session&, const Plan& plan) { return plan.kind == ImageKind::kSwm; }
+bool HasAnswerFile(Session& session, const Plan& plan) {
+  return !plan.answerFile.empty() && session.platform.files.exists(plan.answerFile);
+}
+
+struct StartCheck {
+  Checked (*run)(Session& session, Plan& plan);
+  int passed;  // number of the text that says so
+  bool (*concerns)(Session& session, const Plan& plan) = nullptr;  // null: every plan
+};
+constexpr StartCheck kChecks[] = {
+    {RunningSystem, kMoreNotRunningSystem},
+    {SourceExists, kMoreSourceThere},
+    {EditionChosen, kMoreEditionChosen},
+    {GhostPresent, kMoreGhostUsable, ForGhost},
+    {BootPartitionExists, kMoreBootThere},
+    {FindTarget, kMoreInstallListed},
+    {NothingElseIsLost, kMoreNothingLost},
+    {ToolAndImageUsable, kMoreToolUsable},
+    {SplitImageUsable, kMoreSplitUsable, IsSplit},
+    {AnswerFileMarked, kMoreAnswerFileMarked, HasAnswerFile},
+};
+
+// Every check and the question. What was passed is noted in words.
+Checked CheckAll(Session& session, Plan& plan, Words& passed) {
+  for (const StartCheck& check : kChecks) {
+    const Checked refusal = check.run(session, plan);
     if (session.form.unloaded()) return Refusal{};
     if (refusal) return refusal;
+    if (check.concerns == nullptr || check.concerns(session, plan)) {
+      passed.push_back(More(session, check.passed));
+    }
   }
-  return {};
+  if (session.commandLine.dryRun) return {};
+  const Checked refusal = Confirmed(session, plan, passed);
+  return session.form.unloaded() ? Refusal{} : refusal;
 }
 
 void NotePlan(Session& session, const Plan& plan) {
@@ -250,14 +285,20 @@ void StartInstallation(Session& session) {
   if (!May(session, Action::kStart)) return;
   Plan plan;
   Checked refusal;
+  Words passed;
+  const bool dry = session.commandLine.dryRun;
   {
     const ActivityScope checking(session, Activity::kChecking);
     plan = PlanFromWindow(session);
-    refusal = CheckAll(session, plan);
-    if (refusal && !session.form.unloaded()) EndInstallation(session, AsOutcome(session, *refusal));
+    refusal = CheckAll(session, plan, passed);
+    if (!refusal && dry) EndDryRun(session, plan, passed);
+    if (refusal && !session.form.unloaded()) {
+      if (dry) TellChecks(session, passed);
+      EndInstallation(session, AsOutcome(session, *refusal));
+    }
   }
   if (session.form.unloaded()) return;
-  if (refusal) {
+  if (refusal || dry) {
     session.form.focus(session.form.command1[kStart]);
     return;
   }

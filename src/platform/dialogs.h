@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,12 @@ struct MessageLimit {
   int answer = kAnswerOk;
 };
 
+// A further button of a message, which stays open when it is pressed.
+struct MessageButton {
+  std::string text;  // with its access key; empty: there is none
+  std::function<void()> press;
+};
+
 struct FileFilter {
   std::string description;  // as shown
   std::string patterns;     // "*.iso;*.wim"
@@ -43,7 +50,7 @@ class Dialogs {
   virtual ~Dialogs() = default;
 
   virtual int message(const std::string& text, int flags, const std::string& title,
-                      const MessageLimit& limit) = 0;
+                      const MessageLimit& limit, const MessageButton& further) = 0;
 
   // The chosen path, empty when cancelled.
   virtual std::string openFile(const FileRequest& request) = 0;

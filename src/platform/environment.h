@@ -29,6 +29,10 @@ class Environment {
   virtual std::string programFolder() = 0;  // no trailing backslash
   virtual bool is64BitProcess() = 0;
 
+  // Adds text to what the process writes to its standard output: to the file or program that takes
+  // it, as UTF-8, or else to the console of whoever started the process. False when there is none.
+  virtual bool print(const std::string& text) = 0;
+
   virtual unsigned systemLocale() = 0;  // locale identifiers, for example 1033
   virtual unsigned threadLocale() = 0;
   virtual void setThreadLocale(unsigned locale) = 0;

@@ -76,6 +76,19 @@ bool Contains(std::string_view text, std::string_view part) {
 
 bool EndsWith(std::string_view text, std::string_view end) { return text.ends_with(end); }
 
+std::string WithoutAccessKey(std::string_view caption) {
+  std::string text;
+  for (std::size_t i = 0; i < caption.size(); ++i) {
+    if (caption.substr(i, 2) == "(&" && caption.substr(i + 3, 1) == ")") {
+      i += 3;
+      continue;
+    }
+    if (caption[i] == '&' && ++i == caption.size()) break;
+    text += caption[i];
+  }
+  return text;
+}
+
 double LeadingNumber(std::string_view text) {
   std::size_t pos = text.find_first_not_of(' ');
   if (pos == std::string_view::npos) return 0;

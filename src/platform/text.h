@@ -18,6 +18,10 @@ std::vector<std::string> Split(std::string_view text, std::string_view separator
 bool Contains(std::string_view text, std::string_view part);
 bool EndsWith(std::string_view text, std::string_view end);
 
+// A caption as plain text: "&Start" without its mark, "Start(&S)" without the part in parentheses,
+// and no "&&".
+std::string WithoutAccessKey(std::string_view caption);
+
 // The number a text begins with: blanks are skipped, a sign, digits and one decimal point are
 // read, the rest is ignored. 0 without digits.
 double LeadingNumber(std::string_view text);

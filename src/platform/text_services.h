@@ -16,6 +16,7 @@ class TextServices {
   // The same in the code page in which the command interpreter reads a batch file. In most Western
   // locales that is another one than the ANSI code page.
   virtual std::string toConsole(const std::string& text) = 0;
+  virtual std::string fromConsole(const std::string& bytes) = 0;
 
   // Bytes of UTF-16LE without a byte-order mark. An odd last byte is dropped, a lone surrogate
   // becomes U+FFFD.

@@ -29,6 +29,7 @@ struct CommandLineOptions {
   std::string bootPartition;
   bool formatInstallPartition = false;
   bool silent = false;
+  bool dryRun = false;  // everything is checked and told, nothing is begun
 };
 
 }  // namespace pavoline

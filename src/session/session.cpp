@@ -22,6 +22,27 @@ bool IsLanguageTag(const std::string& text) {
   });
 }
 
+MessageLimit UsualLimit(const Session& session, int flags) {
+  if (!session.commandLine.install) return {};
+  return {session.commandLine.silent ? kSilentSeconds : kUnattendedSeconds,
+          IsQuestion(flags) ? kAnswerCancel : kAnswerOk};
+}
+
+int Show(Session& session, const std::string& text, int flags, const std::string& title,
+         const MessageLimit& limit, const MessageButton& further) {
+  Journal(session, "message: " + title + ": " + text);
+  const std::uint64_t shown = session.platform.environment.milliseconds();
+  const int answer = session.platform.dialogs.message(text, flags, title, limit, further);
+  const std::uint64_t passed = session.platform.environment.milliseconds() - shown;
+  if (IsQuestion(flags)) {
+    Journal(session, answer == kAnswerOk ? "answer: OK" : "answer: Cancel");
+  }
+  if (limit.seconds > 0 && passed >= static_cast<std::uint64_t>(limit.seconds) * 1000) {
+    Journal(session, "not answered in " + std::to_string(limit.seconds) + " seconds");
+  }
+  return answer;
+}
+
 }  // namespace
 
 const std::string& String(const Session& session, int n) {
@@ -41,29 +62,18 @@ std::string TempFile(Session& session, const std::string& name) {
 }
 
 int Message(Session& session, const std::string& text, int flags, const std::string& title) {
-  MessageLimit limit;
-  if (session.commandLine.install) {
-    limit.seconds = session.commandLine.silent ? kSilentSeconds : kUnattendedSeconds;
-    limit.answer = IsQuestion(flags) ? kAnswerCancel : kAnswerOk;
-  }
-  return Message(session, text, flags, title, limit);
+  return Show(session, text, flags, title, UsualLimit(session, flags), {});
 }
 
 int Message(Session& session, const std::string& text, int flags, const std::string& title,
             const MessageLimit& limit) {
-  Journal(session, "message: " + title + ": " + text);
-  const std::uint64_t shown = session.platform.environment.milliseconds();
-  const int answer = session.platform.dialogs.message(text, flags, title, limit);
-  const std::uint64_t passed = session.platform.environment.milliseconds() - shown;
-  if (IsQuestion(flags)) {
-    Journal(session, answer == kAnswerOk ? "answer: OK" : "answer: Cancel");
-  }
-  if (limit.seconds > 0 && passed >= static_cast<std::uint64_t>(limit.seconds) * 1000) {
-    Journal(session, "not answered in " + std::to_string(limit.seconds) + " seconds");
-  }
-  return answer;
+  return Show(session, text, flags, title, limit, {});
 }
 
+int Message(Session& session, const std::string& text, int flags, const std::string& title,
+            const MessageButton& further) {
+  return Show(session, text, flags, title, UsualLimit(session, flags), further);
+}
 void Journal(Session& session, const std::string& text) {
   const LocalTime t = session.platform.environment.now();
   char stamp[64];

@@ -28,13 +28,8 @@ struct ProgramPaths {
 
 struct Installation;
 
-// What one run of the program knows. The steps of an installation are free functions that take
-// it, read what earlier steps left and leave what later ones need.
-struct Session {
-  Session(Platform& platformOfRun, Form1& formOfRun) : platform(platformOfRun), form(formOfRun) {}
-
-  Platform& platform;
-  Form1& form;
+// What one run of the program has found out and been told.
+struct RunState {
   Texts texts;
   InstallOptions options;
   CommandLineOptions commandLine;
@@ -74,6 +69,16 @@ struct Session {
   ExitCode exitCode = ExitCode::kCancelled;
 };
 
+// What one run of the program knows, with the machine that it works on and its window. The steps
+// of an installation are free functions that take it, read what earlier steps left and leave what
+// later ones need.
+struct Session : RunState {
+  Session(Platform& platformOfRun, Form1& formOfRun) : platform(platformOfRun), form(formOfRun) {}
+
+  Platform& platform;
+  Form1& form;
+};
+
 // May the program be asked for this now?
 bool May(const Session& session, Action action);
 
@@ -100,6 +105,9 @@ int Message(Session& session, const std::string& text, int flags, const std::str
 // The same with a limit of its own, which also holds for a person.
 int Message(Session& session, const std::string& text, int flags, const std::string& title,
             const MessageLimit& limit);
+// With a further button, and the usual limit.
+int Message(Session& session, const std::string& text, int flags, const std::string& title,
+            const MessageButton& further);
 
 // Adds a line with the time to %windir%\temp\Pavoline.log, so that a person can find out
 // afterwards what was done; where that folder is full or read-only, to a file of the same name

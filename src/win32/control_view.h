@@ -67,6 +67,7 @@ std::unique_ptr<ControlView> MakeControlView(Control& control, HWND parent, int 
 
 // Of the kinds that have a source of their own.
 std::unique_ptr<ControlView> MakeTextBoxView(Control& control, HWND parent, int id);
+std::unique_ptr<ControlView> MakeTextViewView(Control& control, HWND parent, int id);
 std::unique_ptr<ControlView> MakeComboBoxView(Control& control, HWND parent, int id);
 std::unique_ptr<ControlView> MakeListViewView(Control& control, HWND parent, int id);
 

@@ -1,4 +1,4 @@
-// Text boxes and combo boxes.
+// Text boxes, texts to read, and combo boxes.
 #include <vector>
 
 #include "win32/control_view.h"
@@ -25,6 +25,28 @@ class TextBoxView : public ControlView {
 
  private:
   TextBox& box_;
+};
+
+// Enter, Escape and Tab stay with the window.
+class TextViewView : public ControlView {
+ public:
+  TextViewView(Control& text, HWND parent, int id)
+      : ControlView(text, CreateControl(
+                              WC_EDITW,
+                              ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL | WS_VSCROLL | WS_TABSTOP,
+                              WS_EX_CLIENTEDGE, parent, id)) {
+    SetWindowSubclass(handle(), wantedKeys, 1, 0);
+  }
+
+ protected:
+  void show() override { ShowText(handle(), control().text()); }
+
+ private:
+  static LRESULT CALLBACK wantedKeys(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                     UINT_PTR, DWORD_PTR) {
+    if (message == WM_GETDLGCODE) return DLGC_WANTARROWS;
+    return DefSubclassProc(window, message, wParam, lParam);
+  }
 };
 
 class ComboBoxView : public ControlView {
@@ -118,6 +140,10 @@ class ComboBoxView : public ControlView {
 
 std::unique_ptr<ControlView> MakeTextBoxView(Control& control, HWND parent, int id) {
   return std::make_unique<TextBoxView>(static_cast<TextBox&>(control), parent, id);
+}
+
+std::unique_ptr<ControlView> MakeTextViewView(Control& control, HWND parent, int id) {
+  return std::make_unique<TextViewView>(control, parent, id);
 }
 
 std::unique_ptr<ControlView> MakeComboBoxView(Control& control, HWND parent, int id) {

@@ -1,5 +1,8 @@
 #include "win32/message_box.h"
 
+// After windows.h, on which it leans.
+#include <commctrl.h>
+
 #include <vector>
 
 namespace pavoline {
@@ -7,6 +10,7 @@ namespace {
 
 struct OpenBox {
   std::wstring title;
+  const BoxButton& further;
   int answer = kAnswerOk;
   ULONGLONG end = 0;  // of GetTickCount64; 0: no limit
   ULONGLONG shownSeconds = 0;
@@ -33,18 +37,32 @@ void StopWaiting() {
   windowHook = nullptr;
 }
 
-// The first dialog that the thread makes is the box.
+// The help button, under a text of its own, does what the further button is for.
+LRESULT CALLBACK BoxWithFurther(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                DWORD_PTR data) {
+  if (message != WM_COMMAND || LOWORD(wParam) != IDHELP) {
+    return DefSubclassProc(window, message, wParam, lParam);
+  }
+  reinterpret_cast<const BoxButton*>(data)->press();
+  return 0;
+}
+
+// The first dialog that the thread makes is the box. Its buttons are there when it is activated.
 LRESULT CALLBACK NoteBox(int code, WPARAM wParam, LPARAM lParam) {
   const HHOOK hook = windowHook;
-  if (code == HCBT_CREATEWND) {
-    const auto window = reinterpret_cast<HWND>(wParam);
+  OpenBox& box = *openBoxes.back();
+  const auto window = reinterpret_cast<HWND>(wParam);
+  if (code == HCBT_CREATEWND && box.window == nullptr) {
     wchar_t name[16] = L"";
     GetClassNameW(window, name, 16);
-    if (lstrcmpW(name, L"#32770") == 0) {
-      openBoxes.back()->window = window;
-      StopWaiting();
-    }
+    if (lstrcmpW(name, L"#32770") == 0) box.window = window;
   }
+  if (code == HCBT_ACTIVATE && window == box.window) {
+    SetDlgItemTextW(window, IDHELP, box.further.text.c_str());
+    SetWindowSubclass(window, BoxWithFurther, 1, reinterpret_cast<DWORD_PTR>(&box.further));
+    StopWaiting();
+  }
+  if (box.window != nullptr && box.further.text.empty()) StopWaiting();
   return CallNextHookEx(hook, code, wParam, lParam);
 }
 
@@ -69,34 +87,41 @@ void CALLBACK CountDown(HWND, UINT, UINT_PTR, DWORD) {
       box->shownSeconds = left;
       SetWindowTextW(box->window, TitleOf(*box).c_str());
     }
-    if (left == 0 && box == openBoxes.back()) Close(*box);
+    if (left != 0 || box != openBoxes.back()) continue;
+    // What the further button has opened goes first.
+    const HWND over = GetLastActivePopup(box->window);
+    if (IsWindowEnabled(box->window) || over == box->window) {
+      Close(*box);
+    } else {
+      PostMessageW(over, WM_CLOSE, 0, 0);
+    }
   }
 }
 
 }  // namespace
 
 int ShowMessageBox(HWND owner, const std::wstring& text, const std::wstring& title, UINT style,
-                   const MessageLimit& limit) {
-  OpenBox box;
-  box.title = title;
+                   const MessageLimit& limit, const BoxButton& further) {
+  OpenBox box{title, further};
   box.answer = (style & MB_TYPEMASK) == MB_OK ? IDOK : limit.answer;
   openBoxes.push_back(&box);
   UINT_PTR timer = 0;
   std::wstring shownTitle = title;
+  StopWaiting();
+  if (limit.seconds > 0 || !further.text.empty()) {
+    windowHook = SetWindowsHookExW(WH_CBT, NoteBox, nullptr, GetCurrentThreadId());
+  }
   if (limit.seconds > 0) {
     constexpr UINT kTickMs = 250;
     box.end = GetTickCount64() + static_cast<ULONGLONG>(limit.seconds) * 1000;
     box.shownSeconds = SecondsLeft(box);
     shownTitle = TitleOf(box);
-    StopWaiting();
-    windowHook = SetWindowsHookExW(WH_CBT, NoteBox, nullptr, GetCurrentThreadId());
     timer = SetTimer(nullptr, 0, kTickMs, CountDown);
   }
+  if (!further.text.empty()) style |= MB_HELP;
   const int answer = MessageBoxW(owner, text.c_str(), shownTitle.c_str(), style);
-  if (timer != 0) {
-    KillTimer(nullptr, timer);
-    StopWaiting();
-  }
+  if (timer != 0) KillTimer(nullptr, timer);
+  StopWaiting();
   openBoxes.pop_back();
   const bool failed = answer == 0 && limit.seconds > 0;
   return box.timeIsUp || failed ? box.answer : answer;

@@ -184,6 +184,7 @@ constexpr KindMaker kMakers[] = {
     {Control::Kind::kCheckBox, Make<CheckBoxView, CheckBox>},
     {Control::Kind::kOptionButton, Make<OptionButtonView, OptionButton>},
     {Control::Kind::kTextBox, MakeTextBoxView},
+    {Control::Kind::kTextView, MakeTextViewView},
     {Control::Kind::kComboBox, MakeComboBoxView},
     {Control::Kind::kListView, MakeListViewView},
     {Control::Kind::kProgressBar, Make<ProgressBarView, ProgressBar>},

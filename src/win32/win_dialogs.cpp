@@ -71,12 +71,18 @@ int CALLBACK ChooseInitialFolder(HWND dialog, UINT message, LPARAM, LPARAM folde
 }  // namespace
 
 int WinDialogs::message(const std::string& text, int flags, const std::string& title,
-                        const MessageLimit& limit) {
+                        const MessageLimit& limit, const MessageButton& further) {
   loop_.sync();
   const HWND owner = loop_.dialogOwner();
   UINT style = static_cast<UINT>(flags);
   if (owner == nullptr || GetActiveWindow() == nullptr) style |= MB_SETFOREGROUND;
-  return ShowMessageBox(owner, Wide(text), Wide(title), style, limit);
+  const auto press = [&] {
+    loop_.guard(further.press);
+    loop_.sync();
+  };
+  return ShowMessageBox(
+      owner, Wide(text), Wide(title), style, limit,
+      {Wide(further.text), further.text.empty() ? std::function<void()>() : press});
 }
 
 std::string WinDialogs::openFile(const FileRequest& request) {

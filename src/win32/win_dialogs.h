@@ -11,7 +11,7 @@ class WinDialogs : public Dialogs {
   explicit WinDialogs(MessageLoop& loop) : loop_(loop) {}
 
   int message(const std::string& text, int flags, const std::string& title,
-              const MessageLimit& limit) override;
+              const MessageLimit& limit, const MessageButton& further) override;
   std::string openFile(const FileRequest& request) override;
   std::string saveFile(const FileRequest& request) override;
   std::string chooseFolder(const std::string& title, const std::string& initialFolder) override;

@@ -19,6 +19,32 @@ int CALLBACK NoteFont(const LOGFONTW*, const TEXTMETRICW*, DWORD, LPARAM found) 
   return 0;
 }
 
+bool IsOpen(HANDLE output) {
+  return output != nullptr && output != INVALID_HANDLE_VALUE &&
+         GetFileType(output) != FILE_TYPE_UNKNOWN;
+}
+
+bool Write(HANDLE output, const std::string& text) {
+  DWORD mode = 0, written = 0;
+  if (GetConsoleMode(output, &mode) != 0) {
+    const std::wstring wide = Wide(text);
+    return WriteConsoleW(output, wide.data(), static_cast<DWORD>(wide.size()), &written, nullptr);
+  }
+  return WriteFile(output, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
+}
+
+// The console of whoever started the process, only for as long as something is written: the
+// programs that this one starts must not come to share it.
+bool PrintToParent(const std::string& text) {
+  if (!AttachConsole(ATTACH_PARENT_PROCESS)) return false;
+  const HANDLE console = CreateFileW(L"CONOUT$", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_WRITE,
+                                     nullptr, OPEN_EXISTING, 0, nullptr);
+  const bool written = IsOpen(console) && Write(console, text);
+  if (console != INVALID_HANDLE_VALUE) CloseHandle(console);
+  FreeConsole();
+  return written;
+}
+
 }  // namespace
 
 std::string WinEnvironment::variable(const std::string& name) {
@@ -50,6 +76,12 @@ std::string WinEnvironment::programFolder() {
 }
 
 bool WinEnvironment::is64BitProcess() { return sizeof(void*) == 8; }
+
+bool WinEnvironment::print(const std::string& text) {
+  const HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
+  // A handle may be left over from a console that is not this process's.
+  return (IsOpen(output) && Write(output, text)) || PrintToParent(text);
+}
 
 unsigned WinEnvironment::systemLocale() { return GetSystemDefaultLCID(); }
 

@@ -23,6 +23,14 @@ std::string ToCodePage(const std::string& text, UINT codePage) {
   return bytes;
 }
 
+std::string FromCodePage(const std::string& bytes, UINT codePage) {
+  const int length = static_cast<int>(bytes.size());
+  const int wanted = MultiByteToWideChar(codePage, 0, bytes.data(), length, nullptr, 0);
+  std::wstring wide(static_cast<std::size_t>(wanted), L'\0');
+  MultiByteToWideChar(codePage, 0, bytes.data(), length, wide.data(), wanted);
+  return Narrow(wide);
+}
+
 }  // namespace
 
 std::string WinTextServices::toAnsi(const std::string& text) { return ToCodePage(text, GetACP()); }
@@ -32,11 +40,11 @@ std::string WinTextServices::toConsole(const std::string& text) {
 }
 
 std::string WinTextServices::fromAnsi(const std::string& bytes) {
-  const int length = static_cast<int>(bytes.size());
-  const int wanted = MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, nullptr, 0);
-  std::wstring wide(static_cast<std::size_t>(wanted), L'\0');
-  MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, wide.data(), wanted);
-  return Narrow(wide);
+  return FromCodePage(bytes, CP_ACP);
+}
+
+std::string WinTextServices::fromConsole(const std::string& bytes) {
+  return FromCodePage(bytes, CP_OEMCP);
 }
 
 std::string WinTextServices::fromUtf16(const std::string& bytes) {

@@ -5,8 +5,11 @@
 namespace e2e {
 namespace {
 
+using testing::AllOf;
 using testing::EndsWith;
+using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::StartsWith;
 using namespace pavoline;
 
 class Refusing : public OnTheBench {
@@ -46,8 +49,30 @@ TEST_F(Refusing, EachStartThatCannotSucceed) {
   }
   person.entersPartitions("E:", "S:\\");
   person.main.command(kStart).click();
-  person.hears(IDCANCEL);
+  const auto question = bench::waitForMessage(person.main.program(), kPatience);
+  ASSERT_TRUE(question);
+  person.presses(question->window, more(kMoreDetails));
+  bench::Window plan = person.sees("PlanText");
+  ASSERT_TRUE(plan);
+  EXPECT_THAT(plan.childOfClass("Edit").text(), HasSubstr("\\format.com E: /FS:NTFS"));
+  EXPECT_FALSE(question->window.enabled());
+  plan.key(VK_RETURN);
+  EXPECT_TRUE(soon([&] { return !plan && question->window.enabled(); }));
+  EXPECT_EQ(person.hears(IDCANCEL).find(text(kTextConfirmFormat, "%ip_id%", "E: ")), 0u);
   EXPECT_TRUE(person.leftInPeace());
+}
+
+TEST_F(Refusing, ADryRunTellsTheLinesOnItsOutput) {
+  place("small.wim", kImage);
+  write("C:\\dry.bat", "@\"" + std::string(kAppFolder) + "\\Pavoline.exe\" /lng:1033 /source:" +
+                           kImage + " /wimindex:2 /instpart:E: /bootpart:S: /formatinstpart" +
+                           " /reboot /install /slient /dryrun >C:\\told\r\n@exit %errorlevel%\r\n");
+  EXPECT_EQ(std::system("C:\\dry.bat"), 0);
+  EXPECT_THAT(read("C:\\told"),
+              AllOf(StartsWith(more(kMoreDryRun) + "\r\n"),
+                    HasSubstr("\\wimlib-imagex.exe apply \"d:\\Images\\small.wim\" 2 E:\\  >"),
+                    HasSubstr("\r\n    shutdown.exe -r -f -t 5\r\n"), EndsWith("exit code 0\r\n")));
+  EXPECT_FALSE(exists("C:\\windows\\temp\\apply.bat"));
 }
 
 TEST_F(Refusing, UnattendedRunsEndThemselves) {

@@ -8,8 +8,8 @@
 
 namespace pavoline::testing {
 int FakeDialogs::message(const std::string& text, int flags, const std::string& title,
-                         const MessageLimit& limit) {
-  const Shown shown{text, flags, title, limit};
+                         const MessageLimit& limit, const MessageButton& further) {
+  const Shown shown{text, flags, title, limit, further};
   messages.push_back(shown);
   if (onMessage) onMessage(shown);
   const long limitMs = limit.seconds * 1000L;

@@ -22,6 +22,7 @@ struct FakeDialogs : Dialogs {
     int flags = 0;
     std::string title;
     MessageLimit limit;
+    MessageButton further;
   };
   std::vector<Shown> messages;
   std::deque<int> answers;                      // to the next messages, whatever they say
@@ -42,7 +43,7 @@ struct FakeDialogs : Dialogs {
   std::deque<int> menuChoices;  // the next entries chosen; none is 0
 
   int message(const std::string& text, int flags, const std::string& title,
-              const MessageLimit& limit) override;
+              const MessageLimit& limit, const MessageButton& further) override;
   std::string openFile(const FileRequest& request) override {
     openRequests.push_back(request);
     return next(files, {});

@@ -27,6 +27,7 @@ struct FakeEnvironment : Environment {
   std::deque<double> randoms;  // the next numbers; 0.5 when none is left
   int reseeds = 0;
   ScreenRoom screen{28800, 16200};  // 1920x1080 at 96 dpi
+  std::string printed;  // on standard output
 
   std::string variable(const std::string& name) override { return variables[Lower(name)]; }
   void setVariable(const std::string& name, const std::string& value) override {
@@ -35,6 +36,10 @@ struct FakeEnvironment : Environment {
   std::vector<std::string> arguments() override { return commandLine; }
   std::string programFolder() override { return "X:\\Pavoline"; }
   bool is64BitProcess() override { return is64Bit; }
+  bool print(const std::string& text) override {
+    printed += text;
+    return true;
+  }
   unsigned systemLocale() override { return 1033; }
   unsigned threadLocale() override { return thread; }
   void setThreadLocale(unsigned locale) override { thread = locale; }

@@ -90,8 +90,11 @@ std::string FakeTextServices::toAnsi(const std::string& text) {
 }
 
 std::string FakeTextServices::toConsole(const std::string& text) {
-  const std::string& console = consoleCodePage.empty() ? codePage : consoleCodePage;
-  return Translate(kWide, console, WideBytes(text), sizeof(wchar_t), "?");
+  return Translate(kWide, console(), WideBytes(text), sizeof(wchar_t), "?");
+}
+
+std::string FakeTextServices::fromConsole(const std::string& bytes) {
+  return Translate(console(), kUtf8, bytes, 1, "\uFFFD");
 }
 
 std::string FakeTextServices::fromAnsi(const std::string& bytes) {

@@ -18,9 +18,14 @@ std::string Encode(std::wstring_view characters);
 struct FakeTextServices : TextServices {
   std::string codePage = "CP1252", consoleCodePage;  // empty: the same
 
+  const std::string& console() const {
+    return consoleCodePage.empty() ? codePage : consoleCodePage;
+  }
+
   std::string toAnsi(const std::string& text) override;
   std::string fromAnsi(const std::string& bytes) override;
   std::string toConsole(const std::string& text) override;
+  std::string fromConsole(const std::string& bytes) override;
   std::string fromUtf16(const std::string& bytes) override;
   std::string toUtf16(const std::string& text) override;
   std::string lower(const std::string& text) override { return Lower(text); }

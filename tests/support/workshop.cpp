@@ -44,7 +44,8 @@ Texts RecognisableTexts() {
                                {46, " %t%"},
                                {47, " %t%"},
                                {48, " %t%"},
-                               {49, " %p%"}};
+                               {49, " %p%"},
+                               {65, " %v%"}};
   Texts texts;
   Number(texts.strings, "S", inStrings);
   Number(texts.captions, "C", {});
