@@ -144,6 +144,10 @@ enum MoreNumber {
   kMoreRestartsSoon = 22,
   kMoreStop = 23,
   kMoreNotStarted = 24,
+  kMoreNoSettings = 30,
+  kMoreUntold = 31,
+  kMoreNamedMissing = 32,
+  kMoreDriversNamed = 33,
 };
 
 enum CaptionNumber {

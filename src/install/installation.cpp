@@ -6,6 +6,8 @@
 #include "disk/lent_letter.h"
 #include "form/control_status.h"
 #include "install/order.h"
+#include "install/record.h"
+#include "platform/environment.h"
 #include "platform/taskbar.h"
 #include "run/taskbar_progress.h"
 
@@ -20,15 +22,24 @@ const char* CurrentStep(const Installation& installation) {
   return step == nullptr ? "" : step->name;
 }
 
+std::uint64_t Now(Session& session) { return session.platform.environment.milliseconds(); }
+
+void NoteEnd(Session& session, const Installation& installation, const char* how) {
+  Journal(session, std::string("step ") + how + ": " + CurrentStep(installation) + ", " +
+                       std::to_string(Now(session) - installation.stepBegan) + " ms");
+}
+
 // True when the installation may go on with its next step.
 bool Passed(Session& session, const Held& held, const StepResult& result) {
   // Somebody may have ended it meanwhile.
   if (session.installation != held) return false;
   switch (result.kind) {
     case StepResult::kDone:
+      NoteEnd(session, *held, "ended");
       ++held->step;
       return true;
     case StepResult::kFailed: {
+      NoteEnd(session, *held, "failed");
       const bool refused = result.failure.code == ExitCode::kRefused;
       EndInstallation(session, {refused ? Outcome::kRefused : Outcome::kFailed, CurrentStep(*held),
                                 result.failure});
@@ -66,16 +77,14 @@ void WakeAtEnd(Session& session, Installation& installation) {
 void Proceed(Session& session, const Held& held) {
   for (const OrderedStep* step = StepAt(held->step); step != nullptr; step = StepAt(held->step)) {
     Journal(session, std::string("step: ") + step->name);
+    held->stepBegan = Now(session);
     const StepResult result = step->run(session, *held);
     if (result.kind == StepResult::kWaits && session.installation == held) {
       WakeAtEnd(session, *held);
     }
     if (!Passed(session, held, result)) return;
   }
-  const bool complete = held->lacking.empty();
-  EndInstallation(session, {complete ? Outcome::kDone : Outcome::kFailed,
-                            complete ? "" : "what follows the image",
-                            {"", "", 0, complete ? ExitCode::kInstalled : ExitCode::kIncomplete}});
+  EndInstallation(session, OutcomeOfLastStep(*held));
 }
 
 void Tick(Session& session, StepResult (*look)(Session&, Installation&)) {
@@ -90,26 +99,13 @@ void ClearProgress(Session& session) {
   session.platform.taskbar.setProgressState(TaskbarState::kNone);
 }
 
-const char* Word(Outcome::Kind kind) {
-  switch (kind) {
-    case Outcome::kDone:
-      return "done";
-    case Outcome::kRefused:
-      return "refused";
-    case Outcome::kCancelled:
-      return "cancelled";
-    case Outcome::kFailed:
-      break;
-  }
-  return "failed";
-}
-
 }  // namespace
 
 void BeginInstallation(Session& session, Plan plan) {
   session.search.stop = true;
   const Held held = std::make_shared<Installation>();
   held->plan = std::move(plan);
+  held->began = Now(session);
   held->activity = ActivityScope(session, Activity::kInstalling);
   session.installation = held;
   ControlStatus(session.form, session.texts, false);
@@ -133,16 +129,12 @@ void DriverTick(Session& session) {
 void EndInstallation(Session& session, const Outcome& outcome) {
   Form1& form = session.form;
   session.exitCode = outcome.failure.code;
-  Journal(session, std::string("outcome: ") + Word(outcome.kind) +
-                       (*outcome.step == '\0' ? "" : std::string(" in step: ") + outcome.step) +
-                       ", exit code " + std::to_string(static_cast<int>(session.exitCode)));
   // Over before it is told: a window closed over the message cancels nothing any more.
-  const bool ran = session.installation != nullptr;
-  if (ran) {
-    session.installation->activity.leave();
-    session.installation.reset();
-  }
+  const Held held = std::exchange(session.installation, nullptr);
+  const bool ran = held != nullptr;
   TakeLetterBack(session);
+  CloseRecord(session, held.get(), outcome);
+  if (ran) held->activity.leave();
   if (!outcome.failure.text.empty() && !form.unloaded()) {
     Message(session, outcome.failure.text, outcome.failure.flags, outcome.failure.title);
   }

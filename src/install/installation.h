@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,10 @@ struct Installation {
   GhostRun ghost;
   DriverRun drivers;
   float appliedVersion = 0;  // major.minor of the system that was applied
+  bool applied = false;      // the image is on the target
+
+  std::uint64_t began = 0, stepBegan = 0;  // milliseconds of the environment
+  std::string recorded;                    // the outcome in the record; empty: not closed yet
 
   // What the image is there without, each as a line for a person.
   std::vector<std::string> lacking;

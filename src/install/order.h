@@ -13,6 +13,9 @@ struct OrderedStep {
   StepResult (*run)(Session& session, Installation& installation);
 };
 
+// How an installation has ended whose steps have all been done.
+Outcome OutcomeOfLastStep(const Installation& installation);
+
 // The step at a place of the order; null behind the last.
 const OrderedStep* StepAt(std::size_t place);
 

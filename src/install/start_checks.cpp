@@ -7,6 +7,7 @@
 #include "engine/ghost_restore.h"
 #include "form/text_numbers.h"
 #include "install/installation.h"
+#include "install/named_values.h"
 #include "install/target_safety.h"
 #include "platform/dialogs.h"
 #include "platform/environment.h"
@@ -37,9 +38,6 @@ Plan PlanFromWindow(Session& session) {
   const auto optional = [&](CheckIndex box, const std::string& text) {
     return form.check[box].ticked() ? text : std::string();
   };
-  const auto path = [&](const std::string& text) {
-    return text.empty() ? text : session.platform.files.fullPath(FromProgram(session, text));
-  };
   Plan plan;
   plan.source = form.combo1.text();
   plan.kind = KindOf(plan.source);
@@ -53,8 +51,8 @@ Plan PlanFromWindow(Session& session) {
   plan.apply = session.apply;
   plan.minimizeGhost = session.minimizeGhost;
   plan.repairBoot = form.check[kRepairBoot].ticked();
-  plan.answerFile = path(optional(kUseAnswerFile, form.text[kAnswerFile].text()));
-  plan.driverFolder = path(optional(kAddDrivers, form.text[kDriverFolder].text()));
+  plan.answerFile = optional(kUseAnswerFile, form.text[kAnswerFile].text());
+  plan.driverFolder = optional(kAddDrivers, form.text[kDriverFolder].text());
   plan.plugin = optional(kRunPlugin, form.combo2.text());
   plan.restart = form.check[kRestart].ticked();
   return plan;
@@ -105,6 +103,11 @@ Checked GhostPresent(Session& session, Plan& plan) {
     return Because(More(session, kMoreGhostComma));
   }
   return {};
+}
+
+Checked NamedValues(Session& session, Plan& plan) {
+  const std::string refusal = ResolveNamedValues(session, plan);
+  return refusal.empty() ? Checked() : Because(refusal);
 }
 
 // An EFI system partition without a letter gets one, if the person agrees.
@@ -196,9 +199,10 @@ Checked Confirmed(Session& session, Plan& plan) {
 
 Checked CheckAll(Session& session, Plan& plan) {
   using Check = Checked (*)(Session&, Plan&);
-  static constexpr Check kChecks[] = {
-      RunningSystem, SourceExists,      EditionChosen,      GhostPresent,     BootPartitionExists,
-      FindTarget,    NothingElseIsLost, ToolAndImageUsable, AnswerFileMarked, Confirmed};
+  static constexpr Check kChecks[] = {RunningSystem,    SourceExists,      EditionChosen,
+                                      GhostPresent,     NamedValues,       BootPartitionExists,
+                                      FindTarget,       NothingElseIsLost, ToolAndImageUsable,
+                                      AnswerFileMarked, Confirmed};
   for (const Check check : kChecks) {
     const Checked refusal = check(session, plan);
     if (session.form.unloaded()) return Refusal{};
@@ -208,11 +212,19 @@ Checked CheckAll(Session& session, Plan& plan) {
 }
 
 void NotePlan(Session& session, const Plan& plan) {
-  Journal(session, "installing edition " + std::to_string(plan.edition) + " \"" + plan.editionName +
-                       "\" of " + plan.source + " on " + plan.target.drive + " (" +
-                       DescribeVolume(session, plan.target.drive) + ", volume " +
-                       plan.target.facts.name + "), boot " + plan.bootDrive +
-                       (plan.format ? ", formatting" : ", not formatting"));
+  const auto part = [](const char* what, const std::string& value) {
+    return value.empty() ? std::string() : what + value;
+  };
+  Journal(session,
+          "installing edition " + std::to_string(plan.edition) + " \"" + plan.editionName +
+              "\" of " + plan.source + " on " + plan.target.drive + " (" +
+              DescribeVolume(session, plan.target.drive) + ", volume " + plan.target.facts.name +
+              "), boot " + plan.bootDrive + (plan.format ? ", formatting" : ", not formatting") +
+              part(", answer file ", plan.answerFile) + part(", drivers ", plan.driverFolder) +
+              (plan.plugin.empty() ? "" : ", plug-in") + (plan.restart ? ", restart" : ""));
+  if (plan.answerFile.empty() && !session.commandLine.computerName.empty()) {
+    Journal(session, "no answer file: the computer name is not used");
+  }
 }
 
 Outcome AsOutcome(Session& session, const Refusal& refusal) {

@@ -24,6 +24,13 @@ class Environment {
   virtual std::string programFolder() = 0;  // no trailing backslash
   virtual bool is64BitProcess() = 0;
 
+  // The firmware's SMBIOS table as the system hands it out, eight bytes of its own in front. Empty
+  // without one.
+  virtual std::string firmwareTable() = 0;
+  // Twelve capital hexadecimal digits of the first Ethernet or wireless adapter that has a link;
+  // empty without one.
+  virtual std::string networkAddress() = 0;
+
   virtual unsigned systemLocale() = 0;  // locale identifiers, for example 1033
   virtual unsigned threadLocale() = 0;
   virtual void setThreadLocale(unsigned locale) = 0;

@@ -13,6 +13,8 @@ class WinEnvironment : public Environment {
   std::vector<std::string> arguments() override;
   std::string programFolder() override;
   bool is64BitProcess() override;
+  std::string firmwareTable() override;
+  std::string networkAddress() override;
   unsigned systemLocale() override;
   unsigned threadLocale() override;
   void setThreadLocale(unsigned locale) override;

@@ -26,6 +26,7 @@ struct FakeEnvironment : Environment {
   unsigned thread = 1033;
   std::deque<double> randoms;  // the next numbers; 0.5 when none is left
   int reseeds = 0;
+  std::string firmware, network;
 
   std::string variable(const std::string& name) override { return variables[Lower(name)]; }
   void setVariable(const std::string& name, const std::string& value) override {
@@ -34,6 +35,8 @@ struct FakeEnvironment : Environment {
   std::vector<std::string> arguments() override { return commandLine; }
   std::string programFolder() override { return "X:\\Pavoline"; }
   bool is64BitProcess() override { return is64Bit; }
+  std::string firmwareTable() override { return firmware; }
+  std::string networkAddress() override { return network; }
   unsigned systemLocale() override { return 1033; }
   unsigned threadLocale() override { return thread; }
   void setThreadLocale(unsigned locale) override { thread = locale; }
