@@ -10,7 +10,7 @@
 #include "form/text_numbers.h"
 #include "platform/environment.h"
 #include "platform/text.h"
-#include "session/smbios.h"
+#include "platform/smbios.h"
 
 namespace pavoline {
 namespace {

@@ -50,6 +50,9 @@ struct FakeEnvironment : Environment {
   SimulatedTime& time_;
 };
 
+// The answer of a firmware that has these names, behind a structure of another kind.
+std::string FirmwareTable(const std::string& serial, const std::string& model);
+
 struct FakeDrives : Drives {
   explicit FakeDrives(FakeFiles& files) : files_(files) {}
 

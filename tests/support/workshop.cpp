@@ -35,7 +35,11 @@ Texts RecognisableTexts() {
                                {16, " %ip% %bp%"},
                                {17, " %e%"},
                                {18, " %f%"},
-                               {24, " %f%"}};
+                               {24, " %f%"},
+                               {30, " %f%"},
+                               {31, " %v% %f%"},
+                               {32, " %f%"},
+                               {33, " %f%"}};
   Texts texts;
   Number(texts.strings, "S", inStrings);
   Number(texts.captions, "C", {});

@@ -1,4 +1,4 @@
-#include "session/smbios.h"
+#include "platform/smbios.h"
 
 #include <algorithm>
 #include <cstddef>
