@@ -51,8 +51,9 @@ void StartJournal(Session& session) {
   }
   Journal(session, line);
   const MachineFacts facts = FactsOfMachine(session);
-  Journal(session, "machine: serial number " + facts.serial + ", model " + facts.model +
-                       ", network address " + facts.mac);
+  const auto told = [](const std::string& fact) { return fact.empty() ? "unknown" : fact; };
+  Journal(session, "machine: serial number " + told(facts.serial) + ", model " + told(facts.model) +
+                       ", network address " + told(facts.mac));
 }
 
 void ReadCommandLine(Session& session) {
