@@ -71,8 +71,6 @@ TEST(Record, IsKeptOfEveryEndAndChangesNone) {
                                  run.neverEnds();
                                });
                              }},
-                        Case{"full target", 0, false, true,
-                             [](Hall& w) { w.files.failNext(FileOperation::kCopy); }},
                         Case{"closed behind the image", 6, true, true, [](Hall& w) {
                                w.processes.onStart("bcdboot.exe", [&](ToolRun& run) {
                                  run.does(1, [&] { w.form.unload(); });
