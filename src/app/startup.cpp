@@ -4,6 +4,7 @@
 #include "app/hot_keys.h"
 #include "app/main_buttons.h"
 #include "app/runtime_files.h"
+#include "app/settings_choice.h"
 #include "config/language.h"
 #include "config/settings_file.h"
 #include "disk/lent_letter.h"
@@ -12,6 +13,7 @@
 #include "form/main_layout.h"
 #include "form/text_numbers.h"
 #include "install/installation.h"
+#include "install/record.h"
 #include "platform/dialogs.h"
 #include "platform/environment.h"
 #include "platform/files.h"
@@ -19,6 +21,7 @@
 #include "platform/text.h"
 #include "run/command_runner.h"
 #include "run/taskbar_progress.h"
+#include "session/machine_facts.h"
 #include "source/image_search.h"
 #include "ui/system_menu.h"
 #include "version.h"
@@ -42,10 +45,16 @@ void StartJournal(Session& session) {
   const std::string path = TempFile(session, "Pavoline.log");
   if (files.size(path).value_or(0) > kLargestJournal) files.remove(path);
   std::string line = "Pavoline " PAVOLINE_VERSION_TEXT " started:";
-  for (const std::string& argument : session.platform.environment.arguments()) {
-    line += " " + argument;
+  // The first is the program's own path.
+  const auto arguments = session.platform.environment.arguments();
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    line += " " + (i == 0 ? arguments[i] : RecordedArgument(arguments[i], session.platform.text));
   }
   Journal(session, line);
+  const MachineFacts facts = FactsOfMachine(session);
+  const auto told = [](const std::string& fact) { return fact.empty() ? "unknown" : fact; };
+  Journal(session, "machine: serial number " + told(facts.serial) + ", model " + told(facts.model) +
+                       ", network address " + told(facts.mac));
 }
 
 void ReadCommandLine(Session& session) {
@@ -54,6 +63,14 @@ void ReadCommandLine(Session& session) {
   const CommandLine line = ParseCommandLine(environment.arguments(), session.platform.text);
   if (line.locale) environment.setThreadLocale(*line.locale);
   session.commandLine = line.options;
+}
+
+// Always false: the process ends.
+bool RefuseToStart(Session& session, const Failure& failure) {
+  session.exitCode = failure.code;
+  CloseRecord(session, nullptr, {Outcome::kRefused, "start", failure});
+  Message(session, failure.text, failure.flags, failure.title);
+  return false;
 }
 
 // The build of the tools that suits the machine. A 64-bit pre-installation environment usually
@@ -67,12 +84,9 @@ bool ChooseImageTool(Session& session) {
   const std::string tool =
       session.paths.binDir + "\\wimlib-imagex\\" + arch + "\\wimlib-imagex.exe";
   if (!files.exists(tool)) {
-    session.exitCode = ExitCode::kToolMissing;
-    Message(session, String(session, kTextToolMissing), kInformationMessage,
-            String(session, kTextInformation));
-    Journal(session, "outcome: refused in step: start, exit code " +
-                         std::to_string(static_cast<int>(session.exitCode)));
-    return false;
+    return RefuseToStart(session,
+                         {String(session, kTextToolMissing), String(session, kTextInformation),
+                          kInformationMessage, ExitCode::kToolMissing});
   }
   session.paths.imageToolPath = tool;
   session.paths.imageToolArch = arch;
@@ -168,8 +182,13 @@ bool LoadMainWindow(Session& session) {
   if (!files.exists(temp)) files.createFolder(temp);
   StartJournal(session);
   if (!ChooseImageTool(session)) return false;
+  if (const std::string refusal = ChooseSettingsFile(session); !refusal.empty()) {
+    return RefuseToStart(session,
+                         {refusal, String(session, kTextError), kErrorMessage, ExitCode::kRefused});
+  }
   BuildSystemMenu(session);
   LoadIni(session);
+  TakeNamedValues(session);
   HideAdvancedMode(session);
   StartNarrowOnSmallScreen(session);
   CreateTaskbarProgress(session);

@@ -39,7 +39,7 @@ void LoadRow(Session& session, Field& field, CheckBox& box, const char* pathKey,
   box.setValue(on ? 1 : 0);
 }
 
-void LoadSearchOptions(Session& session) {
+void LoadFolders(Session& session) {
   InstallOptions& options = session.options;
   options.searchType = DefaultOff(ReadSetting(session, "SearchType")) ? 1 : 0;
   const std::string level = ReadSetting(session, "SearchLevel");
@@ -47,6 +47,7 @@ void LoadSearchOptions(Session& session) {
   options.searchDir = ReadSetting(session, "SearchDir");
   const std::string pluginDir = ReadSetting(session, "PluginDir");
   options.pluginDir = pluginDir.empty() ? "Plug-in" : pluginDir;
+  options.logDir = ReadSetting(session, "LogDir");
 }
 
 // Reading takes one pair of quotes of either kind off: a value that stands in quotes gets another.
@@ -85,7 +86,7 @@ void LoadIni(Session& session) {
   LoadRow(session, form.text[kAnswerFile], form.check[kUseAnswerFile], "UnattendFile", "Unattend");
   LoadRow(session, form.text[kDriverFolder], form.check[kAddDrivers], "AddDriverFile", "AddDriver");
   LoadRow(session, form.combo2, form.check[kRunPlugin], "PluginFile", "Plugin");
-  LoadSearchOptions(session);
+  LoadFolders(session);
   session.minimizeGhost = ReadSetting(session, "MinimizeGhost") != "0";
   session.advancedModeHide = DefaultOff(ReadSetting(session, "AdvancedModeHide"));
 }

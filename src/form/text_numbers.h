@@ -178,6 +178,11 @@ enum MoreNumber {
   kMoreLentLetter = 75,
   kMoreListsAgain = 76,
   kMoreWouldEnd = 77,
+  kMoreNoSettings = 30,
+  kMoreUntold = 31,
+  kMoreNamedMissing = 32,
+  kMoreDriversNamed = 33,
+  kMoreNamedUsable = 34,
 };
 
 enum CaptionNumber {

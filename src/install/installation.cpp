@@ -7,6 +7,7 @@
 #include "form/control_status.h"
 #include "form/main_layout.h"
 #include "install/order.h"
+#include "install/record.h"
 #include "platform/environment.h"
 #include "platform/taskbar.h"
 #include "run/taskbar_progress.h"
@@ -22,15 +23,24 @@ const char* CurrentStep(const Installation& installation) {
   return step == nullptr ? "" : step->name;
 }
 
+std::uint64_t Now(Session& session) { return session.platform.environment.milliseconds(); }
+
+void NoteEnd(Session& session, const Installation& installation, const char* how) {
+  Journal(session, std::string("step ") + how + ": " + CurrentStep(installation) + ", " +
+                       std::to_string(Now(session) - installation.stepBegan) + " ms");
+}
+
 // True when the installation may go on with its next step.
 bool Passed(Session& session, const Held& held, const StepResult& result) {
   // Somebody may have ended it meanwhile.
   if (session.installation != held) return false;
   switch (result.kind) {
     case StepResult::kDone:
+      NoteEnd(session, *held, "ended");
       ++held->step;
       return true;
     case StepResult::kFailed:
+      NoteEnd(session, *held, "failed");
       EndInstallation(session, FailedIn(CurrentStep(*held), result.failure));
       return false;
     case StepResult::kWaits:
@@ -76,6 +86,7 @@ void Proceed(Session& session, const Held& held) {
   for (const OrderedStep* step = StepAt(held->step); step != nullptr; step = StepAt(held->step)) {
     Journal(session, std::string("step: ") + step->name);
     held->insideStep = true;
+    held->stepBegan = Now(session);
     const StepResult result = step->run(session, *held);
     held->insideStep = false;
     if (session.stopping && session.installation == held) return EndStopped(session);
@@ -99,41 +110,14 @@ void ClearProgress(Session& session) {
   session.platform.taskbar.setProgressState(TaskbarState::kNone);
 }
 
-const char* Word(Outcome::Kind kind) {
-  switch (kind) {
-    case Outcome::kDone:
-      return "done";
-    case Outcome::kRefused:
-      return "refused";
-    case Outcome::kCancelled:
-      return "cancelled";
-    case Outcome::kFailed:
-      break;
-  }
-  return "failed";
-}
-
-// Of a dry run also on standard output, with the reason.
-void NoteOutcome(Session& session, const Outcome& outcome) {
-  const bool dry = session.commandLine.dryRun;
-  const std::string line = std::string(dry ? "outcome of the dry run: " : "outcome: ") +
-                           Word(outcome.kind) +
-                           (*outcome.step == '\0' ? "" : std::string(" in step: ") + outcome.step) +
-                           ", exit code " + std::to_string(static_cast<int>(outcome.failure.code));
-  Journal(session, line);
-  if (!dry) return;
-  const std::string& why = outcome.failure.text;
-  session.platform.environment.print((why.empty() ? "" : why + "\r\n") + line + "\r\n");
-}
-
 }  // namespace
 
 void BeginInstallation(Session& session, Plan plan) {
   session.search.stop = true;
   const Held held = std::make_shared<Installation>();
   held->plan = std::move(plan);
+  held->began = Now(session);
   held->activity = ActivityScope(session, Activity::kInstalling);
-  held->began = session.platform.environment.milliseconds();
   session.installation = held;
   ControlStatus(session.form, session.texts, false);
   session.form.progressBar1.setMaximum(100);
@@ -149,7 +133,7 @@ void OverallTick(Session& session) {
   if (!held) return;
   const ProgressBar& bar = session.form.progressBar1;
   const OrderedStep* step = StepAt(held->step);
-  const std::uint64_t now = session.platform.environment.milliseconds();
+  const std::uint64_t now = Now(session);
   Overall overall{PhasesOf(held->plan), {}, now - held->began, 0};
   if (step != nullptr && step->phase != nullptr) {
     overall.now = step->phase(*held, bar.value() * 100 / bar.maximum());
@@ -187,15 +171,13 @@ void DriverTick(Session& session) {
 void EndInstallation(Session& session, const Outcome& outcome) {
   Form1& form = session.form;
   session.exitCode = outcome.failure.code;
-  NoteOutcome(session, outcome);
   // Over before it is told: a window closed over the message cancels nothing any more.
-  const bool ran = session.installation != nullptr;
-  if (ran) {
-    HideOverall(session);
-    session.installation->activity.leave();
-    session.installation.reset();
-  }
+  const Held held = std::exchange(session.installation, nullptr);
+  const bool ran = held != nullptr;
+  if (ran) HideOverall(session);
   TakeLetterBack(session);
+  CloseRecord(session, held.get(), outcome);
+  if (ran) held->activity.leave();
   if (!outcome.failure.text.empty() && !form.unloaded()) {
     Message(session, outcome.failure.text, outcome.failure.flags, outcome.failure.title);
   }

@@ -23,13 +23,15 @@ struct Installation {
   std::size_t step = 0;     // place in the order of the one that runs
   bool insideStep = false;  // the step has not returned; it may wait for a program
 
-  std::uint64_t began = 0;                   // milliseconds of the environment
-  std::optional<std::uint64_t> phasesBegan;  // the first time that the bar was filled
-
   ApplyRun apply;
   GhostRun ghost;
   DriverRun drivers;
   float appliedVersion = 0;  // major.minor of the system that was applied
+  bool applied = false;      // the image is on the target
+
+  std::uint64_t began = 0, stepBegan = 0;    // milliseconds of the environment
+  std::optional<std::uint64_t> phasesBegan;  // the first time that the bar was filled
+  std::string recorded;                    // the outcome in the record; empty: not closed yet
 
   // What the image is there without, each as a line for a person.
   std::vector<std::string> lacking;

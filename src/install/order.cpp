@@ -1,12 +1,18 @@
 #include "install/order.h"
 
+#include <cstddef>
+#include <string>
+#include <vector>
+
 #include "disk/lent_letter.h"
 #include "disk/partitions.h"
 #include "engine/format_partition.h"
 #include "engine/wimboot_copy.h"
 #include "form/text_numbers.h"
+#include "install/record.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
+#include "platform/paths.h"
 #include "platform/text.h"
 #include "postinstall/answer_file.h"
 #include "postinstall/boot_configuration.h"
@@ -71,6 +77,7 @@ StepResult Apply(Session& session, Installation& installation) {
 
 StepResult LookAtSystem(Session& session, Installation& installation) {
   Journal(session, "image written");
+  installation.applied = true;
   installation.appliedVersion = SetupOK(session, installation.plan);
   return StepResult::Done();
 }
@@ -114,6 +121,16 @@ StepResult Drivers(Session& session, Installation& installation) {
   return StartDriverInjection(session, plan, installation.drivers);
 }
 
+// A few are named; the record has them all.
+void NameFailedDrivers(Session& session, Installation& installation) {
+  constexpr std::size_t kMostNamed = 5;
+  const std::vector<std::string>& failed = installation.drivers.failed;
+  if (failed.empty() || failed.size() > kMostNamed) return;
+  std::string names;
+  for (const std::string& path : failed) names += (names.empty() ? "" : ", ") + FileName(path);
+  installation.lacking.push_back(ReplaceAll(More(session, kMoreDriversNamed), "%f%", names));
+}
+
 // Behind the drivers, whether they were waited for or could not be started at all.
 StepResult JudgeDrivers(Session& session, Installation& installation) {
   const Plan& plan = installation.plan;
@@ -121,6 +138,7 @@ StepResult JudgeDrivers(Session& session, Installation& installation) {
   if (wanted && !installation.drivers.complete &&
       session.platform.files.exists(plan.driverFolder)) {
     DriversLack(session, installation, kMoreDriversFailed);
+    NameFailedDrivers(session, installation);
   }
   return StepResult::Done();
 }
@@ -162,6 +180,9 @@ StepResult Finish(Session& session, Installation& installation) {
   const std::string text = EndText(session, installation);
   const bool complete = installation.lacking.empty();
   Journal(session, complete ? "installation finished" : "installation incomplete: " + text);
+  // The last moment before the machine may be gone.
+  CloseRecord(session, &installation, Completed(installation));
+  if (session.form.unloaded()) return StepResult::Closed();
   if (installation.plan.restart && !installation.bootFilesLacking) {
     RestartMachine(session, text);
   } else if (!session.commandLine.silent) {

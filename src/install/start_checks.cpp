@@ -11,6 +11,7 @@
 #include "install/installation.h"
 #include "install/plan_text.h"
 #include "install/rehearsal.h"
+#include "install/named_values.h"
 #include "install/target_safety.h"
 #include "platform/dialogs.h"
 #include "platform/environment.h"
@@ -43,9 +44,6 @@ Plan PlanFromWindow(Session& session) {
   const auto optional = [&](CheckIndex box, const std::string& text) {
     return form.check[box].ticked() ? text : std::string();
   };
-  const auto path = [&](const std::string& text) {
-    return text.empty() ? text : session.platform.files.fullPath(FromProgram(session, text));
-  };
   Plan plan;
   plan.source = form.combo1.text();
   plan.kind = KindOf(plan.source);
@@ -59,8 +57,8 @@ Plan PlanFromWindow(Session& session) {
   plan.apply = session.apply;
   plan.minimizeGhost = session.minimizeGhost;
   plan.repairBoot = form.check[kRepairBoot].ticked();
-  plan.answerFile = path(optional(kUseAnswerFile, form.text[kAnswerFile].text()));
-  plan.driverFolder = path(optional(kAddDrivers, form.text[kDriverFolder].text()));
+  plan.answerFile = optional(kUseAnswerFile, form.text[kAnswerFile].text());
+  plan.driverFolder = optional(kAddDrivers, form.text[kDriverFolder].text());
   plan.plugin = optional(kRunPlugin, form.combo2.text());
   plan.restart = form.check[kRestart].ticked();
   return plan;
@@ -111,6 +109,11 @@ Checked GhostPresent(Session& session, Plan& plan) {
     return Because(More(session, kMoreGhostComma));
   }
   return {};
+}
+
+Checked NamedValues(Session& session, Plan& plan) {
+  const std::string refusal = ResolveNamedValues(session, plan);
+  return refusal.empty() ? Checked() : Because(refusal);
 }
 
 // An EFI system partition without a letter gets one, if the person agrees.
@@ -225,6 +228,12 @@ bool HasAnswerFile(Session& session, const Plan& plan) {
   return !plan.answerFile.empty() && session.platform.files.exists(plan.answerFile);
 }
 
+// Of the command line, or with something of the machine in it.
+bool NamesValues(Session& session, const Plan&) {
+  const CommandLineOptions& line = session.commandLine;
+  return !(line.computerName + line.driverFolder + line.answerFile).empty();
+}
+
 struct StartCheck {
   Checked (*run)(Session& session, Plan& plan);
   int passed;  // number of the text that says so
@@ -235,6 +244,7 @@ constexpr StartCheck kChecks[] = {
     {SourceExists, kMoreSourceThere},
     {EditionChosen, kMoreEditionChosen},
     {GhostPresent, kMoreGhostUsable, ForGhost},
+    {NamedValues, kMoreNamedUsable, NamesValues},
     {BootPartitionExists, kMoreBootThere},
     {FindTarget, kMoreInstallListed},
     {NothingElseIsLost, kMoreNothingLost},
@@ -259,11 +269,19 @@ Checked CheckAll(Session& session, Plan& plan, Words& passed) {
 }
 
 void NotePlan(Session& session, const Plan& plan) {
-  Journal(session, "installing edition " + std::to_string(plan.edition) + " \"" + plan.editionName +
-                       "\" of " + plan.source + " on " + plan.target.drive + " (" +
-                       DescribeVolume(session, plan.target.drive) + ", volume " +
-                       plan.target.facts.name + "), boot " + plan.bootDrive +
-                       (plan.format ? ", formatting" : ", not formatting"));
+  const auto part = [](const char* what, const std::string& value) {
+    return value.empty() ? std::string() : what + value;
+  };
+  Journal(session,
+          "installing edition " + std::to_string(plan.edition) + " \"" + plan.editionName +
+              "\" of " + plan.source + " on " + plan.target.drive + " (" +
+              DescribeVolume(session, plan.target.drive) + ", volume " + plan.target.facts.name +
+              "), boot " + plan.bootDrive + (plan.format ? ", formatting" : ", not formatting") +
+              part(", answer file ", plan.answerFile) + part(", drivers ", plan.driverFolder) +
+              (plan.plugin.empty() ? "" : ", plug-in") + (plan.restart ? ", restart" : ""));
+  if (plan.answerFile.empty() && !session.commandLine.computerName.empty()) {
+    Journal(session, "no answer file: the computer name is not used");
+  }
 }
 
 Outcome AsOutcome(Session& session, const Refusal& refusal) {

@@ -33,6 +33,13 @@ class Environment {
   // it, as UTF-8, or else to the console of whoever started the process. False when there is none.
   virtual bool print(const std::string& text) = 0;
 
+  // The firmware's SMBIOS table as the system hands it out, eight bytes of its own in front. Empty
+  // without one.
+  virtual std::string firmwareTable() = 0;
+  // Twelve capital hexadecimal digits of the first Ethernet or wireless adapter that has a link;
+  // empty without one.
+  virtual std::string networkAddress() = 0;
+
   virtual unsigned systemLocale() = 0;  // locale identifiers, for example 1033
   virtual unsigned threadLocale() = 0;
   virtual void setThreadLocale(unsigned locale) = 0;

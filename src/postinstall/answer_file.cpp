@@ -10,6 +10,7 @@
 #include "platform/text.h"
 #include "postinstall/utf8_check.h"
 #include "run/tool_files.h"
+#include "session/machine_facts.h"
 #include "session/random_letter.h"
 
 namespace pavoline {
@@ -58,9 +59,10 @@ std::string FillNames(Session& session, std::string text) {
   InstallOptions& options = session.options;
   if (options.pcUser.empty()) options.pcUser = "PAVO";
   if (options.workGroup.empty()) options.workGroup = "WORKGROUP";
-  const std::string computer = options.computerName.empty()
-                                   ? GeneratedName(session.platform.environment)
-                                   : options.computerName;
+  std::string computer =
+      WithMachineFacts(session, options.computerName, ValueUse::kComputerName).text;
+  if (computer.empty()) computer = GeneratedName(session.platform.environment);
+  Journal(session, "computer name " + computer);
   text = ReplaceAll(std::move(text), "%Pavoline-User%", XmlText(options.pcUser));
   text = ReplaceAll(std::move(text), "%Pavoline-PC%", XmlText(computer));
   return ReplaceAll(std::move(text), "%Pavoline-Group%", XmlText(options.workGroup));

@@ -3,6 +3,7 @@
 #include "form/text_numbers.h"
 #include "platform/files.h"
 #include "platform/text.h"
+#include "platform/text_services.h"
 #include "postinstall/driver_log.h"
 #include "run/command_runner.h"
 #include "run/command_words.h"
@@ -14,6 +15,7 @@ namespace {
 constexpr char kScript[] = "SetDrv";
 constexpr int kLongestAnswer = 60;          // ticks
 constexpr std::size_t kLogEnd = 64 * 1024;  // bytes; a line of dism's is a few hundred
+constexpr std::size_t kWholeLog = 4 << 20;  // bytes; some ten thousand packages
 
 std::string LogPath(Session& session) { return TempFile(session, "SetDrv.xml"); }
 
@@ -27,12 +29,15 @@ std::string InjectionLine(Session& session, const Plan& plan) {
 StepResult Finish(Session& session, DriverRun& run) {
   session.form.timer3.setEnabled(false);
   const std::string words = LastWords(session, LogPath(session));
+  run.failed =
+      FailedDrivers(session.platform.text.fromAnsi(ReadEnd(session, LogPath(session), kWholeLog)));
   session.platform.files.remove(LogPath(session));
   session.platform.files.remove(TempFile(session, "SetDrv.bat"));
   session.form.progressBar1.setValue(session.form.progressBar1.maximum());
   run.complete = run.tool->exitCode() == 0u;
   run.tool->close(session);
   Journal(session, (run.complete ? "drivers done: " : "drivers not complete: ") + words);
+  for (const std::string& path : run.failed) Journal(session, "driver not added: " + path);
   return StepResult::Done();
 }
 

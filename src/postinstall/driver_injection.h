@@ -1,6 +1,8 @@
 #pragma once
 
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "run/followed_program.h"
 #include "session/outcome.h"
@@ -12,8 +14,9 @@ namespace pavoline {
 // A driver step that runs, or has run.
 struct DriverRun {
   std::optional<FollowedProgram> tool;
-  bool complete = false;  // dism has ended and reported success
-  int ticksWithout = 0;   // since dism went while its interpreter stayed
+  bool complete = false;            // dism has ended and reported success
+  std::vector<std::string> failed;  // paths of the packages that were not added
+  int ticksWithout = 0;             // since dism went while its interpreter stayed
 };
 
 // Starts adding the plan's driver folder to the applied system and lets Timer3 follow. Done, with

@@ -1,5 +1,7 @@
 #include "postinstall/driver_log.h"
 
+#include <algorithm>
+
 #include "platform/text.h"
 
 namespace pavoline {
@@ -33,6 +35,25 @@ DriverStep ParseDriverLog(std::string_view log) {
   step.done = LeadingInteger16(words[1]);
   step.total = LeadingInteger16(words[3]);
   return step;
+}
+
+// "Installing 3 of 12 - D:\a\oem3.inf: Error - The driver package could not be installed."
+std::vector<std::string> FailedDrivers(std::string_view log) {
+  constexpr std::string_view kDash = " - ", kName = ".inf";
+  std::vector<std::string> failed;
+  for (const std::string& line : Split(log, kLineEnd)) {
+    const auto dash = line.find(kDash);
+    const auto name = LowerAscii(line).find(".inf: ");
+    if (dash == std::string::npos || name == std::string::npos || name < dash + kDash.size()) {
+      continue;
+    }
+    const std::string_view said = std::string_view(line).substr(name + kName.size());
+    const std::string path =
+        line.substr(dash + kDash.size(), name + kName.size() - dash - kDash.size());
+    const bool again = std::ranges::find(failed, path) != failed.end();
+    if (Contains(said, kDash) && !again) failed.push_back(path);
+  }
+  return failed;
 }
 
 }  // namespace pavoline

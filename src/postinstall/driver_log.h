@@ -1,6 +1,8 @@
 #pragma once
 
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace pavoline {
 
@@ -16,5 +18,9 @@ struct DriverStep {
 };
 
 DriverStep ParseDriverLog(std::string_view log);
+
+// The paths of the packages that dism could not add, each once, as its output names them. Told
+// apart by the shape of a line, whose words are in the system's language.
+std::vector<std::string> FailedDrivers(std::string_view log);
 
 }  // namespace pavoline

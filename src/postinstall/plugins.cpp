@@ -14,8 +14,9 @@ bool HasParameters(const std::string& command) {
   return command.starts_with('"') || Contains(command, kProgramEnd);
 }
 
-void Run(Session& session, const std::string& command) {
-  ShellAndWait(session, command, ShowMode::kNormal);
+// Parameters may hold a password: the record names the program only.
+void Run(Session& session, const std::string& command, const std::string& recordedAs) {
+  ShellAndWait(session, command, ShowMode::kNormal, {{}, recordedAs});
 }
 
 // The program at the head of a command: between quotes, or up to the first ".exe ".
@@ -35,7 +36,7 @@ void RunWithParameters(Session& session, const std::string& command, const Plugi
     Journal(session, "plug-in not found: " + program);
     return;
   }
-  Run(session, Trim(WithDrives(command, drives)));
+  Run(session, Trim(WithDrives(command, drives)), program + " (parameters are not recorded)");
 }
 
 }  // namespace
@@ -43,24 +44,23 @@ void RunWithParameters(Session& session, const std::string& command, const Plugi
 // The chosen plug-in is a command with parameters, a file, or the name of a discovered plug-in.
 void CallPlugin(Session& session, const std::string& command, const PluginDrives& drives) {
   session.form.status.setText(String(session, kTextRunningPlugin));
-  Journal(session, "plug-in " + command);
   if (HasParameters(command)) {
     RunWithParameters(session, command, drives);
   } else if (!session.platform.files.exists(command)) {
     RunPlugin(session, command, drives);
   } else {
-    Run(session, Trim(command));
+    Run(session, Trim(command), "");
   }
 }
 
 void RunPlugin(Session& session, const std::string& name, const PluginDrives& drives) {
   const std::string* entry = session.plugins.find(name);
-  if (!entry) return;
+  if (!entry) return Journal(session, "plug-in not found: " + name.substr(0, name.find(' ')));
   const std::string command = *entry;
   if (HasParameters(command)) {
     RunWithParameters(session, command, drives);
   } else if (session.platform.files.exists(command)) {
-    Run(session, command);
+    Run(session, command, "");
   }
 }
 

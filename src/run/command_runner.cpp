@@ -30,8 +30,10 @@ std::string SystemProgram(Session& session, const std::string& commandLine) {
 }
 
 std::unique_ptr<StartedProgram> Start(Session& session, const std::string& commandLine,
-                                      ShowMode mode, const std::string& outputFile) {
-  Journal(session, "run: " + commandLine);
+                                      ShowMode mode, const std::string& outputFile,
+                                      const std::string& recordedAs = {}) {
+  const std::string& recorded = recordedAs.empty() ? commandLine : recordedAs;
+  Journal(session, "run: " + recorded);
   if (!outputFile.empty()) session.platform.files.remove(outputFile);
   Processes& processes = session.platform.processes;
   const std::uintptr_t oldView =
@@ -39,7 +41,7 @@ std::unique_ptr<StartedProgram> Start(Session& session, const std::string& comma
   auto program = processes.start({commandLine, mode, SystemProgram(session, commandLine),
                                   outputFile, commandLine.ends_with(".bat")});
   if (oldView != 0) processes.revertRedirection(oldView);
-  if (!program) Journal(session, "could not be started: " + commandLine);
+  if (!program) Journal(session, "could not be started: " + recorded);
   return program;
 }
 
@@ -67,18 +69,21 @@ bool WriteBatch(Session& session, const std::string& path, const std::string& te
 // There is no time-out where a person can stop the installation or close the window. Nobody watches
 // an unattended run: there a tool that hangs is given up, which its caller sees as a tool that has
 // done nothing.
-constexpr std::uint64_t kLongestUnwatched = 3'600'000;  // milliseconds
+constexpr std::chrono::hours kLongestUnwatched(1);
 
 // False when the program was given up.
-bool AwaitEnd(Session& session, StartedProgram& program) {
-  constexpr std::chrono::seconds kLook(60);
+bool AwaitEnd(Session& session, StartedProgram& program, std::chrono::milliseconds longest) {
+  using std::chrono::milliseconds;
+  constexpr milliseconds kLook(60'000), kNoLimit(0);
+  if (longest == kNoLimit && session.commandLine.install) longest = kLongestUnwatched;
   const std::uint64_t began = session.platform.environment.milliseconds();
   while (program.running() && !Interrupted(session)) {
-    program.waitHandlingEvents(kLook);
-    const std::uint64_t waited = session.platform.environment.milliseconds() - began;
-    if (!session.commandLine.install || waited < kLongestUnwatched) continue;
-    Journal(session, "given up, it has not ended for an hour");
-    return false;
+    const milliseconds waited(session.platform.environment.milliseconds() - began);
+    if (longest != kNoLimit && waited >= longest) {
+      Journal(session, "given up, it has not ended in " + std::to_string(longest.count()) + " ms");
+      return false;
+    }
+    program.waitHandlingEvents(longest == kNoLimit ? kLook : std::min(kLook, longest - waited));
   }
   return true;
 }
@@ -97,9 +102,15 @@ std::string WithoutBatch(std::string line) {
   return line;
 }
 
+// A line of a batch file for the interpreter itself.
+std::string Interpreted(Session& session, const std::string& line) {
+  return Variable(session, "ComSpec") + " /s /c \"" + WithoutBatch(line) + "\"";
+}
+
 }  // namespace
 
-ToolEnd ShellAndWait(Session& session, const std::string& commandLine, ShowMode mode) {
+ToolEnd ShellAndWait(Session& session, const std::string& commandLine, ShowMode mode,
+                     const RunManner& manner) {
   ToolEnd end;
   // A program with a window of its own keeps its console.
   const std::string words =
@@ -107,13 +118,13 @@ ToolEnd ShellAndWait(Session& session, const std::string& commandLine, ShowMode 
           ? TempFile(session, "tool" + std::to_string(++session.toolRuns) + ".err")
           : std::string();
   const std::uint64_t began = session.platform.environment.milliseconds();
-  const auto program = Start(session, commandLine, mode, words);
+  const auto program = Start(session, commandLine, mode, words, manner.recordedAs);
   if (!program) {
     if (!words.empty()) session.platform.files.remove(words);
     return end;
   }
   end.started = true;
-  const bool ended = AwaitEnd(session, *program);
+  const bool ended = AwaitEnd(session, *program, manner.longest);
   if (!ended) session.platform.processes.terminate(program->id());
   if (ended) end.exitCode = program->exitCode();
   if (!words.empty()) {
@@ -126,6 +137,10 @@ ToolEnd ShellAndWait(Session& session, const std::string& commandLine, ShowMode 
                                      : std::string(", left running")) +
                        (end.lastWords.empty() ? "" : ": " + end.lastWords));
   return end;
+}
+
+ToolEnd RunLine(Session& session, const std::string& line, const RunManner& manner) {
+  return ShellAndWait(session, Interpreted(session, line), ShowMode::kHidden, manner);
 }
 
 std::unique_ptr<StartedProgram> ShellNoWait(Session& session, const std::string& commandLine,
@@ -154,10 +169,7 @@ std::optional<FollowedProgram> StartBatch(Session& session, const std::string& l
   const bool written = WriteBatch(session, path, line + "\r\n");
   const std::string bytes = session.platform.text.toConsole(line);
   if (!written && Converted(line, bytes)) return std::nullopt;
-  return StartProgram(
-      session,
-      written ? path : Variable(session, "ComSpec") + " /s /c \"" + WithoutBatch(line) + "\"",
-      followed);
+  return StartProgram(session, written ? path : Interpreted(session, line), followed);
 }
 
 std::optional<FollowedProgram> StartProgram(Session& session, const std::string& commandLine,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -23,11 +24,22 @@ struct ToolEnd {
   bool succeeded() const { return exitCode == 0u; }
 };
 
+// How a run differs from the usual.
+struct RunManner {
+  std::chrono::milliseconds longest{0};  // then the program is given up; 0: see ShellAndWait
+  std::string
+      recordedAs;  // in the journal for a command line that may hold a secret; empty: itself
+};
+
 // Starts a command line and returns when the program has ended, handling events meanwhile; there
 // is no time-out, but an unattended run gives a program up after an hour. Also returns when the
 // main window has been unloaded: after it, a step checks `session.form.unloaded()` and does nothing
 // more. A command line that begins with a bare name is run from the system's own folder.
-ToolEnd ShellAndWait(Session& session, const std::string& commandLine, ShowMode mode);
+ToolEnd ShellAndWait(Session& session, const std::string& commandLine, ShowMode mode,
+                     const RunManner& manner = {});
+
+// The same for a line of a batch file, hidden and without the file.
+ToolEnd RunLine(Session& session, const std::string& line, const RunManner& manner);
 
 // The same without waiting. Null when it could not be started; otherwise the program may be let go
 // of at once.

@@ -16,6 +16,7 @@ struct InstallOptions {
   int searchLevel = 2;                // levels below a drive root, 0 to 3
   std::string searchDir;              // comma-separated folder names
   std::string pluginDir = "Plug-in";  // below the program's folder and drive roots
+  std::string logDir;                 // takes a copy of the record; empty: none
 };
 
 // The parsed command line. "AUTO" as a partition takes whatever the lists preselected.
@@ -30,6 +31,9 @@ struct CommandLineOptions {
   bool formatInstallPartition = false;
   bool silent = false;
   bool dryRun = false;  // everything is checked and told, nothing is begun
+
+  // In place of a setting; empty: not given.
+  std::string settingsFile, computerName, driverFolder, answerFile, logDir;
 };
 
 }  // namespace pavoline

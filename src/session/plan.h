@@ -45,7 +45,7 @@ struct Plan {
   double ghostBuild = 0;
   bool minimizeGhost = true;
   bool repairBoot = false;  // boot files for every Windows found, not for the new one alone
-  std::string answerFile;   // empty: none is wanted
+  std::string answerFile;   // empty: none is wanted; a full path once it was checked
   std::string driverFolder;
   std::string plugin;  // a command line, or a discovered plug-in's name
   bool restart = false;

@@ -34,9 +34,9 @@ int Show(Session& session, const std::string& text, int flags, const std::string
   const std::uint64_t shown = session.platform.environment.milliseconds();
   const int answer = session.platform.dialogs.message(text, flags, title, limit, further);
   const std::uint64_t passed = session.platform.environment.milliseconds() - shown;
-  if (IsQuestion(flags)) {
-    Journal(session, answer == kAnswerOk ? "answer: OK" : "answer: Cancel");
-  }
+  const char* given = answer == kAnswerOk ? "answer: OK" : "answer: Cancel";
+  Journal(session,
+          (IsQuestion(flags) ? given : "closed") + (" after " + std::to_string(passed) + " ms"));
   if (limit.seconds > 0 && passed >= static_cast<std::uint64_t>(limit.seconds) * 1000) {
     Journal(session, "not answered in " + std::to_string(limit.seconds) + " seconds");
   }
@@ -74,16 +74,20 @@ int Message(Session& session, const std::string& text, int flags, const std::str
             const MessageButton& further) {
   return Show(session, text, flags, title, UsualLimit(session, flags), further);
 }
+
 void Journal(Session& session, const std::string& text) {
   const LocalTime t = session.platform.environment.now();
   char stamp[64];
   std::snprintf(stamp, sizeof stamp, "%04d-%02d-%02d %02d:%02d:%02d.%03d  ", t.year, t.month, t.day,
                 t.hour, t.minute, t.second, t.millisecond);
   const std::string line = ReplaceAll(ReplaceAll(text, "\r", " "), "\n", " ");
-  Files& files = session.platform.files;
-  if (files.append(TempFile(session, "Pavoline.log"), stamp + line + "\r\n")) return;
   const std::string& folder = session.paths.appDir;
-  if (!folder.empty()) files.append(folder + "\\Pavoline.log", stamp + line + "\r\n");
+  const std::string beside = folder.empty() ? folder : folder + "\\Pavoline.log";
+  for (const std::string& file : {TempFile(session, "Pavoline.log"), beside}) {
+    if (file.empty() || !session.platform.files.append(file, stamp + line + "\r\n")) continue;
+    session.paths.journal = file;
+    return;
+  }
 }
 
 void ReturnToIdle(Session& session) {

@@ -20,7 +20,8 @@ namespace pavoline {
 // Where the program's own files lie and which build of the tools it uses. No trailing backslashes.
 struct ProgramPaths {
   std::string appDir, appParentDir, binDir;
-  std::string settingsPath;   // AppDir\Pavoline.ini
+  std::string settingsPath;   // AppDir\Pavoline.ini, or the file that the command line names
+  std::string journal;        // the file that took the last line; empty: none could
   std::string langFile;       // the language file in use
   std::string imageToolPath;  // wimlib-imagex.exe
   std::string imageToolArch;  // "x64" or "x86", the folder name of every tool

@@ -3,6 +3,7 @@
 #include "form/text_numbers.h"
 #include "platform/dialogs.h"
 #include "platform/platform.h"
+#include "session/machine_facts.h"
 #include "ui/dialog_layout.h"
 #include "ui/left_bytes.h"
 #include "ui/small_windows.h"
@@ -109,7 +110,9 @@ void Form2::store() {
   };
   InstallOptions& options = session_.options;
   options.pcUser = cut(combo1_.text(), kUserNameBytes);
-  options.computerName = cut(text_[kComputer].text(), kComputerNameBytes);
+  // A placeholder is longer than what it stands for.
+  const std::string& computer = text_[kComputer].text();
+  options.computerName = NamesMachine(computer) ? computer : cut(computer, kComputerNameBytes);
   options.workGroup = cut(text_[kGroup].text(), kWorkgroupBytes);
 }
 

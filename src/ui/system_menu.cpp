@@ -61,8 +61,11 @@ std::vector<MenuItem> ApplyModeItems() {
 
 void SaveSettings(Session& session) {
   if (SaveAsIni(session)) {
-    Message(session, String(session, kTextSettingsSaved), kInformationMessage,
-            String(session, kTextInformation));
+    // The text names the usual file; another may have been read.
+    Message(session,
+            ReplaceAll(String(session, kTextSettingsSaved), "Pavoline.ini",
+                       FileName(session.paths.settingsPath)),
+            kInformationMessage, String(session, kTextInformation));
     return;
   }
   Message(session, ReplaceAll(String(session, kTextCannotWrite), "%f%", session.paths.settingsPath),

@@ -14,6 +14,8 @@ class WinEnvironment : public Environment {
   std::string programFolder() override;
   bool is64BitProcess() override;
   bool print(const std::string& text) override;
+  std::string firmwareTable() override;
+  std::string networkAddress() override;
   unsigned systemLocale() override;
   unsigned threadLocale() override;
   void setThreadLocale(unsigned locale) override;

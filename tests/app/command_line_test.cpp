@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/text.h"
 #include "support/fake_text.h"
 
 namespace pavoline {
@@ -34,6 +35,29 @@ TEST(CommandLine, FindsSwitchesInsideArgumentsAndLetsTheLastWin) {
   EXPECT_EQ(line.options.wimIndex, 0);
   EXPECT_EQ(Parse({"/wimindex:70000"}).options.wimIndex, 0) << "beyond 16 bits";
   EXPECT_EQ(Parse({"/source:D:\\ÄPFEL.WIM"}).options.sourcePath, "d:\\äpfel.wim");
+}
+
+TEST(CommandLine, SettingsInItKeepTheirCaseAndTheirWholeArgument) {
+  const auto line = Parse({"/NAME:Saal-%Serial%", "/ini: D:\\A b.ini ", "/answer:D:\\x/slient",
+                           "/logdir:Z:\\x/install", "/Drivers:\\\\S\\/source:d", "/name:"});
+  EXPECT_EQ(line.options.settingsFile, "D:\\A b.ini");
+  EXPECT_EQ(line.options.logDir, "Z:\\x/install");
+  EXPECT_EQ(line.options.driverFolder, "\\\\S\\/source:d");
+  EXPECT_FALSE(line.options.install || line.options.silent);
+  EXPECT_EQ(line.options.sourcePath + line.options.computerName, "");
+  EXPECT_EQ(Parse({"/source:D:\\x/name:Y"}).options.sourcePath, "d:\\x/name:y");
+  const auto words = SwitchWords();
+  for (const std::string& word : words) {
+    for (const std::string& other : words) EXPECT_EQ(Contains(word, other), word == other) << word;
+  }
+  testing::FakeTextServices text;
+  for (const auto& [argument, recorded] : {std::pair{"/Name:PC", "/Name:PC"},
+                                           {"/pw:geheim", "/pw..."},
+                                           {"geheim", "..."},
+                                           {"/silent", "/silent"},
+                                           {"x/installfoo", "x/installfoo"}}) {
+    EXPECT_EQ(RecordedArgument(argument, text), recorded);
+  }
 }
 
 TEST(CommandLine, TakesLocalesOfMoreThanThreeDigits) {

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "platform/text.h"
 #include "support/installer.h"
 
 namespace pavoline {
@@ -14,6 +15,27 @@ TEST(Startup, EndsAtOnceWithoutTheImageTool) {
   EXPECT_EQ(w.count("S20"), 1);
   EXPECT_EQ(w.program->exitCode(), 4);
   EXPECT_TRUE(w.processes.ran.empty());
+}
+
+// The switch beats the file, and what is saved goes back to where it was read from.
+TEST(Startup, ReadsTheSettingsFileThatIsNamedAndNoOther) {
+  constexpr char kHall[] = "X:\\Pavoline\\Halls\\A1.ini", kUsual[] = "X:\\Pavoline\\Pavoline.ini";
+  const std::string usual = "[Option]\r\nPCUser=Usual\r\n";
+  for (const bool there : {true, false}) {
+    Installer w;
+    w.environment.firmware = testing::FirmwareTable("A1", "M");
+    w.files.put(kUsual, usual);
+    if (there) w.files.put(kHall, "[Option]\r\nComputerName=X\r\nAddDriverFile=D:\\a\r\n");
+    Session& session = w.start({"/ini:Halls\\%serial%.ini", "/name:A-%serial%", "/answer:b.xml"});
+    EXPECT_EQ(w.count("M30 X:\\Pavoline\\Halls\\A1.ini"), there ? 0 : 1);
+    EXPECT_EQ(w.program->exitCode(), there ? 6 : 1);
+    if (!there) continue;
+    EXPECT_TRUE(w.form.check[kUseAnswerFile].ticked() && !w.form.check[kAddDrivers].ticked());
+    EXPECT_EQ(session.options.pcUser + session.options.computerName, "A-%serial%");
+    EXPECT_TRUE(w.form.onSystemCommand(2000));
+    EXPECT_TRUE(Contains(w.files.text(kHall), "ComputerName=A-%serial%\r\n"));
+    EXPECT_EQ(w.files.text(kUsual), usual);
+  }
 }
 
 TEST(Startup, ChoosesTheToolsByTheMachine) {

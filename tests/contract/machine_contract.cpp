@@ -131,6 +131,16 @@ TEST_F(ProcessContract, TheProgramGivenRunsWhateverTheLineBeginsWith) {
   }
 }
 
+using EnvironmentContract = Contract;
+
+TEST_F(EnvironmentContract, TheMachineIsNamedAsFilesCanBe) {
+  const std::string address = platform_.environment.networkAddress();
+  EXPECT_EQ(address.find_first_not_of("0123456789ABCDEF"), std::string::npos) << address;
+  EXPECT_TRUE(address.empty() || address.size() == 12) << address;
+  const std::string table = platform_.environment.firmwareTable();
+  EXPECT_TRUE(table.empty() || table.size() > 8);
+}
+
 using DrivesContract = Contract;
 
 TEST_F(DrivesContract, ALetterTellsItsVolume) {

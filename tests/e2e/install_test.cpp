@@ -1,4 +1,6 @@
 // Whole installations through the real window, and the ways they end early.
+#include <filesystem>
+
 #include "person.h"
 #include "stage.h"
 
@@ -10,12 +12,24 @@ using testing::AllOf;
 using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 using namespace pavoline;
 
 constexpr char kUnattended[] = " /instpart:E: /bootpart:S: /formatinstpart /install /slient";
 
+const std::string kRecords = "D:\\Records & 100% more\\";
+
 class Installing : public OnTheBench {};
+
+// The name of the one file or folder in a folder; empty when there is not just one.
+std::string onlyEntry(const std::string& folder) {
+  std::vector<std::string> names;
+  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+    names.push_back(entry.path().filename().string());
+  }
+  return names.size() == 1 ? names[0] : "";
+}
 
 // Slows the data phase down: some hundred updates, each a tenth of a second long.
 void slowDown() { bench::setFaults("wimlib-imagex", "pace 100"); }
@@ -71,15 +85,24 @@ TEST_F(Installing, UnattendedWithEveryOptionalStep) {
         "<unattend pc=\"%Pavoline-PC%\" arch=\"%Pavoline-Arch%\"/>\r\n");
   makeFolder("D:\\Tools");
   ASSERT_TRUE(bench::placeCompanion("D:\\Tools\\fix.exe"));
-  writeSettings(
-      "ComputerName=BENCH-PC\r\nUnattend=1\r\nUnattendFile=D:\\answers.xml\r\nAddDriver=1\r\n"
-      "AddDriverFile=D:\\Drivers\r\nPlugin=1\r\nPluginFile=D:\\Tools\\fix.exe %ip% %bp%");
-  Person person("/source:" + std::string(kImage) + " /wimindex:2" + kUnattended);
+  write("D:\\Hall 1\\hall.ini",
+        "[Option]\r\nAddDriver=1\r\nAddDriverFile=D:\\Drivers\r\nPlugin=1\r\n"
+        "PluginFile=D:\\Tools\\fix.exe %ip% %bp%\r\n");
+  Person person("/source:" + std::string(kImage) + " /wimindex:2" + kUnattended +
+                " \"/ini:D:\\Hall 1\\hall.ini\" /answer:D:\\answers.xml /name:PC-%mac% "
+                "\"/logdir:D:\\Records & 100% more\\%mac%\"");
   EXPECT_EQ(person.exitCode(), 0);
 
   EXPECT_TRUE(holdsSystem(2, 'E'));
+  const std::string machine = onlyEntry(kRecords), folder = kRecords + machine + "\\";
   EXPECT_THAT(read("E:\\Windows\\Panther\\unattend.xml"),
-              HasSubstr("<unattend pc=\"BENCH-PC\" arch=\"amd64\"/>"));
+              HasSubstr("<unattend pc=\"PC-" + machine + "\" arch=\"amd64\"/>"));
+  for (const std::string& record :
+       {folder + onlyEntry(folder), std::string("E:\\Windows\\Panther\\Pavoline.log")}) {
+    EXPECT_THAT(read(record),
+                AllOf(HasSubstr("step ended: drivers, "), HasSubstr("format.com E:"),
+                      HasSubstr("outcome: done, exit code 0\r\n"), Not(HasSubstr("fix.exe E:"))));
+  }
   EXPECT_EQ(bench::runUnix({"bash", "-c",
                             "cmp \"$1/d/Drivers/net 1/net1.sys\" "
                             "\"$1/e/Windows/System32/DriverStore/FileRepository\"/net1*/net1.sys",

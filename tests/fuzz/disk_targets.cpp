@@ -1,6 +1,7 @@
 #include "cxdir/device_answer.h"
 #include "fuzz/fuzz.h"
 #include "platform/text.h"
+#include "session/machine_facts.h"
 
 namespace pavoline::testing {
 namespace {
@@ -25,8 +26,27 @@ void ListDisk(std::string_view input) {
   }
 }
 
+// The firmware's answer, through the facts to names of files and of a computer.
+void NameMachine(std::string_view input) {
+  static FuzzShop shop;
+  shop.environment.firmware = input;
+  const auto filled = [&](const char* value, ValueUse use) {
+    const MachineValue result = WithMachineFacts(shop.session, value, use);
+    Holds(result.text.empty() != result.untold.empty(), "a value is filled or missed");
+    return result.text;
+  };
+  for (const char* value : {"%serial%", "%model%"}) {
+    Holds(filled(value, ValueUse::kPath).find_first_of("\\/:*?\"<>|\n%") == std::string::npos,
+          "a fact is part of a file's name");
+  }
+  Holds(filled("AT-%serial%%MODEL%", ValueUse::kComputerName).size() <= 15,
+        "a computer's name has its length");
+}
+
 }  // namespace
 
-std::vector<FuzzTarget> DiskTargets() { return {{"disk_answer", ListDisk}}; }
+std::vector<FuzzTarget> DiskTargets() {
+  return {{"disk_answer", ListDisk}, {"firmware_table", NameMachine}};
+}
 
 }  // namespace pavoline::testing

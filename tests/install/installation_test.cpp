@@ -126,6 +126,8 @@ TEST(Unattended, EndsByItselfWithItsCodeAndAtMostOneMessage) {
         Case{0, false, {"/reboot"}, "/formatinstpart", {}, settings},
         Case{1, false, {"/source:D:\\gone.wim"}, "", {"d:\\gone.wim S11|S12|16"}, none},
         Case{1, false, {}, "", {"S13|S12|16"}, tool("info --xml", 18)},
+        Case{1, false, {"/answer:D:\\Gone.xml"}, "", {"M32 D:\\Gone.xml|S12|16"}, none},
+        Case{1, false, {"/drivers:D:\\%mac%"}, "", {"M31 %mac% D:\\%mac%|S12|16"}, none},
         Case{2, false, {"/instpart:Q:"}, "", {"M16 E: S:|S12|16"}, none},
         Case{2, false, {"/bootpart:E:\\"}, "/slient", {"M16 E: S:|S12|16"}, none},
         Case{3, true, {}, "", {"S30|S12|16"}, tool(" apply ", 72)},

@@ -17,6 +17,10 @@ const std::string kFound = "Found 12 driver package(s) to install.\r\n";
 const std::string kThird =
     "Installing 3 of 12 - D:\\DRIVERS\\oem3.inf: The driver package was successfully "
     "installed.\r\n";
+const std::string kFailed =
+    "Installing 4 of 12 - D:\\A - B\\Net 1.INF: Error - An error occurred. The package could not "
+    "be "
+    "installed.\r\n";
 const std::string kEnd = "The operation completed successfully.\r\n";
 
 TEST(DriverLog, TheLastWholeLineTells) {
@@ -35,6 +39,13 @@ TEST(DriverLog, TheLastWholeLineTells) {
     EXPECT_EQ(step.done, done) << log;
     EXPECT_EQ(step.total, total) << log;
   }
+}
+
+TEST(DriverLog, NamesThePackagesThatFailedInAnyLanguage) {
+  EXPECT_THAT(FailedDrivers(kHead + kSearch + kThird + kFailed + kFailed + kEnd +
+                            "Installieren 5 von 12 - \\\\s\\c.inf: Fehler - Nicht installiert.\r\n"
+                            "Error - see D:\\log.inf: there\r\nx.inf: a - b"),
+              ElementsAre("D:\\A - B\\Net 1.INF", "\\\\s\\c.inf"));
 }
 
 struct DriverShop : InstallShop {
@@ -91,8 +102,8 @@ TEST(DriverInjection, SaysHowDismEnded) {
   for (const Case& c :
        {Case{"not in the list while its interpreter runs", kThird + kEnd, 0, "starting.exe", 4000,
              4200, "S40|S8|64"},
-        Case{"failed", "The DISM log file can be found at C:\\dism.log\r\n", 2, "dism.exe", 4000,
-             4200, lacking},
+        Case{"failed", kFailed + "The DISM log file can be found at C:\\dism.log\r\n", 2,
+             "dism.exe", 4000, 4200, "M10\nM12 D:\\DRIVERS\nM33 Net 1.INF|S8|48"},
         Case{"died while it searched", kSearch, 255, "dism.exe", 64000, 67000, lacking}}) {
     DriverShop w;
     w.processes.onStart("dism.exe", [&](ToolRun& run) {

@@ -9,6 +9,13 @@ LocalTime FakeEnvironment::now() {
   return {2024, 5, 6, seconds / 3600 % 24, seconds / 60 % 60, seconds % 60, ms % 1000};
 }
 
+std::string FirmwareTable(const std::string& serial, const std::string& model) {
+  const std::string zero(1, '\0'), handle(2, 'h');
+  return std::string(8, 'a') + "\x02\x05" + handle + "\x01" + "board" + zero + zero +  //
+         "\x01\x08" + handle + "\x01\x02" + zero + "\x03" + "maker" + zero + model + zero + serial +
+         zero + zero + "\x7F\x04" + handle + zero + zero;
+}
+
 double FakeEnvironment::random() {
   if (randoms.empty()) return 0.5;
   const double next = randoms.front();

@@ -28,6 +28,7 @@ struct FakeEnvironment : Environment {
   int reseeds = 0;
   ScreenRoom screen{28800, 16200};  // 1920x1080 at 96 dpi
   std::string printed;  // on standard output
+  std::string firmware, network;
 
   std::string variable(const std::string& name) override { return variables[Lower(name)]; }
   void setVariable(const std::string& name, const std::string& value) override {
@@ -40,6 +41,8 @@ struct FakeEnvironment : Environment {
     printed += text;
     return true;
   }
+  std::string firmwareTable() override { return firmware; }
+  std::string networkAddress() override { return network; }
   unsigned systemLocale() override { return 1033; }
   unsigned threadLocale() override { return thread; }
   void setThreadLocale(unsigned locale) override { thread = locale; }
@@ -53,6 +56,9 @@ struct FakeEnvironment : Environment {
  private:
   SimulatedTime& time_;
 };
+
+// The answer of a firmware that has these names, behind a structure of another kind.
+std::string FirmwareTable(const std::string& serial, const std::string& model);
 
 struct FakeDrives : Drives {
   explicit FakeDrives(FakeFiles& files) : files_(files) {}

@@ -45,7 +45,11 @@ Texts RecognisableTexts() {
                                {47, " %t%"},
                                {48, " %t%"},
                                {49, " %p%"},
-                               {65, " %v%"}};
+                               {65, " %v%"},
+                               {30, " %f%"},
+                               {31, " %v% %f%"},
+                               {32, " %f%"},
+                               {33, " %f%"}};
   Texts texts;
   Number(texts.strings, "S", inStrings);
   Number(texts.captions, "C", {});
