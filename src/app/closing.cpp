@@ -10,12 +10,21 @@
 namespace pavoline {
 namespace {
 
+const std::string& CloseQuestion(const Session& session) {
+  switch (session.activity) {
+    case Activity::kRepairingBoot:
+      return More(session, kMoreCloseRepair);
+    case Activity::kPreparingDisk:
+      return More(session, kMoreClosePrepare);
+    default:
+      return String(session, kTextCloseQuestion);
+  }
+}
+
 bool Agreed(Session& session) {
   if (session.commandLine.install) return true;
-  const bool repair = session.activity == Activity::kRepairingBoot;
-  return Message(session,
-                 repair ? More(session, kMoreCloseRepair) : String(session, kTextCloseQuestion),
-                 kQuestionError, String(session, kTextCloseTitle)) == kAnswerOk;
+  return Message(session, CloseQuestion(session), kQuestionError,
+                 String(session, kTextCloseTitle)) == kAnswerOk;
 }
 
 void EndTools(Session& session) {

@@ -144,6 +144,23 @@ enum MoreNumber {
   kMoreRestartsSoon = 22,
   kMoreStop = 23,
   kMoreNotStarted = 24,
+  kMorePrepareMenu = 90,
+  kMorePrepareTitle = 91,
+  kMoreOnlyEmptyDisks = 92,
+  kMoreNoEmptyDisk = 93,
+  kMoreDiskNumber = 94,
+  kMoreUefi = 95,
+  kMoreBios = 96,
+  kMoreUefiPartitions = 97,
+  kMoreBiosPartitions = 98,
+  kMoreBiosTooLarge = 99,
+  kMorePrepare = 100,
+  kMorePrepareQuestion = 101,
+  kMoreDiskChanged = 102,
+  kMorePreparing = 103,
+  kMoreNotPrepared = 104,
+  kMorePrepared = 105,
+  kMoreClosePrepare = 106,
 };
 
 enum CaptionNumber {

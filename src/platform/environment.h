@@ -10,6 +10,9 @@ struct LocalTime {
   int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0, millisecond = 0;
 };
 
+// What the machine was started by.
+enum class Firmware { kUnknown, kBios, kUefi };
+
 // What the program asks about the machine and the process it runs in.
 class Environment {
  public:
@@ -23,6 +26,7 @@ class Environment {
   virtual std::vector<std::string> arguments() = 0;
   virtual std::string programFolder() = 0;  // no trailing backslash
   virtual bool is64BitProcess() = 0;
+  virtual Firmware firmware() = 0;
 
   virtual unsigned systemLocale() = 0;  // locale identifiers, for example 1033
   virtual unsigned threadLocale() = 0;

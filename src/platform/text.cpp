@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 
 namespace pavoline {
 namespace {
@@ -85,6 +86,15 @@ double LeadingNumber(std::string_view text) {
 int LeadingInteger16(std::string_view text) {
   const double value = std::trunc(LeadingNumber(text));
   return value >= -32768 && value <= 32767 ? static_cast<int>(value) : 0;
+}
+
+std::string BytesText(std::uint64_t bytes) {
+  const double megabytes = static_cast<double>(bytes) / (1 << 20);
+  const bool large = megabytes >= 1024;
+  char text[32];
+  std::snprintf(text, sizeof text, "%.2f%s", large ? megabytes / 1024 : megabytes,
+                large ? "GB" : "MB");
+  return text;
 }
 
 bool IsNumeric(std::string_view text) {

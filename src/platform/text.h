@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,6 +24,9 @@ double LeadingNumber(std::string_view text);
 
 // LeadingNumber held to 16 bits: a number outside -32768…32767 gives 0.
 int LeadingInteger16(std::string_view text);
+
+// Bytes in GB with two decimals as the partition list has them ("465.76GB"), below 1 GB in MB.
+std::string BytesText(std::uint64_t bytes);
 
 // True for a text that is a number and nothing else (ASCII digits, optional sign and point).
 bool IsNumeric(std::string_view text);

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cstdio>
 
 #include "form/text_numbers.h"
 #include "platform/dialogs.h"
@@ -13,16 +12,6 @@
 namespace pavoline {
 namespace {
 
-// In GB with two decimals as the partition lists have it; an image below 1 GB in MB.
-std::string SizeText(std::uint64_t bytes) {
-  const double megabytes = static_cast<double>(bytes) / (1 << 20);
-  const bool large = megabytes >= 1024;
-  char text[32];
-  std::snprintf(text, sizeof text, "%.2f%s", large ? megabytes / 1024 : megabytes,
-                large ? "GB" : "MB");
-  return text;
-}
-
 // Name, folder, kind, size, date, drive.
 std::vector<std::string> Row(TextServices& services, const FoundImage& image) {
   const std::string name = FileName(image.path);
@@ -30,7 +19,7 @@ std::vector<std::string> Row(TextServices& services, const FoundImage& image) {
   return {name,
           WithBackslash(folder),
           services.upper(LastFourLower(name).substr(1)),
-          SizeText(image.size),
+          BytesText(image.size),
           image.modified,
           image.path.substr(0, 2)};
 }

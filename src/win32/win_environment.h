@@ -13,6 +13,7 @@ class WinEnvironment : public Environment {
   std::vector<std::string> arguments() override;
   std::string programFolder() override;
   bool is64BitProcess() override;
+  Firmware firmware() override;
   unsigned systemLocale() override;
   unsigned threadLocale() override;
   void setThreadLocale(unsigned locale) override;

@@ -1,4 +1,9 @@
+#include <algorithm>
+#include <cstring>
+
 #include "cxdir/device_answer.h"
+#include "cxdir/disk_lines.h"
+#include "disk/physical_disks.h"
 #include "fuzz/fuzz.h"
 #include "platform/text.h"
 
@@ -25,8 +30,27 @@ void ListDisk(std::string_view input) {
   }
 }
 
+// As a line of the list of disks, and as the answers of one whose line is then read back.
+void ListWholeDisk(std::string_view input) {
+  const auto line = ReadDiskLine(std::string(input));
+  Holds(!line || !line->empty || input.ends_with("\tempty"), "a cut line names no empty disk");
+  WholeDisk whole;
+  DeviceFacts facts;
+  const bool read = ReadLayout(std::as_bytes(std::span(input)), whole.disk) &&
+                    ReadDeviceFacts(std::as_bytes(std::span(input)), facts);
+  whole.serial = facts.serial;
+  whole.writable = true;
+  whole.first = whole.last = std::vector<std::byte>(kEndBytes);
+  std::memcpy(whole.first.data(), input.data(), std::min(input.size(), kEndBytes));
+  const auto back = ReadDiskLine(DiskLine(whole, {}));
+  Holds(back && back->style.size() == 3, "the program reads what the lister prints");
+  Holds(!read || !back->empty || whole.disk.entries.size() <= input.size(), "a disk is empty");
+}
+
 }  // namespace
 
-std::vector<FuzzTarget> DiskTargets() { return {{"disk_answer", ListDisk}}; }
+std::vector<FuzzTarget> DiskTargets() {
+  return {{"disk_answer", ListDisk}, {"disk_line", ListWholeDisk}};
+}
 
 }  // namespace pavoline::testing

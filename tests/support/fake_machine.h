@@ -23,6 +23,7 @@ struct FakeEnvironment : Environment {
   std::map<std::string, std::string> variables;  // names in lower case
   std::vector<std::string> commandLine = {"X:\\Pavoline\\Pavoline.exe"};
   bool is64Bit = false;
+  Firmware startedBy = Firmware::kUnknown;
   unsigned thread = 1033;
   std::deque<double> randoms;  // the next numbers; 0.5 when none is left
   int reseeds = 0;
@@ -34,6 +35,7 @@ struct FakeEnvironment : Environment {
   std::vector<std::string> arguments() override { return commandLine; }
   std::string programFolder() override { return "X:\\Pavoline"; }
   bool is64BitProcess() override { return is64Bit; }
+  Firmware firmware() override { return startedBy; }
   unsigned systemLocale() override { return 1033; }
   unsigned threadLocale() override { return thread; }
   void setThreadLocale(unsigned locale) override { thread = locale; }

@@ -35,7 +35,14 @@ Texts RecognisableTexts() {
                                {16, " %ip% %bp%"},
                                {17, " %e%"},
                                {18, " %f%"},
-                               {24, " %f%"}};
+                               {24, " %f%"},
+                               {97, " %efi% %msr% %win%"},
+                               {98, " %sys% %win%"},
+                               {101, " %n% %disk% %size%"},
+                               {102, " %n% %disk%"},
+                               {103, " %n%"},
+                               {104, " %n% %disk%"},
+                               {105, " %n% %disk% %bp% %ip%"}};
   Texts texts;
   Number(texts.strings, "S", inStrings);
   Number(texts.captions, "C", {});
