@@ -107,7 +107,7 @@ TEST(PrepareDisk, NothingIsStartedForADiskThatIsNotTheOneChosenOrNoLongerEmpty) 
   for (const std::string& second :
        {With(empty, "0\tfixed\tempty", "1\tfixed\tpartitions"), With(empty, "empty", "data"),
         With(empty, "RAW", "GPT"), With(empty, "S1", "S2"), With(empty, "SSD", "HDD"),
-        With(empty, "5001", "5002"), "2" + empty.substr(1), empty.substr(0, 50), std::string()}) {
+        With(empty, "5001", "5002"), "2" + empty.substr(1), empty.substr(0, 45), std::string()}) {
     DiskShop w;
     w.looks = {kEmpty, second};
     w.prepare();
