@@ -49,27 +49,24 @@ TEST_F(PrepareDisk, EmptyOnesBecomeThePartitionsOfAnInstallation) {
   addDisk(1, "Blank One");
   addDisk(2, "Empty Table", "label: dos");
   Person person;
-  for (const auto& [number, option, style] :
-       {std::tuple{1, kMoreUefi, "GPT"}, std::tuple{2, kMoreBios, "MBR"}}) {
+  using Case = std::tuple<int, std::string, const char*, std::vector<const char*>>;
+  for (const auto& [number, model, style, parts] :
+       {Case{1,
+             "Blank One",
+             "GPT",
+             {"=      532480, type=C12A", "=       32768, type=E3C9", "=EBD0"}},
+        Case{2, "Empty Table", "MBR", {"label: dos", "=     1024000, type=7, boot", "type=7\n"}}}) {
     const Window window = opens(person);
     EXPECT_EQ(offered(window).front(), std::to_string(number));
     window.childWithText(style).click();
     person.presses(window, more(kMorePrepare).substr(1));
-    EXPECT_THAT(
-        person.hears(),
-        HasSubstr("(" + std::string(number == 1 ? "Blank One" : "Empty Table") + ", 5.00GB)"));
+    EXPECT_THAT(person.hears(), HasSubstr("(" + model + ", 5.00GB)"));
     const std::string done = person.hears();
     const std::string boot = person.main.text(kBootPartition).text();
     const std::string install = person.main.text(kInstallPartition).text();
     EXPECT_THAT(done, HasSubstr("Boot partition: " + boot + ", install partition: " + install));
     EXPECT_TRUE(exists(boot + "\\") && exists(install + "\\")) << done;
-    const std::string table = tableOf(number);
-    for (const char* part :
-         number == 1 ? std::vector{"label: gpt", "size=      532480, type=C12A",
-                                   "size=       32768, type=E3C9", "type=EBD0"}
-                     : std::vector{"label: dos", "size=     1024000, type=7, boot", "type=7\n"}) {
-      EXPECT_THAT(table, HasSubstr(part));
-    }
+    for (const char* part : parts) EXPECT_THAT(tableOf(number), HasSubstr(part));
     EXPECT_TRUE(person.leftInPeace());
   }
   EXPECT_EQ(argumentsOf("diskpart").size(), 2u);
@@ -93,7 +90,7 @@ TEST_F(PrepareDisk, WhatHoldsAnythingIsNotOfferedAndNeverTouched) {
   ASSERT_EQ(0, onImage(1, "sfdisk -q $image <<<size=2G && cp --sparse=always $image $image.kept"));
   EXPECT_TRUE(bench::answer(*question, IDOK));
   EXPECT_THAT(person.hears(), HasSubstr("(Becomes used) is no longer empty"));
-  EXPECT_EQ(0, onImage(1, "cmp $image $image.kept")) << "not a byte has changed";
+  EXPECT_EQ(0, onImage(1, "cmp $image $image.kept && rm $image.kept")) << "not a byte has changed";
   EXPECT_TRUE(person.leftInPeace());
   EXPECT_TRUE(argumentsOf("diskpart").empty());
 }

@@ -1,6 +1,3 @@
-#include <algorithm>
-#include <cstring>
-
 #include "cxdir/device_answer.h"
 #include "cxdir/disk_lines.h"
 #include "disk/physical_disks.h"
@@ -36,15 +33,10 @@ void ListWholeDisk(std::string_view input) {
   Holds(!line || !line->empty || input.ends_with("\tempty"), "a cut line names no empty disk");
   WholeDisk whole;
   DeviceFacts facts;
-  const bool read = ReadLayout(std::as_bytes(std::span(input)), whole.disk) &&
-                    ReadDeviceFacts(std::as_bytes(std::span(input)), facts);
+  ReadLayout(std::as_bytes(std::span(input)), whole.disk);
+  ReadDeviceFacts(std::as_bytes(std::span(input)), facts);
   whole.serial = facts.serial;
-  whole.writable = true;
-  whole.first = whole.last = std::vector<std::byte>(kEndBytes);
-  std::memcpy(whole.first.data(), input.data(), std::min(input.size(), kEndBytes));
-  const auto back = ReadDiskLine(DiskLine(whole, {}));
-  Holds(back && back->style.size() == 3, "the program reads what the lister prints");
-  Holds(!read || !back->empty || whole.disk.entries.size() <= input.size(), "a disk is empty");
+  Holds(ReadDiskLine(DiskLine(whole, {})).has_value(), "the program reads what the lister prints");
 }
 
 }  // namespace
