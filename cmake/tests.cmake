@@ -29,7 +29,8 @@ target_link_libraries(pavoline_test_support PUBLIC pavoline_session gtest)
 if(PAVOLINE_FUZZ)
   file(GLOB fuzz_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/fuzz/*.cpp)
   add_executable(pavoline_fuzz ${fuzz_sources} src/ui/left_bytes.cpp src/app/command_line.cpp
-                               src/cxdir/device_answer.cpp src/cxdir/partition_lines.cpp)
+                               src/cxdir/device_answer.cpp src/cxdir/partition_lines.cpp
+                               src/cxdir/disk_lines.cpp)
   target_compile_options(pavoline_fuzz PRIVATE ${PAVOLINE_WARNINGS})
   # The fakes show no new way through the program, and cost half of the time when they are watched.
   target_compile_options(pavoline_test_support PRIVATE -fno-sanitize=fuzzer-no-link)
@@ -62,7 +63,8 @@ if(NOT WIN32)
       gtest_discover_tests(test_${folder} TEST_PREFIX ${folder}. DISCOVERY_TIMEOUT 60)
     endif()
   endforeach()
-  pavoline_test_program(cxdir ${PROJECT_SOURCE_DIR}/src/cxdir/partition_lines.cpp)
+  pavoline_test_program(cxdir ${PROJECT_SOURCE_DIR}/src/cxdir/partition_lines.cpp
+                        ${PROJECT_SOURCE_DIR}/src/cxdir/disk_lines.cpp)
   if(TARGET test_cxdir)
     gtest_discover_tests(test_cxdir TEST_PREFIX cxdir. DISCOVERY_TIMEOUT 60)
   endif()

@@ -15,7 +15,7 @@ function number(key) {
 function known(key) {
   if (section == "Option") return key == "font"
   # The same number written in two ways (String(07)) would be two keys to the program.
-  if (section == "More") return key ~ /^More\((0|[1-9][0-9]?)\)$/
+  if (section == "More") return key ~ /^More\((0|[1-9][0-9]?[0-9]?)\)$/
   if (section != "Language") return 0
   if (key ~ /^String\((0|[1-9][0-9]*)\)$/) return number(key) + 0 <= 114
   if (key ~ /^Caption\((0|[1-9][0-9]*)\)$/) return number(key) + 0 <= 12

@@ -40,6 +40,7 @@ NTSTATUS NTAPI DriverEntry(DRIVER_OBJECT* driver, UNICODE_STRING* key) {
   driver->MajorFunction[IRP_MJ_CREATE] = Open;
   driver->MajorFunction[IRP_MJ_CLOSE] = Close;
   driver->MajorFunction[IRP_MJ_DEVICE_CONTROL] = ControlDisk;
+  driver->MajorFunction[IRP_MJ_READ] = ReadDisk;
   NTSTATUS status = StandBeforeVolumes();
   if (status) return status;
   status = MakeDisks(driver);

@@ -7,6 +7,7 @@ enum { kMostDisks = 16 };
 NTSTATUS MakeDisks(DRIVER_OBJECT* driver);
 void LinkDisks(void);
 NTSTATUS NTAPI ControlDisk(DEVICE_OBJECT* device, IRP* irp);
+NTSTATUS NTAPI ReadDisk(DEVICE_OBJECT* device, IRP* irp);
 
 // Wine's mount manager makes a device for every folder that had a letter when it started, or was
 // given one since. This stands in front of the functions of its driver and says where those of the

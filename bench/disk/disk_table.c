@@ -7,6 +7,15 @@ BOOLEAN Same(const char* a, const char* b) {
   return *a == *b;
 }
 
+BOOLEAN Holds(const char* text, const char* part) {
+  for (; *text; ++text) {
+    ULONG length = 0;
+    while (part[length] && text[length] == part[length]) ++length;
+    if (!part[length]) return TRUE;
+  }
+  return FALSE;
+}
+
 ULONGLONG Number(const char* text, const char** end) {
   ULONGLONG number = 0;
   for (; *text >= '0' && *text <= '9'; ++text) number = number * 10 + (ULONGLONG)(*text - '0');

@@ -3,6 +3,9 @@
 // After ntddk.h, on which it leans.
 #include <ntddstor.h>
 
+// As the system's headers have it; the compiler's do not.
+enum { kGetDiskAttributes = CTL_CODE(IOCTL_DISK_BASE, 0x3C, METHOD_BUFFERED, FILE_ANY_ACCESS) };
+
 static void NameOfDisk(const WCHAR* before, ULONG number, WCHAR* name) {
   while (*before) *name++ = *before++;
   if (number >= 10) *name++ = (WCHAR)('0' + number / 10);
@@ -16,34 +19,38 @@ static void Copy(char* to, const char* from) {
   *to = 0;
 }
 
-// Both texts have room for 1,024 letters.
-static BOOLEAN ImageOf(ULONG disk, char* image, char* model) {
+struct BenchDisk {
+  char image[1024], model[1024], traits[1024];
+};
+
+static BOOLEAN FindDisk(ULONG number, struct BenchDisk* disk) {
   struct Table table;
   struct Row row;
   BOOLEAN found = FALSE;
   if (!OpenTable(&table)) return FALSE;
   while (!found && NextRow(&table, &row)) {
-    if (!Same(row.field[kKind], "disk") || Number(row.field[kName], NULL) != disk) continue;
-    Copy(image, row.field[kWhere]);
-    Copy(model, row.field[kModel]);
+    if (!Same(row.field[kKind], "disk") || Number(row.field[kName], NULL) != number) continue;
+    Copy(disk->image, row.field[kWhere]);
+    Copy(disk->model, row.field[kModel]);
+    Copy(disk->traits, row.field[kTraits]);
     found = TRUE;
   }
   CloseTable(&table);
   return found;
 }
 
-NTSTATUS TableOfDisk(ULONG disk, struct PartitionTable* table) {
-  char image[1024], model[1024];
-  return ImageOf(disk, image, model) ? ReadPartitionTable(image, table) : STATUS_NO_SUCH_DEVICE;
+NTSTATUS TableOfDisk(ULONG number, struct PartitionTable* table) {
+  struct BenchDisk disk;
+  return FindDisk(number, &disk) ? ReadPartitionTable(disk.image, table) : STATUS_NO_SUCH_DEVICE;
 }
 
 void LinkDisks(void) {
-  char image[1024], model[1024];
+  struct BenchDisk disk;
   WCHAR link[40], device[40];
   for (ULONG i = 0; i < kMostDisks; ++i) {
     NameOfDisk(L"\\??\\PhysicalDrive", i, link);
     NameOfDisk(L"\\Device\\BenchDisk", i, device);
-    Relink(link, ImageOf(i, image, model) ? device : NULL);
+    Relink(link, FindDisk(i, &disk) ? device : NULL);
   }
 }
 
@@ -83,22 +90,69 @@ static NTSTATUS AnswerLayout(ULONG disk, void* buffer, ULONG room, ULONG_PTR* si
   return fits ? STATUS_SUCCESS : STATUS_BUFFER_TOO_SMALL;
 }
 
-static NTSTATUS AnswerProperty(ULONG disk, void* buffer, ULONG room, ULONG_PTR* size) {
-  char image[1024], model[1024];
+static NTSTATUS AnswerProperty(ULONG number, void* buffer, ULONG room, ULONG_PTR* size) {
+  struct BenchDisk disk;
   const STORAGE_PROPERTY_QUERY* query = buffer;
   STORAGE_DEVICE_DESCRIPTOR* answer = buffer;
+  char serial[] = "BENCH-00";
   ULONG length = 0;
   if (query->PropertyId != StorageDeviceProperty) return STATUS_NOT_SUPPORTED;
-  if (!ImageOf(disk, image, model)) return STATUS_NO_SUCH_DEVICE;
-  while (model[length]) ++length;
-  if (room < sizeof *answer + length + 1) return STATUS_BUFFER_TOO_SMALL;
+  if (!FindDisk(number, &disk)) return STATUS_NO_SUCH_DEVICE;
+  while (disk.model[length]) ++length;
+  if (room < sizeof *answer + length + 1 + sizeof serial) return STATUS_BUFFER_TOO_SMALL;
+  serial[6] = (char)('0' + number / 10);
+  serial[7] = (char)('0' + number % 10);
   RtlZeroMemory(answer, sizeof *answer);
   answer->Version = sizeof *answer;
-  answer->Size = sizeof *answer + length + 1;
+  answer->Size = (ULONG)(sizeof *answer + length + 1 + sizeof serial);
+  answer->RemovableMedia = Holds(disk.traits, "removable");
   answer->ProductIdOffset = sizeof *answer;
-  RtlCopyMemory(answer + 1, model, length + 1);
+  answer->SerialNumberOffset = sizeof *answer + length + 1;
+  RtlCopyMemory(answer + 1, disk.model, length + 1);
+  RtlCopyMemory((char*)buffer + answer->SerialNumberOffset, serial, sizeof serial);
   *size = answer->Size;
   return STATUS_SUCCESS;
+}
+
+static NTSTATUS AnswerGeometry(ULONG number, void* buffer, ULONG room, ULONG_PTR* size) {
+  enum { kSector = 512, kSectorsPerTrack = 63, kTracks = 255 };
+  struct PartitionTable table;
+  DISK_GEOMETRY_EX* answer = buffer;
+  if (room < sizeof *answer) return STATUS_BUFFER_TOO_SMALL;
+  const NTSTATUS status = TableOfDisk(number, &table);
+  if (status) return status;
+  ExFreePool(table.entries);
+  RtlZeroMemory(answer, sizeof *answer);
+  answer->Geometry.MediaType = FixedMedia;
+  answer->Geometry.BytesPerSector = kSector;
+  answer->Geometry.SectorsPerTrack = kSectorsPerTrack;
+  answer->Geometry.TracksPerCylinder = kTracks;
+  answer->Geometry.Cylinders.QuadPart =
+      (LONGLONG)(table.bytes / (kSector * kSectorsPerTrack * kTracks));
+  answer->DiskSize.QuadPart = (LONGLONG)table.bytes;
+  *size = sizeof *answer;
+  return STATUS_SUCCESS;
+}
+
+static NTSTATUS AnswerAttributes(ULONG number, void* buffer, ULONG room, ULONG_PTR* size) {
+  struct BenchDisk disk;
+  struct {
+    ULONG version, reserved;
+    ULONGLONG attributes;
+  }* answer = buffer;
+  if (room < sizeof *answer) return STATUS_BUFFER_TOO_SMALL;
+  if (!FindDisk(number, &disk)) return STATUS_NO_SUCH_DEVICE;
+  answer->version = sizeof *answer;
+  answer->reserved = 0;
+  answer->attributes = Holds(disk.traits, "offline") ? 1 : 0;
+  *size = sizeof *answer;
+  return STATUS_SUCCESS;
+}
+
+static NTSTATUS AnswerWritable(ULONG number) {
+  struct BenchDisk disk;
+  if (!FindDisk(number, &disk)) return STATUS_NO_SUCH_DEVICE;
+  return Holds(disk.traits, "readonly") ? STATUS_MEDIA_WRITE_PROTECTED : STATUS_SUCCESS;
 }
 
 static NTSTATUS AnswerNumber(ULONG disk, void* buffer, ULONG room, ULONG_PTR* size) {
@@ -109,6 +163,24 @@ static NTSTATUS AnswerNumber(ULONG disk, void* buffer, ULONG room, ULONG_PTR* si
   answer->PartitionNumber = 0;
   *size = sizeof *answer;
   return STATUS_SUCCESS;
+}
+
+NTSTATUS NTAPI ReadDisk(DEVICE_OBJECT* device, IRP* irp) {
+  const IO_STACK_LOCATION* call = IoGetCurrentIrpStackLocation(irp);
+  const ULONG room = call->Parameters.Read.Length;
+  struct BenchDisk disk;
+  HANDLE image;
+  if (device->DeviceType != FILE_DEVICE_DISK) return Done(irp, STATUS_INVALID_DEVICE_REQUEST, 0);
+  if (!FindDisk(*(const ULONG*)device->DeviceExtension, &disk) || Same(disk.image, "-")) {
+    return Done(irp, STATUS_NO_MEDIA_IN_DEVICE, 0);
+  }
+  NTSTATUS status = OpenImage(disk.image, &image);
+  if (!status) {
+    status = ReadAt(image, (ULONGLONG)call->Parameters.Read.ByteOffset.QuadPart,
+                    irp->AssociatedIrp.SystemBuffer, room);
+    ZwClose(image);
+  }
+  return Done(irp, status, status ? 0 : room);
 }
 
 NTSTATUS NTAPI ControlDisk(DEVICE_OBJECT* device, IRP* irp) {
@@ -128,6 +200,15 @@ NTSTATUS NTAPI ControlDisk(DEVICE_OBJECT* device, IRP* irp) {
         break;
       case IOCTL_STORAGE_GET_DEVICE_NUMBER:
         status = AnswerNumber(disk, buffer, room, &size);
+        break;
+      case IOCTL_DISK_GET_DRIVE_GEOMETRY_EX:
+        status = AnswerGeometry(disk, buffer, room, &size);
+        break;
+      case kGetDiskAttributes:
+        status = AnswerAttributes(disk, buffer, room, &size);
+        break;
+      case IOCTL_DISK_IS_WRITABLE:
+        status = AnswerWritable(disk);
         break;
     }
   }

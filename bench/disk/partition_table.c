@@ -27,6 +27,20 @@ static BOOLEAN IsLink(UCHAR type) { return type == kExtended || type == kExtende
 
 static BOOLEAN IsMarked(const UCHAR* sector) { return sector[510] == 0x55 && sector[511] == 0xAA; }
 
+// Of a file system that begins with the disk.
+static BOOLEAN IsBootSector(const UCHAR* sector) {
+  return sector[0] == 0xEB && (RtlCompareMemory(sector + 3, "NTFS    ", 8) == 8 ||
+                               RtlCompareMemory(sector + 82, "FAT32   ", 8) == 8);
+}
+
+static void AddWholeDisk(struct PartitionTable* table) {
+  PARTITION_INFORMATION_EX* entry = &table->entries[table->count++];
+  table->style = PARTITION_STYLE_MBR;
+  entry->PartitionStyle = PARTITION_STYLE_MBR;
+  entry->Mbr.PartitionType = 7;
+  entry->PartitionLength.QuadPart = (LONGLONG)table->bytes;
+}
+
 static void AddSlot(struct PartitionTable* table, const UCHAR* slot, ULONGLONG base,
                     ULONG* number) {
   PARTITION_INFORMATION_EX* entry = &table->entries[table->count++];
@@ -109,18 +123,27 @@ static NTSTATUS ReadOpened(HANDLE image, struct PartitionTable* table) {
   if (status) return status;
   table->style = PARTITION_STYLE_RAW;
   if (!IsMarked(sector)) return STATUS_SUCCESS;
+  if (IsBootSector(sector)) {
+    AddWholeDisk(table);
+    return STATUS_SUCCESS;
+  }
   if (sector[kFirstSlot + 4] == kProtective) return ReadGpt(image, table);
   ReadMbr(image, sector, table);
   return STATUS_SUCCESS;
 }
 
-NTSTATUS ReadPartitionTable(const char* image, struct PartitionTable* table) {
+NTSTATUS OpenImage(const char* image, HANDLE* file) {
   char name[1024] = "unix";
-  HANDLE file;
-  ULONG room = kLargest * sizeof *table->entries, length = 4;
+  ULONG length = 4;
   if (Same(image, "-")) return STATUS_NO_MEDIA_IN_DEVICE;
   while (*image && length < sizeof name - 1) name[length++] = *image++;
-  NTSTATUS status = OpenFile(name, &file);
+  return OpenFile(name, file);
+}
+
+NTSTATUS ReadPartitionTable(const char* image, struct PartitionTable* table) {
+  HANDLE file;
+  const ULONG room = kLargest * sizeof *table->entries;
+  NTSTATUS status = OpenImage(image, &file);
   if (status) return status;
   RtlZeroMemory(table, sizeof *table);
   table->entries = ExAllocatePool(NonPagedPool, room);

@@ -14,8 +14,8 @@ table_row() {
   mv "$table.new" "$table"
 }
 
-# add_disk NUMBER SIZE MODEL: the partitions are read from standard input, as sfdisk takes them; without
-# any the disk is raw. SIZE "-": a drive without a medium.
+# add_disk NUMBER SIZE MODEL [TRAITS]: the partitions are read from standard input, as sfdisk takes
+# them; without any the disk is raw. SIZE "-": a drive without a medium.
 add_disk() {
   local image=$bench/disks/$1.disk script
   script=$(cat)
@@ -26,7 +26,7 @@ add_disk() {
   else
     image=-
   fi
-  table_row disk "$1" "$image" "$3"
+  table_row disk "$1" "$image" "$3" "${4:-}"
 }
 
 # add_volume NAME PLACE LETTERS FILE-SYSTEM LABEL: its row, and its folder behind its letters.

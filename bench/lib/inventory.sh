@@ -8,7 +8,7 @@ cmd|real: Wine's own command interpreter
 wimlib-imagex|real: Debian's wimtools; --compact and --wimboot are checked and left out, only Windows has them
 format|$ntfs
 imdisk|real ISO contents (xorriso); the driver is a stand-in, a folder gets the drive letter
-diskpart|real VHD and VHDX files (qemu-img), NTFS as for format; attaching is a stand-in
+diskpart|stand-in; real VHD and VHDX files (qemu-img), NTFS as for format; real partition tables (sfdisk) on disks
 disks|real partition tables (sfdisk) on disk images; a kernel-mode driver of the bench answers for them
 mount points|stand-in: two functions that this Wine lacks move the letters of the bench's volumes
 dism|stand-in: copies drivers into the image's driver store

@@ -28,6 +28,7 @@ make_shot_scene() {
     mkdir -p "$(dirname "$file")"
     cp "$bench/companion.exe" "$file"
   done
+  "$bench_source/bench" disk "$bench" 1 1T "Samsung SSD 970 EVO Plus" </dev/null
   mkdir -p "$bench/faults"
   echo "pace 60" >"$bench/faults/wimlib-imagex"
 }

@@ -130,6 +130,7 @@ bool tourSmallWindows(const std::string& program, const Visit& visit) {
          guide.showSmall("partitions-install", "PartitionChooser", choose(kChooseInstall)) &&
          guide.showSmall("images", "ImageList", [&] { main.search().click(); }) &&
          guide.showSmall("names", "Form2", command(kMenuComputerName)) &&
+         guide.showSmall("empty-disk", "PrepareDisk", command(kMenuPrepareDisk)) &&
          guide.showSmall("virtual-disks", "VirtualDiskWindow", command(kMenuVirtualDisk),
                          creation) &&
          guide.showSmall("about", "About", command(kMenuAbout)) &&

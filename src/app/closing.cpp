@@ -10,6 +10,17 @@
 namespace pavoline {
 namespace {
 
+const std::string& CloseQuestion(const Session& session) {
+  switch (session.activity) {
+    case Activity::kRepairingBoot:
+      return More(session, kMoreCloseRepair);
+    case Activity::kPreparingDisk:
+      return More(session, kMoreClosePrepare);
+    default:
+      return String(session, kTextCloseQuestion);
+  }
+}
+
 bool Agreed(Session& session, const std::string& question) {
   return session.commandLine.install ||
          Message(session, question, kQuestionError, String(session, kTextCloseTitle)) == kAnswerOk;
@@ -33,11 +44,7 @@ bool QueryUnload(Session& session) {
     case Closing::kAsk:
       break;
   }
-  const bool repair = asked == Activity::kRepairingBoot;
-  if (!Agreed(session,
-              repair ? More(session, kMoreCloseRepair) : String(session, kTextCloseQuestion))) {
-    return false;
-  }
+  if (!Agreed(session, CloseQuestion(session))) return false;
   // The work may have come to its end while the question was open.
   if (session.activity == Activity::kInstalling) EndTools(session);
   return true;

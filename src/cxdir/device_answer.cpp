@@ -40,23 +40,34 @@ std::string_view TextAt(Bytes descriptor, std::uint32_t offset) {
 
 }  // namespace
 
-void ReadLayout(Bytes layout, Disk& disk) {
-  if (layout.size() < answer::kEntries) return;
+bool ReadLayout(Bytes layout, Disk& disk) {
+  if (layout.size() < answer::kEntries) return false;
   const auto style = At<std::uint32_t>(layout, answer::kStyle);
-  if (style == answer::kStyleRaw) return;
+  if (style == answer::kStyleRaw) {
+    disk.style = PartitionStyle::kRaw;
+    return true;
+  }
   disk.style = style == answer::kStyleGpt ? PartitionStyle::kGpt : PartitionStyle::kMbr;
   const Bytes entries = layout.subspan(answer::kEntries);
-  const auto count = std::min<std::size_t>(At<std::uint32_t>(layout, answer::kEntryCount),
-                                           entries.size() / answer::kEntryBytes);
+  const std::size_t named = At<std::uint32_t>(layout, answer::kEntryCount);
+  const std::size_t count = std::min(named, entries.size() / answer::kEntryBytes);
   for (std::size_t i = 0; i < count; ++i) {
     disk.entries.push_back(EntryOf(entries.subspan(i * answer::kEntryBytes, answer::kEntryBytes)));
   }
+  return count == named && (style == answer::kStyleGpt || style == answer::kStyleMbr);
 }
 
 std::string ReadModel(Bytes descriptor) {
   if (descriptor.size() < answer::kDescriptorBytes) return {};
   return ModelText(TextAt(descriptor, At<std::uint32_t>(descriptor, answer::kVendor)),
                    TextAt(descriptor, At<std::uint32_t>(descriptor, answer::kProduct)));
+}
+
+bool ReadDeviceFacts(Bytes descriptor, DeviceFacts& facts) {
+  if (descriptor.size() < answer::kDescriptorBytes) return false;
+  facts.serial = Trimmed(TextAt(descriptor, At<std::uint32_t>(descriptor, answer::kSerial)));
+  facts.removable = At<std::uint8_t>(descriptor, answer::kRemovable) != 0;
+  return true;
 }
 
 }  // namespace pavoline

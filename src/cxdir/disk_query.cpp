@@ -5,7 +5,9 @@
 #include <winioctl.h>
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -31,10 +33,22 @@ static_assert(answer::kEntryStyle == offsetof(Entry, PartitionStyle) &&
               answer::kMbrType == offsetof(Entry, Mbr.PartitionType) &&
               answer::kMbrActive == offsetof(Entry, Mbr.BootIndicator) &&
               answer::kGptType == offsetof(Entry, Gpt.PartitionType));
-static_assert(answer::kVendor == offsetof(Descriptor, VendorIdOffset) &&
+static_assert(answer::kRemovable == offsetof(Descriptor, RemovableMedia) &&
+              answer::kVendor == offsetof(Descriptor, VendorIdOffset) &&
               answer::kProduct == offsetof(Descriptor, ProductIdOffset) &&
+              answer::kSerial == offsetof(Descriptor, SerialNumberOffset) &&
               answer::kDescriptorBytes == sizeof(Descriptor));
-static_assert(answer::kStyleGpt == PARTITION_STYLE_GPT && answer::kStyleRaw == PARTITION_STYLE_RAW);
+static_assert(answer::kStyleMbr == PARTITION_STYLE_MBR &&
+              answer::kStyleGpt == PARTITION_STYLE_GPT && answer::kStyleRaw == PARTITION_STYLE_RAW);
+
+// As the system's headers have it; the compiler's do not.
+constexpr DWORD kGetDiskAttributes =
+    CTL_CODE(IOCTL_DISK_BASE, 0x3C, METHOD_BUFFERED, FILE_ANY_ACCESS);
+struct DiskAttributes {
+  DWORD version, reserved;
+  DWORDLONG attributes;
+};
+constexpr DWORDLONG kOffline = 1, kReadOnly = 2;
 
 // The names of all devices, each closed by a zero, one more at the end.
 std::wstring DeviceNames() {
@@ -61,7 +75,13 @@ std::optional<std::uint32_t> NumberAfter(std::wstring_view prefix, std::wstring_
   return number;
 }
 
-std::string QueryModel(HANDLE device) {
+Handle OpenDisk(std::uint32_t number, DWORD access) {
+  const std::wstring path = L"\\\\.\\PhysicalDrive" + std::to_wstring(number);
+  return Handle(CreateFileW(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                            OPEN_EXISTING, 0, nullptr));
+}
+
+Buffer QueryDescriptor(HANDLE device) {
   STORAGE_PROPERTY_QUERY query{};
   query.PropertyId = StorageDeviceProperty;
   query.QueryType = PropertyStandardQuery;
@@ -72,7 +92,7 @@ std::string QueryModel(HANDLE device) {
     return {};
   }
   answer.resize(size);
-  return ReadModel(answer);
+  return answer;
 }
 
 struct LayoutAnswer {
@@ -97,6 +117,62 @@ LayoutAnswer QueryLayout(HANDLE device) {
   return {{}, error};
 }
 
+// These three leave the system's error code when they fail.
+
+bool QuerySize(HANDLE device, WholeDisk& whole) {
+  std::array<std::byte, 256> answer{};  // more than the fixed part follows it
+  DWORD size = 0;
+  if (!DeviceIoControl(device, IOCTL_DISK_GET_DRIVE_GEOMETRY_EX, nullptr, 0, answer.data(),
+                       static_cast<DWORD>(answer.size()), &size, nullptr)) {
+    return false;
+  }
+  DISK_GEOMETRY_EX geometry{};
+  std::memcpy(&geometry, answer.data(), sizeof geometry);
+  whole.bytes = static_cast<std::uint64_t>(geometry.DiskSize.QuadPart);
+  whole.sectorBytes = geometry.Geometry.BytesPerSector;
+  const bool known = size >= offsetof(DISK_GEOMETRY_EX, Data) && geometry.DiskSize.QuadPart > 0 &&
+                     whole.sectorBytes > 0 && kEndBytes % whole.sectorBytes == 0 &&
+                     whole.bytes % whole.sectorBytes == 0;
+  if (!known) SetLastError(ERROR_INVALID_DATA);
+  return known;
+}
+
+bool QueryWritable(HANDLE device, WholeDisk& whole) {
+  DWORD size = 0;
+  whole.writable =
+      DeviceIoControl(device, IOCTL_DISK_IS_WRITABLE, nullptr, 0, nullptr, 0, &size, nullptr) != 0;
+  if (!whole.writable && GetLastError() != ERROR_WRITE_PROTECT) return false;
+  DiskAttributes answer{};
+  if (!DeviceIoControl(device, kGetDiskAttributes, nullptr, 0, &answer, sizeof answer, &size,
+                       nullptr)) {
+    return false;
+  }
+  if ((answer.attributes & (kOffline | kReadOnly)) != 0) whole.writable = false;
+  if (size < sizeof answer) SetLastError(ERROR_INVALID_DATA);
+  return size >= sizeof answer;
+}
+
+bool ReadAt(HANDLE device, std::uint64_t offset, Buffer& bytes) {
+  // Disks want whole sectors, into memory that is aligned.
+  alignas(4096) static std::array<std::byte, kEndBytes> room;
+  OVERLAPPED place{};
+  place.Offset = static_cast<DWORD>(offset);
+  place.OffsetHigh = static_cast<DWORD>(offset >> 32);
+  DWORD size = 0;
+  if (!ReadFile(device, room.data(), static_cast<DWORD>(room.size()), &size, &place)) return false;
+  if (size != room.size()) {
+    SetLastError(ERROR_HANDLE_EOF);
+    return false;
+  }
+  bytes.assign(room.begin(), room.end());
+  return true;
+}
+
+bool ReadEnds(HANDLE device, WholeDisk& whole) {
+  if (whole.bytes < 2 * kEndBytes) return true;
+  return ReadAt(device, 0, whole.first) && ReadAt(device, whole.bytes - kEndBytes, whole.last);
+}
+
 }  // namespace
 
 std::vector<std::uint32_t> DiskNumbers() {
@@ -112,10 +188,8 @@ std::vector<std::uint32_t> DiskNumbers() {
 }
 
 DiskAnswer QueryDisk(std::uint32_t number) {
-  const std::wstring path = L"\\\\.\\PhysicalDrive" + std::to_wstring(number);
   // No access rights asked: none of the queries needs them, so the list works without elevation.
-  Handle device(CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                            OPEN_EXISTING, 0, nullptr));
+  const Handle device = OpenDisk(number, 0);
   if (!device) return {std::nullopt, GetLastError()};
 
   const LayoutAnswer answer = QueryLayout(device.get());
@@ -123,9 +197,32 @@ DiskAnswer QueryDisk(std::uint32_t number) {
 
   Disk disk;
   disk.number = number;
-  disk.model = QueryModel(device.get());
+  disk.model = ReadModel(QueryDescriptor(device.get()));
   ReadLayout(answer.layout, disk);
   return {std::move(disk), 0};
+}
+
+WholeDiskAnswer QueryWholeDisk(std::uint32_t number) {
+  const Handle device = OpenDisk(number, GENERIC_READ);
+  if (!device) return {std::nullopt, GetLastError()};
+
+  const LayoutAnswer answer = QueryLayout(device.get());
+  if (answer.error != 0) return {std::nullopt, answer.error};
+  WholeDisk whole;
+  whole.disk.number = number;
+  const Buffer descriptor = QueryDescriptor(device.get());
+  whole.disk.model = ReadModel(descriptor);
+  DeviceFacts facts;
+  if (!ReadLayout(answer.layout, whole.disk) || !ReadDeviceFacts(descriptor, facts)) {
+    return {std::nullopt, ERROR_INVALID_DATA};
+  }
+  whole.serial = facts.serial;
+  whole.removable = facts.removable;
+  if (!QuerySize(device.get(), whole) || !QueryWritable(device.get(), whole) ||
+      !ReadEnds(device.get(), whole)) {
+    return {std::nullopt, GetLastError()};
+  }
+  return {std::move(whole), 0};
 }
 
 }  // namespace pavoline

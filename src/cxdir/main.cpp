@@ -1,5 +1,6 @@
-// CxDir: prints the partitions of all disks, one tab-separated line each (docs/formats.md).
-// Exit code 0 with a list, however short; 1 when it could not be written; 2 for bad arguments.
+// CxDir: prints the partitions of all disks, or with "/disks" the disks themselves, one
+// tab-separated line each (docs/formats.md). Exit code 0 with a list, however short; 1 when it
+// could not be written; 2 for bad arguments.
 
 #include <windows.h>
 
@@ -25,14 +26,12 @@ bool Write(DWORD stream, const std::string& text) {
 
 void Complain(const std::string& text) { Write(STD_ERROR_HANDLE, "CxDir: " + text + "\r\n"); }
 
-bool AreArgumentsGood(int count, wchar_t** arguments) {
-  return count == 1 || (count == 2 && std::wcscmp(arguments[1], L"-vaskor") == 0);
-}
-
-std::vector<Disk> ReadableDisks() {
-  std::vector<Disk> disks;
+// The answers that came, of disks that could be read; those that could not are named.
+template <class Answer>
+auto Readable(Answer (*query)(std::uint32_t number)) {
+  std::vector<typename decltype(Answer::disk)::value_type> disks;
   for (std::uint32_t number : DiskNumbers()) {
-    DiskAnswer answer = QueryDisk(number);
+    Answer answer = query(number);
     if (answer.disk) {
       disks.push_back(std::move(*answer.disk));
     } else {
@@ -43,19 +42,30 @@ std::vector<Disk> ReadableDisks() {
   return disks;
 }
 
+std::vector<std::string> DiskLines() {
+  // Volumes last: one that came meanwhile is seen.
+  const auto disks = Readable(QueryWholeDisk);
+  const std::vector<Volume> volumes = QueryVolumes();
+  std::vector<std::string> lines;
+  for (const WholeDisk& whole : disks) lines.push_back(DiskLine(whole, volumes));
+  return lines;
+}
+
+int Print(const std::vector<std::string>& lines) {
+  std::string list;
+  for (const std::string& line : lines) list += AnsiText(line) + "\r\n";
+  return Write(STD_OUTPUT_HANDLE, list) ? 0 : 1;
+}
+
 int Run(int count, wchar_t** arguments) {
-  if (!AreArgumentsGood(count, arguments)) {
-    Complain("usage: CxDir [-vaskor]");
+  const bool disks = count == 2 && std::wcscmp(arguments[1], L"/disks") == 0;
+  if (!disks && count != 1 && !(count == 2 && std::wcscmp(arguments[1], L"-vaskor") == 0)) {
+    Complain("usage: CxDir [-vaskor | /disks]");
     return 2;
   }
   // A drive without a medium is an answer here, not a question to the user.
   SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
-
-  std::string list;
-  for (const std::string& line : PartitionLines(ReadableDisks(), QueryVolumes())) {
-    list += AnsiText(line) + "\r\n";
-  }
-  return Write(STD_OUTPUT_HANDLE, list) ? 0 : 1;
+  return Print(disks ? DiskLines() : PartitionLines(Readable(QueryDisk), QueryVolumes()));
 }
 
 }  // namespace

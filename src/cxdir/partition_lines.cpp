@@ -73,13 +73,6 @@ std::string FieldText(std::string_view text) {
   return field;
 }
 
-std::string Trimmed(std::string_view text) {
-  const std::string field = FieldText(text);
-  const std::size_t first = field.find_first_not_of(' ');
-  if (first == std::string::npos) return {};
-  return field.substr(first, field.find_last_not_of(' ') - first + 1);
-}
-
 bool IsListed(PartitionStyle style, const TableEntry& entry) {
   if (style == PartitionStyle::kGpt) return entry.gptType != GptType{};
   // Empty; frames of logical drives; the place holder on a disk whose real table is a GPT.
@@ -129,12 +122,7 @@ std::string Line(const Disk& disk, const TableEntry& entry, std::size_t index,
       gpt ? "GPT" : "MBR",
       !gpt && entry.active ? "1" : "0",
   };
-  std::string line;
-  for (const std::string& field : fields) {
-    if (&field != &fields[0]) line += '\t';
-    line += FieldText(field);
-  }
-  return line;
+  return JoinFields(fields);
 }
 
 }  // namespace
@@ -152,6 +140,22 @@ std::string SizeText(std::uint64_t bytes) {
 std::string_view PartitionKind(PartitionStyle style, const TableEntry& entry, std::size_t index) {
   return style == PartitionStyle::kGpt ? GptPartitionKind(entry.gptType)
                                        : MbrPartitionKind(entry, index);
+}
+
+std::string Trimmed(std::string_view text) {
+  const std::string field = FieldText(text);
+  const std::size_t first = field.find_first_not_of(' ');
+  if (first == std::string::npos) return {};
+  return field.substr(first, field.find_last_not_of(' ') - first + 1);
+}
+
+std::string JoinFields(std::span<const std::string> fields) {
+  std::string line;
+  for (const std::string& field : fields) {
+    if (&field != &fields[0]) line += '\t';
+    line += FieldText(field);
+  }
+  return line;
 }
 
 std::string ModelText(std::string_view vendor, std::string_view product) {

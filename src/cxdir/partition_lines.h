@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,7 +15,7 @@
 
 namespace pavoline {
 
-enum class PartitionStyle { kMbr, kGpt };
+enum class PartitionStyle { kMbr, kGpt, kRaw };  // raw: no table
 
 // A partition type of a GPT disk, in the order of bytes on the disk.
 using GptType = std::array<std::uint8_t, 16>;
@@ -57,6 +58,12 @@ std::string_view PartitionKind(PartitionStyle style, const TableEntry& entry, st
 // A disk's name from the vendor and product texts of its descriptor, padding removed and the
 // bus names that some drivers put in the vendor's place left out.
 std::string ModelText(std::string_view vendor, std::string_view product);
+
+// Blanks at both ends removed, control characters turned into blanks.
+std::string Trimmed(std::string_view text);
+
+// Fields as one line, separated by tabs; what would end a field or the line becomes a blank.
+std::string JoinFields(std::span<const std::string> fields);
 
 // One line per partition, disk by disk in table order, without line ends; a partition with several
 // letters has a line for each. A letter belongs to every partition that its volume lies on, by

@@ -2,13 +2,11 @@
 
 #include <algorithm>
 
+#include "disk/lister.h"
 #include "form/text_numbers.h"
 #include "platform/drives.h"
 #include "platform/files.h"
 #include "platform/text.h"
-#include "platform/text_services.h"
-#include "run/command_runner.h"
-#include "run/command_words.h"
 
 namespace pavoline {
 namespace {
@@ -43,12 +41,11 @@ std::string Readdressed(Session& session, const std::string& line) {
                     std::to_string(position->disk) + ":" + std::to_string(position->partition));
 }
 
-std::vector<PartitionEntry> ReadLines(Session& session, const std::string& log) {
+std::vector<PartitionEntry> Entries(Session& session, const std::vector<std::string>& lines) {
   const bool readdress = GhostBuild(session) > kLastBuildWithOldAddresses;
   std::vector<PartitionEntry> entries;
-  for (std::string& line : Split(ReplaceAll(log, "\r", ""), "\n")) {
-    if (line.empty()) continue;
-    entries.push_back({readdress ? Readdressed(session, line) : std::move(line)});
+  for (const std::string& line : lines) {
+    entries.push_back({readdress ? Readdressed(session, line) : line});
   }
   return entries;
 }
@@ -81,20 +78,14 @@ int ProgramDisk(Session& session) {
   return position ? static_cast<int>(position->disk) : 0;
 }
 
-bool RunLister(Session& session) {
-  RunBatch(session,
-           BatchPath(session, session.paths.appDir) + "\\Bin\\CxDir\\" +
-               session.paths.imageToolArch + "\\CxDir.exe -vaskor",
-           "GetPart");
+bool ListPartitions(Session& session) {
+  const auto lines = RunLister(session, "-vaskor", "GetPart");
   if (Interrupted(session)) return false;
-  const std::string path = TempFile(session, "GetPart.log");
-  const auto log = session.platform.files.read(path);
-  if (!log) {
+  if (!lines) {
     Journal(session, "partitions: no list");
     return false;
   }
-  session.partitions = ReadLines(session, session.platform.text.fromAnsi(*log));
-  session.platform.files.remove(path);
+  session.partitions = Entries(session, *lines);
   Journal(session, "partitions listed: " + std::to_string(session.partitions.size()));
   return !session.partitions.empty();
 }
@@ -136,8 +127,8 @@ std::string Describe(const Session& session, const PartitionEntry& entry) {
 
 bool GetPart(Session& session) {
   // The interpreter may leave a redirected log empty: an empty list is believed the second time.
-  if (RunLister(session)) return true;
-  return !Interrupted(session) && RunLister(session);
+  if (ListPartitions(session)) return true;
+  return !Interrupted(session) && ListPartitions(session);
 }
 
 // Only sizes given in GB count, and only above 1: smaller partitions hold no system. The lister

@@ -7,7 +7,7 @@ namespace pavoline {
 
 inline constexpr int kStringCount = 115;
 inline constexpr int kCaptionCount = 13;
-inline constexpr int kMoreCount = 120;
+inline constexpr int kMoreCount = 81;
 
 // The tables of a language: what the program says, and the main window's fixed captions.
 // An entry that the language file lacks is empty.

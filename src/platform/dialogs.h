@@ -16,6 +16,8 @@ inline constexpr int kQuestionError = 17;  // OK and Cancel
 inline constexpr int kWarningMessage = 48;
 inline constexpr int kQuestionWarning = 49;  // OK and Cancel
 inline constexpr int kInformationMessage = 64;
+// OK and Cancel, Enter taking Cancel.
+inline constexpr int kQuestionDefaultCancel = kQuestionWarning | 256;
 inline constexpr int kAnswerOk = 1;
 inline constexpr int kAnswerCancel = 2;
 

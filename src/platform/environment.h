@@ -15,6 +15,9 @@ struct ScreenRoom {
   int width = 0, height = 0;
 };
 
+// What the machine was started by.
+enum class Firmware { kUnknown, kBios, kUefi };
+
 // What the program asks about the machine and the process it runs in.
 class Environment {
  public:
@@ -28,6 +31,7 @@ class Environment {
   virtual std::vector<std::string> arguments() = 0;
   virtual std::string programFolder() = 0;  // no trailing backslash
   virtual bool is64BitProcess() = 0;
+  virtual Firmware firmware() = 0;
 
   // Adds text to what the process writes to its standard output: to the file or program that takes
   // it, as UTF-8, or else to the console of whoever started the process. False when there is none.

@@ -34,6 +34,7 @@ constexpr Rule kRules[] = {
     {Activity::kChecking, Of({Action::kLook}), Closing::kFree},
     {Activity::kInstalling, Of({Action::kLook}), Closing::kAsk},
     {Activity::kRepairingBoot, Of({Action::kLook}), Closing::kAsk},
+    {Activity::kPreparingDisk, Of({Action::kLook}), Closing::kAsk},
     {Activity::kVirtualDisk, Of({Action::kLook}), Closing::kWait},
     {Activity::kClosed, 0, Closing::kFree},
 };

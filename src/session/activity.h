@@ -12,6 +12,7 @@ enum class Activity {
   kChecking,       // Start's checks and questions
   kInstalling,     // from the confirmation to the outcome
   kRepairingBoot,  // the menu's boot repair, its question included
+  kPreparingDisk,  // the menu's empty disk, its window and question included
   kVirtualDisk,    // the window that makes and moves virtual disks is open
   kClosed,         // the window is gone; nothing more is done
 };
@@ -25,9 +26,10 @@ enum class Action {
   kSearch,        // the drives for images
   kVirtualDisks,  // open their window
   kRepairBoot,
-  kStartTool,  // a companion program
-  kUseKeys,    // the main window's hot keys
-  kLook,       // help, about, language file: what changes nothing
+  kPrepareDisk,  // an empty one, for an installation
+  kStartTool,    // a companion program
+  kUseKeys,      // the main window's hot keys
+  kLook,         // help, about, language file: what changes nothing
 };
 
 bool MayDo(Activity activity, Action action);

@@ -14,6 +14,7 @@ std::vector<Control*> ControlsToLock(Form1& form, Activity activity) {
       return {&form.combo1};
     case Activity::kChecking:
     case Activity::kRepairingBoot:
+    case Activity::kPreparingDisk:
       return InputsOf(form);
     default:
       return {};  // an installation has ControlStatus, modal windows lock the main one themselves

@@ -14,7 +14,9 @@
 namespace pavoline {
 namespace {
 
-bool IsQuestion(int flags) { return flags == kQuestionWarning || flags == kQuestionError; }
+bool IsQuestion(int flags) {
+  return flags == kQuestionWarning || flags == kQuestionError || flags == kQuestionDefaultCancel;
+}
 
 bool IsLanguageTag(const std::string& text) {
   return !text.empty() && std::ranges::all_of(text, [](unsigned char c) {

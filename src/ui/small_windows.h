@@ -19,6 +19,9 @@ void ShowImageList(Session& session);
 // Attach, detach and create virtual disks.
 void ShowVirtualDiskWindow(Session& session);
 
+// Gives an empty disk the partitions of an installation: lists such disks, asks, has it done.
+void PrepareEmptyDisk(Session& session);
+
 void ShowAbout(Session& session);
 
 }  // namespace pavoline

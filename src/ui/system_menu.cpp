@@ -72,10 +72,12 @@ void SaveSettings(Session& session) {
           kErrorMessage, String(session, kTextError));
 }
 
+std::string DiskpartPath(Session& session) {
+  return session.platform.environment.variable("windir") + "\\system32\\diskpart.exe";
+}
+
 void OpenVirtualDisks(Session& session) {
-  const std::string diskpart =
-      session.platform.environment.variable("windir") + "\\system32\\diskpart.exe";
-  if (session.osVersion > 6.0F && session.platform.files.exists(diskpart)) {
+  if (session.osVersion > 6.0F && session.platform.files.exists(DiskpartPath(session))) {
     ShowVirtualDiskWindow(session);
     return;
   }
@@ -84,6 +86,16 @@ void OpenVirtualDisks(Session& session) {
               "\n提示：\n1.System Version < Windows NT 6.1\n"
               "2.Missing system components: [diskpart.exe]",
           kInformationMessage, String(session, kTextInformation));
+}
+
+void OpenDiskPreparation(Session& session) {
+  const std::string diskpart = DiskpartPath(session);
+  if (session.platform.files.exists(diskpart)) {
+    PrepareEmptyDisk(session);
+    return;
+  }
+  Message(session, ReplaceAll(More(session, kMoreNotStarted), "%f%", diskpart), kErrorMessage,
+          String(session, kTextError));
 }
 
 void SaveLanguageFile(Session& session) {
@@ -113,6 +125,7 @@ constexpr Command kCommands[] = {
     {kMenuSaveSettings, Action::kSetOptions, SaveSettings},
     {kMenuComputerName, Action::kSetOptions, ShowComputerNameDialog},
     {kMenuVirtualDisk, Action::kVirtualDisks, OpenVirtualDisks},
+    {kMenuPrepareDisk, Action::kPrepareDisk, OpenDiskPreparation},
     {kMenuHelp, Action::kLook, OpenHelpPage},
     {kMenuAbout, Action::kLook, ShowAbout},
     {kMenuLanguageFile, Action::kLook, SaveLanguageFile},
@@ -159,6 +172,7 @@ void BuildSystemMenu(Session& session) {
       Submenu(text(kTextTools), PAVOLINE_ICON_TOOLS, ToolItems(session)),
       Submenu(text(kTextApplyMode), PAVOLINE_ICON_APPLY_MODE, ApplyModeItems()),
       Item(kMenuVirtualDisk, text(kTextVirtualDisk) + "(&V)", PAVOLINE_ICON_VIRTUAL_DISK),
+      Item(kMenuPrepareDisk, More(session, kMorePrepareMenu), PAVOLINE_ICON_PARTITION),
       Separator(),
       Item(kMenuHelp, text(kTextHelp) + "(&H)", PAVOLINE_ICON_HELP),
       Item(kMenuAbout, text(kTextAbout) + "(&A)", PAVOLINE_ICON_ABOUT),

@@ -18,7 +18,9 @@ enum MenuCommand {
   kMenuGhost = 2012,
   kMenuPartitions = 2013,
   kMenuFirstApplyMode = 2020,  // the seven modes follow each other
-  kMenuComputerName = 2040,    // outside that range, in which every number has its fixed meaning
+  // Outside that range, in which every number has its fixed meaning.
+  kMenuComputerName = 2040,
+  kMenuPrepareDisk = 2041,
 };
 
 // Adds the program's entries to the main window's system menu, and keeps them grey while what they

@@ -83,6 +83,13 @@ bool WinEnvironment::print(const std::string& text) {
   return (IsOpen(output) && Write(output, text)) || PrintToParent(text);
 }
 
+// Under a BIOS there are no such variables, and the function says so; under UEFI it fails for want
+// of this one, or of the right to ask.
+Firmware WinEnvironment::firmware() {
+  GetFirmwareEnvironmentVariableW(L"", L"{00000000-0000-0000-0000-000000000000}", nullptr, 0);
+  return GetLastError() == ERROR_INVALID_FUNCTION ? Firmware::kBios : Firmware::kUefi;
+}
+
 unsigned WinEnvironment::systemLocale() { return GetSystemDefaultLCID(); }
 
 unsigned WinEnvironment::threadLocale() { return GetThreadLocale(); }

@@ -16,6 +16,7 @@ class WinEnvironment : public Environment {
   bool print(const std::string& text) override;
   std::string firmwareTable() override;
   std::string networkAddress() override;
+  Firmware firmware() override;
   unsigned systemLocale() override;
   unsigned threadLocale() override;
   void setThreadLocale(unsigned locale) override;

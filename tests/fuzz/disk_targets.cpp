@@ -1,4 +1,6 @@
 #include "cxdir/device_answer.h"
+#include "cxdir/disk_lines.h"
+#include "disk/physical_disks.h"
 #include "fuzz/fuzz.h"
 #include "platform/text.h"
 #include "session/machine_facts.h"
@@ -43,10 +45,24 @@ void NameMachine(std::string_view input) {
         "a computer's name has its length");
 }
 
+// As a line of the list of disks, and as the answers of one whose line is then read back.
+void ListWholeDisk(std::string_view input) {
+  const auto line = ReadDiskLine(std::string(input));
+  Holds(!line || !line->empty || input.ends_with("\tempty"), "a cut line names no empty disk");
+  WholeDisk whole;
+  DeviceFacts facts;
+  ReadLayout(std::as_bytes(std::span(input)), whole.disk);
+  ReadDeviceFacts(std::as_bytes(std::span(input)), facts);
+  whole.serial = facts.serial;
+  Holds(ReadDiskLine(DiskLine(whole, {})).has_value(), "the program reads what the lister prints");
+}
+
 }  // namespace
 
 std::vector<FuzzTarget> DiskTargets() {
-  return {{"disk_answer", ListDisk}, {"firmware_table", NameMachine}};
+  return {{"disk_answer", ListDisk},
+          {"disk_line", ListWholeDisk},
+          {"firmware_table", NameMachine}};
 }
 
 }  // namespace pavoline::testing

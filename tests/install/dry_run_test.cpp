@@ -133,9 +133,9 @@ TEST(DryRun, TellsChecksPlanAndLinesAndEndsWithTheCodeOfAnInstallation) {
   const std::tuple<int, std::string, std::string, std::function<void(Installer&)>> cases[] = {
       {0, "/reboot", "    shutdown.exe -r -f -t 5\r\n", none},
       {0, "/bootpart:AUTO", "\\Windows /s V: /f uefi", letterless},
-      {1, "/source:D:\\gone.wim", "M62\r\n- M66\r\nd:\\gone.wim S11\r\noutcome", none},
+      {1, "/source:D:\\gone.wim", "M42\r\n- M46\r\nd:\\gone.wim S11\r\noutcome", none},
       {2, "/instpart:Q:", "M16 E: S:\r\noutcome", none},
-      {4, "/reboot", "M77\r\nS32\r\nS33\r\n", noFormat},
+      {4, "/reboot", "M57\r\nS32\r\nS33\r\n", noFormat},
       {5, "/reboot", "M10\r\nM11 S:\r\n", noTools}};
   for (const auto& [code, more, part, arrange] : cases) {
     Installer w;
@@ -159,7 +159,7 @@ TEST(Details, ShowTheSameTextAndLeaveTheQuestionOpen) {
   w.start(), w.fillIn();
   w.dialogs.modals = {look, look};
   w.dialogs.onMessage = [](const FakeDialogs::Shown& question) {
-    EXPECT_EQ(question.further.text, "M60");
+    EXPECT_EQ(question.further.text, "M40");
     for (int times = 0; times < 2; ++times) question.further.press();
   };
   w.dialogs.answers = {kAnswerCancel};
@@ -171,7 +171,7 @@ TEST(Details, ShowTheSameTextAndLeaveTheQuestionOpen) {
   dry.pressStart();
   ASSERT_EQ(shown.size(), 3u);
   EXPECT_EQ(shown[0], shown[1]);
-  EXPECT_EQ("M61\r\n\r\n" + shown[0], shown[2]);
+  EXPECT_EQ("M41\r\n\r\n" + shown[0], shown[2]);
   EXPECT_TRUE(dry.heard().empty() && dry.idle() && !dry.processes.ranLike("format"));
 }
 

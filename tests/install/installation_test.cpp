@@ -126,8 +126,8 @@ TEST(Unattended, EndsByItselfWithItsCodeAndAtMostOneMessage) {
         Case{0, false, {"/reboot"}, "/formatinstpart", {}, settings},
         Case{1, false, {"/source:D:\\gone.wim"}, "", {"d:\\gone.wim S11|S12|16"}, none},
         Case{1, false, {}, "", {"S13|S12|16"}, tool("info --xml", 18)},
-        Case{1, false, {"/answer:D:\\Gone.xml"}, "", {"M32 D:\\Gone.xml|S12|16"}, none},
-        Case{1, false, {"/drivers:D:\\%mac%"}, "", {"M31 %mac% D:\\%mac%|S12|16"}, none},
+        Case{1, false, {"/answer:D:\\Gone.xml"}, "", {"M27 D:\\Gone.xml|S12|16"}, none},
+        Case{1, false, {"/drivers:D:\\%mac%"}, "", {"M26 %mac% D:\\%mac%|S12|16"}, none},
         Case{2, false, {"/instpart:Q:"}, "", {"M16 E: S:|S12|16"}, none},
         Case{2, false, {"/bootpart:E:\\"}, "/slient", {"M16 E: S:|S12|16"}, none},
         Case{3, true, {}, "", {"S30|S12|16"}, tool(" apply ", 72)},
@@ -155,13 +155,13 @@ TEST(Closing, AsksDuringAnInstallationAndEndsTheToolsInOrderAsStopDoes) {
     const auto leave = [&] { stop ? w.form.stop.press() : static_cast<void>(w.form.close()); };
     w.pressStart();
     w.run(8000);
-    EXPECT_THAT(w.form.overall.text(), StartsWith("M45 2 3 · M49 12 · M46 0:09"));
+    EXPECT_THAT(w.form.overall.text(), StartsWith("M30 2 3 · M34 12 · M31 0:09"));
     w.running().mountedIsoDrive = "F:";
     for (const char* tool : {"DISM.EXE", "Ghost.exe"}) w.processes.alreadyRunning(tool);
     w.dialogs.answers = {kAnswerCancel};
     leave();
     EXPECT_TRUE(w.running().installation && w.processes.killed.empty());
-    EXPECT_EQ(w.heard().back(), stop ? "M51|S22|17" : "S21|S22|17");
+    EXPECT_EQ(w.heard().back(), stop ? "M36|S22|17" : "S21|S22|17");
 
     leave();
     EXPECT_THAT(w.processes.killed, ElementsAre("wimlib-imagex.exe", "Ghost.exe", "DISM.EXE"));

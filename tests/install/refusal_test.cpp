@@ -108,13 +108,13 @@ TEST(Start, RefusesWithOneMessage) {
       {"M3 E:\\fix.exe E:|", Plugin("Fix"), 1},
       {"S7|", AnswerFile("D:\\a.xml", "<unattend/>"), 1},
       {"S20|", Drop("X:\\Pavoline\\Bin\\wimlib-imagex"), 4},
-      {"M85 D:\\a2.swm|", SplitWith([](auto) { return ""; }), 1},
-      {"M85 D:\\a2.swm|", SplitWith([](auto bytes) { return bytes.substr(0, 1675); }), 1},
-      {"M85 D:\\a2.swm|", SplitWith([](auto bytes) { return bytes.replace(39, 1, "?"); }), 1},
-      {"M85 D:\\a2.swm|", SplitWith([](auto bytes) { return bytes.replace(40, 1, "\3"); }), 1},
-      {"M87|", [](auto& w) { w.running().apply = {"--wimboot"}, SplitWith(std::identity())(w); },
+      {"M59 D:\\a2.swm|", SplitWith([](auto) { return ""; }), 1},
+      {"M59 D:\\a2.swm|", SplitWith([](auto bytes) { return bytes.substr(0, 1675); }), 1},
+      {"M59 D:\\a2.swm|", SplitWith([](auto bytes) { return bytes.replace(39, 1, "?"); }), 1},
+      {"M59 D:\\a2.swm|", SplitWith([](auto bytes) { return bytes.replace(40, 1, "\3"); }), 1},
+      {"M61|", [](auto& w) { w.running().apply = {"--wimboot"}, SplitWith(std::identity())(w); },
        1},
-      {"M88|", LongNames, 1},
+      {"M62|", LongNames, 1},
       {"S14 ", Source("D:\\a.gho", "12.0"), 4},
       {"M7|", Source("D:\\a,b.gho", "12.0.0.1"), 1}};
   for (const auto& [message, spoil, code] : cases) {
@@ -204,7 +204,7 @@ TEST(SplitImage, IsAppliedFromAllItsPartsOrNotAtAll) {
     };
     w.pressStart();
     EXPECT_TRUE(w.runUntil([&] { return !w.running().installation; }));
-    EXPECT_EQ(w.count("M85 D:\\100% &\\a b3.swm"), taken);
+    EXPECT_EQ(w.count("M59 D:\\100% &\\a b3.swm"), taken);
     EXPECT_EQ(
         w.processes.ranLike("apply \"D:\\100% &\\a b.swm\" 1 E:\\  --ref=\"D:\\100% &\\a b2.swm"
                             "\" --ref=\"D:\\100% &\\a b3.swm\" >"),

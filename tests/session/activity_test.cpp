@@ -8,8 +8,8 @@ namespace pavoline::testing {
 
 TEST(Activity, TheTableTellsWhatMayBeDoneInIt) {
   // One letter for each action that is allowed, in the order of the actions: start, source,
-  // options, partition, search, virtual disks, boot repair, tool, keys, look.
-  constexpr char kLetters[] = "sopcfvbtkl";
+  // options, partition, search, virtual disks, boot repair, empty disk, tool, keys, look.
+  constexpr char kLetters[] = "sopcfvbdtkl";
   struct Rule {
     Activity activity;
     const char* allowed;
@@ -23,6 +23,7 @@ TEST(Activity, TheTableTellsWhatMayBeDoneInIt) {
         {Activity::kChecking, "l", Closing::kFree},
         {Activity::kInstalling, "l", Closing::kAsk},
         {Activity::kRepairingBoot, "l", Closing::kAsk},
+        {Activity::kPreparingDisk, "l", Closing::kAsk},
         {Activity::kVirtualDisk, "l", Closing::kWait},
         {Activity::kClosed, "", Closing::kFree}}) {
     std::string found;

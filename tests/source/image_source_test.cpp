@@ -100,7 +100,7 @@ TEST_F(ImageSource, ASplitImageIsTakenByItsFirstPart) {
   for (const char* path : {"D:\\img\\b2.swm", "D:\\img\\renamed.swm", "D:\\img\\a02.swm"}) {
     files.put(path, files.text("D:\\img\\a2.swm"));
     form.combo1.setText(path);
-    EXPECT_TRUE(said("M86 " + std::string(path) + " 2"));
+    EXPECT_TRUE(said("M60 " + std::string(path) + " 2"));
     EXPECT_EQ(source() + edition(), path);
   }
   EXPECT_EQ(processes.ran.size(), 1u);

@@ -23,6 +23,7 @@ struct FakeEnvironment : Environment {
   std::map<std::string, std::string> variables;  // names in lower case
   std::vector<std::string> commandLine = {"X:\\Pavoline\\Pavoline.exe"};
   bool is64Bit = false;
+  Firmware startedBy = Firmware::kUnknown;
   unsigned thread = 1033;
   std::deque<double> randoms;  // the next numbers; 0.5 when none is left
   int reseeds = 0;
@@ -43,6 +44,7 @@ struct FakeEnvironment : Environment {
   }
   std::string firmwareTable() override { return firmware; }
   std::string networkAddress() override { return network; }
+  Firmware firmware() override { return startedBy; }
   unsigned systemLocale() override { return 1033; }
   unsigned threadLocale() override { return thread; }
   void setThreadLocale(unsigned locale) override { thread = locale; }

@@ -66,7 +66,7 @@ TEST(SystemMenu, ListsAndStartsTheToolsThatAreThere) {
   EXPECT_FALSE(w.form.unloaded());  // only its key lets a tool take the program's place
 
   const std::set<int> all = w.open(w.form.systemMenu());
-  EXPECT_EQ(all.size(), 17u);
+  EXPECT_EQ(all.size(), 18u);
   {
     const ActivityScope installing(w.session, Activity::kInstalling);
     EXPECT_THAT(w.open(w.form.systemMenu()), ElementsAre(kMenuHelp, kMenuAbout, kMenuLanguageFile));
