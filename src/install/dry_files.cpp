@@ -1,5 +1,7 @@
 #include "install/dry_files.h"
 
+#include <algorithm>
+
 #include "platform/paths.h"
 #include "platform/text.h"
 
@@ -39,7 +41,13 @@ bool DryFiles::exists(const std::string& path) {
   return !wiped(path) && real_.exists(path);
 }
 
+// Of what has changed, whatever holds something is a folder.
 bool DryFiles::isFolder(const std::string& path) {
+  const std::string inside = LowerAscii(path) + "\\";
+  const auto holds = [&](const auto& entry) {
+    return entry.second.there && entry.first.starts_with(inside);
+  };
+  if (std::ranges::any_of(changed_, holds)) return true;
   return changed(path) == nullptr && !wiped(path) && real_.isFolder(path);
 }
 

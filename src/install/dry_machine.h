@@ -59,6 +59,10 @@ class DryDrives : public Drives {
   std::optional<std::uint64_t> freeBytes(const std::string& drive) override {
     return real_.freeBytes(drive);
   }
+  std::vector<std::optional<std::uint64_t>> freeBytesSoon(const std::vector<std::string>& drives,
+                                                          int milliseconds) override {
+    return real_.freeBytesSoon(drives, milliseconds);
+  }
   std::optional<VolumePosition> position(const std::string& drive) override {
     return real_.position(drive);
   }
@@ -80,6 +84,9 @@ class DryDialogs : public Dialogs {
   std::string openFile(const FileRequest&) override { return {}; }
   std::string saveFile(const FileRequest&) override { return {}; }
   std::string chooseFolder(const std::string&, const std::string&) override { return {}; }
+  int chooseFromMenu(const Form&, const Control&, const std::vector<MenuItem>&) override {
+    return 0;
+  }
   void showModal(Form&) override {}
   bool openDocument(const std::string&) override { return false; }
 };

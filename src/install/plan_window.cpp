@@ -20,6 +20,7 @@ class PlanWindow : public Form {
     close_.setText(String(session, kTextClose));
     close_.setBounds(Pixels(kWidth - kMargin - kButtonWidth, kBottom, kButtonWidth, kButtonHeight));
     close_.onClick = [this] { close(); };
+    text_.setSpokenName(caption());
     add(text_);
     add(close_);
     defaultButton = cancelButton = &close_;

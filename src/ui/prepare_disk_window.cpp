@@ -60,6 +60,7 @@ void PrepareDiskWindow::setTexts() {
   setCaption(More(session_, kMorePrepareTitle));
   setFont(session_.form.font());
   hint_.setText(More(session_, kMoreOnlyEmptyDisks));
+  list_.setSpokenName(More(session_, kMoreOnlyEmptyDisks));
   noDisk_.setText(More(session_, kMoreNoEmptyDisk));
   uefi_.setText(More(session_, kMoreUefi));
   bios_.setText(More(session_, kMoreBios));

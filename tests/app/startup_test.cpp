@@ -23,7 +23,7 @@ TEST(Startup, ReadsTheSettingsFileThatIsNamedAndNoOther) {
   const std::string usual = "[Option]\r\nPCUser=Usual\r\n";
   for (const bool there : {true, false}) {
     Installer w;
-    w.environment.firmware = testing::FirmwareTable("A1", "M");
+    w.environment.firmwareBytes = testing::FirmwareTable("A1", "M");
     w.files.put(kUsual, usual);
     if (there) w.files.put(kHall, "[Option]\r\nComputerName=X\r\nAddDriverFile=D:\\a\r\n");
     Session& session = w.start({"/ini:Halls\\%serial%.ini", "/name:A-%serial%", "/answer:b.xml"});

@@ -31,7 +31,7 @@ void ListDisk(std::string_view input) {
 // The firmware's answer, through the facts to names of files and of a computer.
 void NameMachine(std::string_view input) {
   static FuzzShop shop;
-  shop.environment.firmware = input;
+  shop.environment.firmwareBytes = input;
   const auto filled = [&](const char* value, ValueUse use) {
     const MachineValue result = WithMachineFacts(shop.session, value, use);
     Holds(result.text.empty() != result.untold.empty(), "a value is filled or missed");

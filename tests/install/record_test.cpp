@@ -13,7 +13,7 @@ constexpr char kInSystem[] = "E:\\Windows\\Panther\\Pavoline.log";
 
 struct Hall : Installer {
   Hall() {
-    environment.firmware = FirmwareTable("5CG/1", "HP 840");
+    environment.firmwareBytes = FirmwareTable("5CG/1", "HP 840");
     dialogs.nobodyThere = true;
     copies([](ToolRun&) {});
   }
@@ -63,7 +63,7 @@ TEST(Record, IsKeptOfEveryEndAndChangesNone) {
                         Case{"no tool", 4, false, true,
                              [](Hall& w) { w.files.drop("X:\\Pavoline\\Bin\\wimlib-imagex"); }},
                         Case{"no serial number", 0, true, false,
-                             [](Hall& w) { w.environment.firmware = FirmwareTable("None", "0"); }},
+                             [](Hall& w) { w.environment.firmwareBytes = FirmwareTable("None", "0"); }},
                         Case{"share that does not answer", 0, true, false,
                              [](Hall& w) {
                                w.copies([](ToolRun& run) {

@@ -103,7 +103,7 @@ TEST(DriverInjection, SaysHowDismEnded) {
        {Case{"not in the list while its interpreter runs", kThird + kEnd, 0, "starting.exe", 4000,
              4200, "S40|S8|64"},
         Case{"failed", kFailed + "The DISM log file can be found at C:\\dism.log\r\n", 2,
-             "dism.exe", 4000, 4200, "M10\nM12 D:\\DRIVERS\nM33 Net 1.INF|S8|48"},
+             "dism.exe", 4000, 4200, "M10\nM12 D:\\DRIVERS\nM28 Net 1.INF|S8|48"},
         Case{"died while it searched", kSearch, 255, "dism.exe", 64000, 67000, lacking}}) {
     DriverShop w;
     w.processes.onStart("dism.exe", [&](ToolRun& run) {

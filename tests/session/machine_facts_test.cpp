@@ -42,7 +42,7 @@ TEST(MachineFacts, StandWhereTheirPlaceholdersStoodOrAreMissed) {
         Case{name, "VMware-56 4d 01 02", "HALL-%serial%-%mac%", "HALL-0102-A0B0C", ""},
         Case{name, "A1", "A-SCHOOL-NAME-7%serial%", "", "%serial%"}}) {
     Workshop w;
-    w.environment.firmware = FirmwareTable(c.serial, "HP 840");
+    w.environment.firmwareBytes = FirmwareTable(c.serial, "HP 840");
     w.environment.network = "00155D0A0B0C";
     const MachineValue value = WithMachineFacts(w.session, c.value, c.use);
     EXPECT_EQ(value.text, c.text) << c.serial << " " << c.value;

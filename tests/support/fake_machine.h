@@ -29,7 +29,7 @@ struct FakeEnvironment : Environment {
   int reseeds = 0;
   ScreenRoom screen{28800, 16200};  // 1920x1080 at 96 dpi
   std::string printed;  // on standard output
-  std::string firmware, network;
+  std::string firmwareBytes, network;
 
   std::string variable(const std::string& name) override { return variables[Lower(name)]; }
   void setVariable(const std::string& name, const std::string& value) override {
@@ -42,7 +42,7 @@ struct FakeEnvironment : Environment {
     printed += text;
     return true;
   }
-  std::string firmwareTable() override { return firmware; }
+  std::string firmwareTable() override { return firmwareBytes; }
   std::string networkAddress() override { return network; }
   Firmware firmware() override { return startedBy; }
   unsigned systemLocale() override { return 1033; }

@@ -53,7 +53,7 @@ struct DiskShop : Workshop {
       if (act) act(window);
       rows = Nth<ListView>(window).rows();
       plan = Nth<Label>(window, 2).text();
-      ButtonWith(window, "M54").press();
+      ButtonWith(window, "M74").press();
     });
     EXPECT_TRUE(HandleSystemCommand(session, kMenuPrepareDisk));
   }
@@ -92,7 +92,7 @@ TEST(PrepareDisk, IsJudgedByThePartitionsThatAreThereAfterwards) {
       w.time.after(1500, [&w, drive] { w.drives.add(drive, kDriveFixed); });
     }
     w.prepare();
-    EXPECT_THAT(w.heard(), ElementsAre("M55 1 My %bp% SSD 465.76GB\n\nM97 260.00MB 16.00MB "
+    EXPECT_THAT(w.heard(), ElementsAre("M75 1 My %bp% SSD 465.76GB\n\nM71 260.00MB 16.00MB "
                                        "465.49GB\n\nS18|M0|305",
                                        message));
     EXPECT_EQ(w.fields(), fields) << made;
@@ -109,7 +109,7 @@ TEST(PrepareDisk, NothingIsStartedForADiskThatIsNotTheOneChosenOrNoLongerEmpty) 
     DiskShop w;
     w.looks = {kEmpty, second};
     w.prepare();
-    EXPECT_THAT(w.heard(), ElementsAre(_, "M56 1 My %bp% SSD|S12|16")) << second;
+    EXPECT_THAT(w.heard(), ElementsAre(_, "M76 1 My %bp% SSD|S12|16")) << second;
     EXPECT_FALSE(w.processes.ranLike("diskpart"));
   }
   DiskShop w;
@@ -150,17 +150,17 @@ TEST(PrepareDisk, OffersOnlyEmptyDisksWithRoomThatAreNotItsOwn) {
 TEST(PrepareDisk, SuggestsWhatTheMachineWasStartedByAndFits) {
   const std::string large = With(kEmpty, "500107862016", "3000592982016");
   const std::tuple<Firmware, std::string, std::string> cases[] = {
-      {Firmware::kUefi, kEmpty, "M51 260.00MB 16.00MB 465.49GB"},
-      {Firmware::kBios, kEmpty, "M52 500.00MB 465.27GB"},
-      {Firmware::kUnknown, large, "M51 260.00MB 16.00MB 2794.25GB"},
-      {Firmware::kBios, large, "M53"}};
+      {Firmware::kUefi, kEmpty, "M71 260.00MB 16.00MB 465.49GB"},
+      {Firmware::kBios, kEmpty, "M72 500.00MB 465.27GB"},
+      {Firmware::kUnknown, large, "M71 260.00MB 16.00MB 2794.25GB"},
+      {Firmware::kBios, large, "M73"}};
   for (const auto& [firmware, line, plan] : cases) {
     DiskShop w;
     w.environment.startedBy = firmware;
     w.looks = {line};
     w.prepare();
     EXPECT_EQ(w.plan, plan);
-    EXPECT_EQ(w.processes.ranLike("diskpart"), plan != "M53");
+    EXPECT_EQ(w.processes.ranLike("diskpart"), plan != "M73");
   }
 }
 
@@ -169,7 +169,7 @@ TEST(PrepareDisk, LeavesAHungDiskpartWhenTheProgramIsClosed) {
   w.hangs = true;
   w.time.after(60'000, [&] { EXPECT_TRUE(w.form.close()); });
   w.prepare();
-  EXPECT_THAT(w.heard(), ElementsAre(_, StartsWith("M58|S22|")));
+  EXPECT_THAT(w.heard(), ElementsAre(_, StartsWith("M80|S22|")));
   EXPECT_THAT(w.files.text("C:\\Windows\\temp\\Pavoline.log"), HasSubstr("left running"));
 }
 
