@@ -14,20 +14,32 @@ namespace {
 
 constexpr char kJobName[] = "WIMInfo";
 
-// What the imaging program says about the source; empty when it says nothing.
-std::string Describe(Session& session) {
+struct Description {
+  std::string xml;  // what the imaging program says about the source; empty when it says nothing
+  bool asked = false;
+};
+
+Description Describe(Session& session) {
   const ProgramPaths& paths = session.paths;
   const std::string command = BatchPath(session, paths.appDir) + "\\Bin\\wimlib-imagex\\" +
                               paths.imageToolArch + "\\wimlib-imagex.exe info --xml " +
                               BatchPath(session, session.form.combo1.text());
+  Description description;
   {
     const SourceWait wait(session);
-    RunBatch(session, command, kJobName);
+    description.asked = RunBatch(session, command, kJobName).started;
   }
   const std::string log = TempFile(session, std::string(kJobName) + ".log");
-  const std::string xml = ReadUnicodeFile(session, log);
+  description.xml = ReadUnicodeFile(session, log);
   session.platform.files.remove(log);
-  return xml;
+  return description;
+}
+
+// A full temporary folder says nothing about the image.
+std::string WhyNoEditions(Session& session, const Description& description) {
+  if (description.asked) return String(session, kTextNoEdition);
+  return ReplaceAll(More(session, kMoreTempFile), "%f%",
+                    TempFile(session, std::string(kJobName) + ".bat"));
 }
 
 // The line of the first word that any line contains; the words come in order of preference.
@@ -58,17 +70,18 @@ void Preselect(Session& session) {
 }  // namespace
 
 void GetWimInfo(Session& session) {
-  const std::string xml = Describe(session);
+  const Description description = Describe(session);
   if (session.form.unloaded() || session.sourceRun.changed) return;
   Form1& form = session.form;
-  if (xml.empty()) {
+  if (description.xml.empty()) {
     Journal(session, "image not readable: " + form.combo1.text());
     ReturnToIdle(session);
     session.sourceFaultTold = true;
-    Message(session, String(session, kTextNoEdition), kErrorMessage, String(session, kTextError));
+    Message(session, WhyNoEditions(session, description), kErrorMessage,
+            String(session, kTextError));
     return;
   }
-  for (WimImageInfo& image : ParseWimInfo(xml)) {
+  for (WimImageInfo& image : ParseWimInfo(description.xml)) {
     form.combo[kEditions].addItem(image.listText);
     form.combo[kEditionDetails].addItem(image.detailText);
     form.combo[kEditions].setTooltip(form.combo[kEditionDetails].items().front());
