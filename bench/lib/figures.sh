@@ -174,6 +174,17 @@ time_startup() {
   shown=$(middle "${window[@]}") all=$(middle "${program[@]}")
   figure "start of the process to lists filled, over the same tools run bare and an empty window: $(ratio "$all" $(($(middle "${bare[@]}") + shown))) ($all ms over $(middle "${bare[@]}") ms + $shown ms; medians of 7, $(noise "${program[@]}") over $(noise "${bare[@]}") + $(noise "${window[@]}"))"
   figure "  over the tools each from a batch file and a console of its own, as the program must start them: $(ratio "$all" $(($(middle "${consoles[@]}") + shown))) ($(middle "${consoles[@]}") ms + $shown ms)"
+  trace_startup
+}
+
+# Of the last start, part by part: what the program noted, and how long after what it noted before.
+trace_startup() {
+  say_line "  where the time of one start goes, by the program's own record:"
+  tr -d '\r' <"$bench/prefix/drive_c/windows/temp/Pavoline.log" | awk '
+    { split($2, t, /[:.]/); now = ((t[1] * 60 + t[2]) * 60 + t[3]) * 1000 + t[4] }
+    / started: / { count = 0 }
+    { text = substr($0, 26); line[++count] = sprintf("    %5d ms  %s", count > 1 ? now - before : 0, substr(text, 1, 90)); before = now }
+    END { for (i = 1; i <= count; ++i) print line[i] }'
 }
 
 # The program leaves without waiting for its last dismounting, and the next ISO is to get the same letter.
