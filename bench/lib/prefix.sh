@@ -4,8 +4,17 @@ bench_template=$bench_build/template-${ARCH:-x64}
 
 set_registry() { wine reg add "$1" /v "$2" /d "$3" /f >/dev/null 2>&1; }
 
+# One makes it, whoever comes meanwhile waits.
 make_template() {
-  [[ -f $bench_template/complete ]] && grep -qs 'Services\\\\BenchDisk' "$bench_template/system.reg" && return 0
+  mkdir -p "$bench_build"
+  (
+    flock 9
+    [[ -f $bench_template/complete ]] && grep -qs 'Services\\\\BenchDisk' "$bench_template/system.reg" ||
+      make_template_anew 9>&-
+  ) 9>"$bench_template.lock"
+}
+
+make_template_anew() {
   rm -rf "$bench_template"
   mkdir -p "$bench_template"
   say_line "making the template of the Wine prefix (once)"
