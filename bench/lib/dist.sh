@@ -1,11 +1,16 @@
 # ./dev dist: what is shipped, one archive per build, and their checksums. The same commit and compilers give the same
 # bytes, wherever and whenever: the archive's times are the commit's, its names sorted, the programs carry no times.
 # ./dev release-notes: what has changed in a version.
-user_docs=(medium.md deploying.md user-guide.md real-windows.md screenshot.png pictures)
+user_docs=(medium.md deploying.md user-guide.md real-windows.md faults.md screenshot.png pictures)
 
 product_version() { sed -n 's/^project(Pavoline VERSION \([0-9.]*\).*/\1/p' "$repo/CMakeLists.txt"; }
 
 commit_time() { echo "${SOURCE_DATE_EPOCH:-$(git -C "$repo" log -1 --format=%ct)}"; }
+
+# keep_links_that_lead FILE: what it links to and the package lacks (a developer's texts) becomes plain words.
+keep_links_that_lead() {
+  (cd "$(dirname "$1")" && perl -pi -e 's/\[([^\]]*)\]\(([^):#]+)(#[^)]*)?\)/-e $2 ? $& : $1/ge' "$(basename "$1")")
+}
 
 # fill_package ARCH FOLDER: the application folder without what a person has added to the build's, guides, checksums.
 fill_package() {
@@ -16,6 +21,7 @@ fill_package() {
     [[ ! -e $repo/docs/$doc ]] || cp -r "$repo/docs/$doc" "$2/docs/"
   done
   cp "$repo/README.md" "$repo/CHANGELOG.md" "$2/"
+  for doc in "$2"/*.md "$2"/docs/*.md; do keep_links_that_lead "$doc"; done
   find "$2" -name '*.md' -exec sed -i 's/\r*$/\r/' {} +
   (cd "$2" && find . -type f ! -name SHA256SUMS -printf '%P\0' | LC_ALL=C sort -z | xargs -0 sha256sum --text >SHA256SUMS)
 }

@@ -201,8 +201,9 @@ std::string ListingWords(const Session& session, const Plan&) {
   return More(session, kMoreListsAgain);
 }
 
-std::string RestartWords(const Session& session, const Plan&) {
-  return WithoutAccessKey(session.texts.captions[kCaptionRestart]);
+std::string EndWords(const Session& session, const Plan& plan) {
+  return plan.restart ? WithoutAccessKey(session.texts.captions[kCaptionRestart])
+                      : String(session, kTextFinished);
 }
 
 // Before these the checks of Start were passed and the person has confirmed (start_checks.h).
@@ -217,7 +218,7 @@ constexpr OrderedStep kOrder[] = {
     {"drivers", Drivers, AddingDrivers, Words<kTextAddingDrivers>},
     {"judge the drivers", JudgeDrivers, nullptr, nullptr},
     {"plug-in", Plugin, nullptr, Words<kTextRunningPlugin>},
-    {"end or restart", Finish, nullptr, RestartWords},
+    {"end or restart", Finish, nullptr, EndWords},
 };
 
 }  // namespace

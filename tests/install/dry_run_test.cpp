@@ -132,6 +132,7 @@ TEST(DryRun, TellsChecksPlanAndLinesAndEndsWithTheCodeOfAnInstallation) {
   };
   const std::tuple<int, std::string, std::string, std::function<void(Installer&)>> cases[] = {
       {0, "/reboot", "    shutdown.exe -r -f -t 5\r\n", none},
+      {0, "/lng:1033", "\r\nS40\r\n    C:\\Windows\\temp\\Pavoline.log -> E:", none},
       {0, "/bootpart:AUTO", "\\Windows /s V: /f uefi", letterless},
       {1, "/source:D:\\gone.wim", "M42\r\n- M46\r\nd:\\gone.wim S11\r\noutcome", none},
       {2, "/instpart:Q:", "M16 E: S:\r\noutcome", none},
