@@ -14,6 +14,12 @@ bool HasParameters(const std::string& command) {
   return command.starts_with('"') || Contains(command, kProgramEnd);
 }
 
+// A folder, also as "Folder\.", is no program, though it exists.
+bool IsFile(Session& session, const std::string& path) {
+  Files& files = session.platform.files;
+  return files.exists(path) && !files.isFolder(path);
+}
+
 // Parameters may hold a password: the record names the program only.
 void Run(Session& session, const std::string& command, const std::string& recordedAs) {
   ShellAndWait(session, command, ShowMode::kNormal, {{}, recordedAs});
@@ -32,7 +38,7 @@ std::string WithDrives(const std::string& command, const PluginDrives& drives) {
 // Runs a command with parameters, the drives put in; nothing when its program does not exist.
 void RunWithParameters(Session& session, const std::string& command, const PluginDrives& drives) {
   const std::string program = ProgramOf(command);
-  if (!session.platform.files.exists(program)) {
+  if (!IsFile(session, program)) {
     Journal(session, "plug-in not found: " + program);
     return;
   }
@@ -46,7 +52,7 @@ void CallPlugin(Session& session, const std::string& command, const PluginDrives
   session.form.status.setText(String(session, kTextRunningPlugin));
   if (HasParameters(command)) {
     RunWithParameters(session, command, drives);
-  } else if (!session.platform.files.exists(command)) {
+  } else if (!IsFile(session, command)) {
     RunPlugin(session, command, drives);
   } else {
     Run(session, Trim(command), "");
@@ -55,12 +61,15 @@ void CallPlugin(Session& session, const std::string& command, const PluginDrives
 
 void RunPlugin(Session& session, const std::string& name, const PluginDrives& drives) {
   const std::string* entry = session.plugins.find(name);
-  if (!entry) return Journal(session, "plug-in not found: " + name.substr(0, name.find(' ')));
+  const std::string lost = "plug-in not found: " + name.substr(0, name.find(' '));
+  if (!entry) return Journal(session, lost);
   const std::string command = *entry;
   if (HasParameters(command)) {
     RunWithParameters(session, command, drives);
-  } else if (session.platform.files.exists(command)) {
+  } else if (IsFile(session, command)) {
     Run(session, command, "");
+  } else {
+    Journal(session, lost);
   }
 }
 
