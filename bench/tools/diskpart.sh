@@ -176,8 +176,8 @@ run_line() {
   elif [[ $rest =~ ^attach\ vdisk$ ]]; then do_attach
   elif [[ $rest =~ ^detach\ vdisk$ ]]; then do_detach
   elif [[ $rest =~ ^create\ partition\ primary$ ]]; then do_create_partition
-  elif [[ $rest =~ ^format\ fs=ntfs\ label=($quoted|[^\ ]*)\ quick$ ]]; then
-    do_format "${BASH_REMATCH[2]:-${BASH_REMATCH[1]}}"
+  elif [[ $rest =~ ^format\ fs=ntfs(\ label=($quoted|[^\ ]*))?\ quick$ ]]; then
+    do_format "${BASH_REMATCH[3]:-${BASH_REMATCH[2]}}"
   elif [[ $rest =~ ^assign\ letter=([a-z])$ ]]; then do_assign "${BASH_REMATCH[1]}"
   elif [[ $rest =~ ^exit$ ]]; then exit 0
   else refuse_code=1 fail_line "the arguments specified for this command are not valid"

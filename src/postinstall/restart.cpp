@@ -15,30 +15,36 @@ std::string SystemTool(Session& session, const char* name) {
   return session.platform.environment.variable("windir") + "\\System32\\" + name;
 }
 
-// A restart that has not been announced yet cannot be called off: the tool may be slow to start.
-void CallOff(Session& session, StartedProgram& announcing) {
+// The tool that announces a restart ends at once, unless it is slow to start. Until then nothing
+// can be called off. False when it has failed.
+bool Announced(Session& session, StartedProgram& announcing) {
   constexpr std::uint64_t kLongest = 1000 * kGraceSeconds;
   Environment& environment = session.platform.environment;
   const std::uint64_t began = environment.milliseconds();
   while (announcing.running() && environment.milliseconds() - began < kLongest) {
     announcing.waitHandlingEvents(std::chrono::milliseconds(100));
   }
-  ShellNoWait(session, "shutdown.exe -a", ShowMode::kHidden);
+  const auto code = announcing.exitCode();
+  if (announcing.running() || !code || *code == 0) return true;
+  Journal(session, "shutdown.exe has failed, exit code " + std::to_string(*code));
+  return false;
 }
 
 // The machine counts down while the question is shown; only OK lets it go on. Left unanswered, the
-// restart that was announced takes its course. False when nothing was announced.
+// restart that was announced takes its course. False when none comes that was wanted.
 bool RestartByShutdown(Session& session, const std::string& told) {
   Journal(session, "restart by shutdown.exe");
   const auto announcing = ShellNoWait(session, "shutdown.exe -r -f -t 5", ShowMode::kHidden);
   if (!announcing) return false;
-  if (session.commandLine.silent) return true;
+  if (session.commandLine.silent) return Announced(session, *announcing);
   const std::string text = told + "\n" + String(session, kTextRestarting);
   const std::string& title = String(session, kTextInformation);
   const int answer = session.commandLine.install ? Message(session, text, kQuestionWarning, title,
                                                            {kUnattendedSeconds, kAnswerOk})
                                                  : Message(session, text, kQuestionWarning, title);
-  if (answer != kAnswerOk) CallOff(session, *announcing);
+  const bool announced = Announced(session, *announcing);
+  if (answer == kAnswerOk) return announced;
+  if (announced) ShellNoWait(session, "shutdown.exe -a", ShowMode::kHidden);
   return true;
 }
 

@@ -52,6 +52,9 @@ TEST(RestartMachine, TakesTheToolThatIsThereAndCanBeCalledOff) {
        {Case{"shutdown", false, kAnswerOk, {go}, {asked}},
         Case{"shutdown", false, kAnswerCancel, {go, stop}, {asked}},
         Case{"shutdown", false, kNobody, {go}, {asked}}, Case{"shutdown", true, kNobody, {go}, {}},
+        Case{"failing", false, kAnswerOk, {go, reboot}, {asked, counted}},
+        Case{"failing", false, kAnswerCancel, {go}, {asked}},
+        Case{"failing", true, kNobody, {go, reboot}, {}},
         Case{"wpeutil", false, kAnswerOk, {reboot}, {counted}},
         Case{"wpeutil", false, kAnswerCancel, {}, {counted}},
         Case{"wpeutil", false, kNobody, {reboot}, {counted}},
@@ -59,18 +62,19 @@ TEST(RestartMachine, TakesTheToolThatIsThereAndCanBeCalledOff) {
         Case{"", true, kNobody, {}, {}}}) {
     InstallShop w;
     const std::string tool = c.tool;
-    if (tool != "shutdown") w.files.drop("C:\\Windows\\System32\\shutdown.exe");
-    if (tool == "wpeutil") w.files.put(wpe);
+    const bool fails = tool == "failing";
+    if (tool != "shutdown" && !fails) w.files.drop("C:\\Windows\\System32\\shutdown.exe");
+    if (tool == "wpeutil" || fails) w.files.put(wpe);
     w.session.commandLine.silent = c.silent;
     w.session.commandLine.install = c.answer == kNobody;
     w.dialogs.nobodyThere = c.answer == kNobody;
-    if (c.answer != kNobody) w.dialogs.answers = {c.answer};
-    w.processes.onStart("-r -f", [](ToolRun& run) { run.endsAt(3000); });
+    if (c.answer != kNobody) w.dialogs.answers = {c.answer, c.answer};
+    w.processes.onStart("-r -f", [&](ToolRun& run) { run.endsAt(3000), run.exits(fails); });
     const long began = w.time.now();
     RestartMachine(w.session, "S40");
     EXPECT_EQ(w.commands(), c.ran) << tool;
     EXPECT_EQ(w.heard(), c.heard) << tool;
-    if (c.ran.size() == 2) {
+    if (c.ran == Commands{go, stop}) {
       EXPECT_GE(w.processes.started.back().at - began, 3000) << "nothing to call off before";
     }
     if (tool == "wpeutil" && !c.silent) {

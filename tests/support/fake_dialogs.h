@@ -39,7 +39,7 @@ struct FakeDialogs : Dialogs {
   std::vector<std::string> shownForms;  // names
 
   std::vector<std::string> documents;
-  bool opensDocuments = true;  // the system has a program for them
+  bool opensDocuments = true;   // the system has a program for them
   std::deque<int> menuChoices;  // the next entries chosen; none is 0
 
   int message(const std::string& text, int flags, const std::string& title,

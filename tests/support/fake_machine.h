@@ -28,7 +28,7 @@ struct FakeEnvironment : Environment {
   std::deque<double> randoms;  // the next numbers; 0.5 when none is left
   int reseeds = 0;
   ScreenRoom screen{28800, 16200};  // 1920x1080 at 96 dpi
-  std::string printed;  // on standard output
+  std::string printed;              // on standard output
   std::string firmwareBytes, network;
 
   std::string variable(const std::string& name) override { return variables[Lower(name)]; }

@@ -37,10 +37,11 @@ struct ChooserWorkshop : Workshop {
 TEST(PartitionChooser, ListsAfreshAndTakesARow) {
   ChooserWorkshop w;
   const auto choose = [](Form& window, ListView& list) {
-    EXPECT_THAT(list.rows(),
-                ElementsAre(ElementsAre("D:", "Data", "Disk B", "NTFS", "100.00GB", "1", "768.00MB"),
-                            ElementsAre("E:", "Work", "Disk B", "NTFS", "365.76GB", "1",
-                                        "")));  // a slow one
+    EXPECT_THAT(
+        list.rows(),
+        ElementsAre(ElementsAre("D:", "Data", "Disk B", "NTFS", "100.00GB", "1", "768.00MB"),
+                    ElementsAre("E:", "Work", "Disk B", "NTFS", "365.76GB", "1",
+                                "")));  // a slow one
     EXPECT_EQ(list.selected(), 1);
     for (const int row : {-1, 0}) {
       list.select(row);
