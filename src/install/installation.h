@@ -31,7 +31,7 @@ struct Installation {
 
   std::uint64_t began = 0, stepBegan = 0;    // milliseconds of the environment
   std::optional<std::uint64_t> phasesBegan;  // the first time that the bar was filled
-  std::string recorded;                    // the outcome in the record; empty: not closed yet
+  std::string recorded;                      // the outcome in the record; empty: not closed yet
 
   // What the image is there without, each as a line for a person.
   std::vector<std::string> lacking;

@@ -31,6 +31,14 @@ StepResult Refused(Session& session, const std::string& text) {
   return StepResult::Failed({text, String(session, kTextError), kErrorMessage, ExitCode::kRefused});
 }
 
+// Another set under the same name counts as lacking as well: its parts are not those of the plan.
+std::string SplitPartLacking(Session& session, const Plan& plan) {
+  Files& files = session.platform.files;
+  if (plan.kind != ImageKind::kSwm) return {};
+  const bool same = FurtherParts(files, plan.source) == plan.furtherParts;
+  return same ? LackingPart(files, plan.source) : plan.source;
+}
+
 // Time has passed since the confirmation: a disk may have come or gone, and the letter may stand
 // for another volume.
 StepResult CheckAgain(Session& session, Installation& installation) {
@@ -44,8 +52,7 @@ StepResult CheckAgain(Session& session, Installation& installation) {
   if (!session.platform.files.exists(plan.source)) {
     return Refused(session, plan.source + " " + String(session, kTextSourceMissing));
   }
-  const std::string lacking =
-      plan.kind == ImageKind::kSwm ? LackingPart(session.platform.files, plan.source) : "";
+  const std::string lacking = SplitPartLacking(session, plan);
   if (!lacking.empty()) {
     return Refused(session, ReplaceAll(More(session, kMorePartLacks), "%f%", lacking));
   }

@@ -30,7 +30,8 @@ const char* Word(Outcome::Kind kind) {
 }
 
 std::string OutcomeLine(const Session& session, const Outcome& outcome) {
-  return std::string(session.commandLine.dryRun ? "outcome of the dry run: " : "outcome: ") + Word(outcome.kind) +
+  return std::string(session.commandLine.dryRun ? "outcome of the dry run: " : "outcome: ") +
+         Word(outcome.kind) +
          (*outcome.step == '\0' ? "" : std::string(" in step: ") + outcome.step) + ", exit code " +
          std::to_string(static_cast<int>(outcome.failure.code));
 }

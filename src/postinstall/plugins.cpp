@@ -14,7 +14,6 @@ bool HasParameters(const std::string& command) {
   return command.starts_with('"') || Contains(command, kProgramEnd);
 }
 
-// Parameters may hold a password: the record names the program only.
 void Run(Session& session, const std::string& command, const std::string& recordedAs) {
   ShellAndWait(session, command, ShowMode::kNormal, {{}, recordedAs});
 }
@@ -36,10 +35,14 @@ void RunWithParameters(Session& session, const std::string& command, const Plugi
     Journal(session, "plug-in not found: " + program);
     return;
   }
-  Run(session, Trim(WithDrives(command, drives)), program + " (parameters are not recorded)");
+  Run(session, Trim(WithDrives(command, drives)), RecordedPlugin(command));
 }
 
 }  // namespace
+
+std::string RecordedPlugin(const std::string& command) {
+  return HasParameters(command) ? ProgramOf(command) + " (parameters are not recorded)" : command;
+}
 
 // The chosen plug-in is a command with parameters, a file, or the name of a discovered plug-in.
 void CallPlugin(Session& session, const std::string& command, const PluginDrives& drives) {

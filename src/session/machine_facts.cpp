@@ -9,8 +9,8 @@
 
 #include "form/text_numbers.h"
 #include "platform/environment.h"
-#include "platform/text.h"
 #include "platform/smbios.h"
+#include "platform/text.h"
 
 namespace pavoline {
 namespace {

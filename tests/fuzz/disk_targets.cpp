@@ -60,9 +60,7 @@ void ListWholeDisk(std::string_view input) {
 }  // namespace
 
 std::vector<FuzzTarget> DiskTargets() {
-  return {{"disk_answer", ListDisk},
-          {"disk_line", ListWholeDisk},
-          {"firmware_table", NameMachine}};
+  return {{"disk_answer", ListDisk}, {"disk_line", ListWholeDisk}, {"firmware_table", NameMachine}};
 }
 
 }  // namespace pavoline::testing

@@ -57,25 +57,27 @@ TEST(Record, IsKeptOfEveryEndAndChangesNone) {
   const auto fails = [](const char* tool) {
     return [=](Hall& w) { w.processes.onStart(tool, [](ToolRun& run) { run.exits(72); }); };
   };
-  for (const Case& c : {Case{"boot files lacking", 5, true, true, fails("bcdboot.exe")},
-                        Case{"not applied", 3, false, true, fails(" apply ")},
-                        Case{"refused", 1, false, true, fails("info --xml")},
-                        Case{"no tool", 4, false, true,
-                             [](Hall& w) { w.files.drop("X:\\Pavoline\\Bin\\wimlib-imagex"); }},
-                        Case{"no serial number", 0, true, false,
-                             [](Hall& w) { w.environment.firmwareBytes = FirmwareTable("None", "0"); }},
-                        Case{"share that does not answer", 0, true, false,
-                             [](Hall& w) {
-                               w.copies([](ToolRun& run) {
-                                 run = ToolRun();
-                                 run.neverEnds();
-                               });
-                             }},
-                        Case{"closed behind the image", 6, true, true, [](Hall& w) {
-                               w.processes.onStart("bcdboot.exe", [&](ToolRun& run) {
-                                 run.does(1, [&] { w.form.unload(); });
-                               });
-                             }}}) {
+  for (const Case& c :
+       {Case{"boot files lacking", 5, true, true, fails("bcdboot.exe")},
+        Case{"not applied", 3, false, true, fails(" apply ")},
+        Case{"refused", 1, false, true, fails("info --xml")},
+        Case{"no tool", 4, false, true,
+             [](Hall& w) { w.files.drop("X:\\Pavoline\\Bin\\wimlib-imagex"); }},
+        Case{"no serial number", 0, true, false,
+             [](Hall& w) { w.environment.firmwareBytes = FirmwareTable("None", "0"); }},
+        Case{"share that does not answer", 0, true, false,
+             [](Hall& w) {
+               w.copies([](ToolRun& run) {
+                 run = ToolRun();
+                 run.neverEnds();
+               });
+             }},
+        Case{"fault", 7, false, true,
+             [](Hall& w) { w.time.after(8000, [&] { w.program->fault("why"); }); }},
+        Case{"closed behind the image", 6, true, true, [](Hall& w) {
+               w.processes.onStart("bcdboot.exe",
+                                   [&](ToolRun& run) { run.does(1, [&] { w.form.unload(); }); });
+             }}}) {
     Hall w;
     c.arrange(w);
     w.start({"/source:D:\\SOURCES\\INSTALL.WIM", "/wimindex:1", "/instpart:E:", "/bootpart:S:",

@@ -17,6 +17,7 @@ struct ChooserWorkshop : Workshop {
     drives.add("S:");
     drives.add("D:", kDriveFixed, VolumePosition{2, 1}, 3ull << 28);
     drives.slow = {"E:"};
+    drives.add("", kDriveFixed, {}, 1);  // the current folder's
     drives.add("E:", kDriveFixed, VolumePosition{2, 2});
     form.text[kInstallPartition].setText("E:");
   }
@@ -37,10 +38,11 @@ struct ChooserWorkshop : Workshop {
 TEST(PartitionChooser, ListsAfreshAndTakesARow) {
   ChooserWorkshop w;
   const auto choose = [](Form& window, ListView& list) {
-    EXPECT_THAT(list.rows(),
-                ElementsAre(ElementsAre("D:", "Data", "Disk B", "NTFS", "100.00GB", "1", "768.00MB"),
-                            ElementsAre("E:", "Work", "Disk B", "NTFS", "365.76GB", "1",
-                                        "")));  // a slow one
+    EXPECT_THAT(
+        list.rows(),
+        ElementsAre(ElementsAre("D:", "Data", "Disk B", "NTFS", "100.00GB", "1", "768.00MB"),
+                    ElementsAre("E:", "Work", "Disk B", "NTFS", "365.76GB", "1",
+                                "")));  // a slow one
     EXPECT_EQ(list.selected(), 1);
     for (const int row : {-1, 0}) {
       list.select(row);
