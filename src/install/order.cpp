@@ -25,8 +25,6 @@
 namespace pavoline {
 namespace {
 
-bool IsGhost(const Plan& plan) { return plan.kind == ImageKind::kGho; }
-
 StepResult Refused(Session& session, const std::string& text) {
   return StepResult::Failed({text, String(session, kTextError), kErrorMessage, ExitCode::kRefused});
 }
@@ -212,7 +210,7 @@ std::string RestartWords(const Session& session, const Plan&) {
   return WithoutAccessKey(session.texts.captions[kCaptionRestart]);
 }
 
-// Before these the checks of Start were passed and the person has confirmed (start_checks.h).
+// Before these the checks of Start were passed and the person has confirmed (start.h).
 constexpr OrderedStep kOrder[] = {
     {"check again", CheckAgain, nullptr, ListingWords},
     {"format", Format, nullptr, Words<kTextFormatting>},

@@ -39,7 +39,7 @@ std::string BootPartition(Session& session, const Plan& plan) {
 }
 
 void AddPlan(Session& session, const Plan& plan, TextLines& lines) {
-  const bool ghost = plan.kind == ImageKind::kGho;
+  const bool ghost = IsGhost(plan);
   const auto caption = [&](int number) { return Caption(session, number); };
   lines.heading(More(session, kMorePlan));
   AddValue(lines, caption(kCaptionImage), plan.source);
