@@ -2,7 +2,7 @@
 
 #include "disk/lent_letter.h"
 #include "form/text_numbers.h"
-#include "install/installation.h"
+#include "install/order.h"
 #include "platform/dialogs.h"
 #include "run/command_runner.h"
 #include "source/iso_mount.h"
@@ -62,8 +62,12 @@ void StopRequested(Session& session) {
 void Unload(Session& session) {
   session.search.stop = true;
   for (Timer* timer : session.form.timers()) timer->setEnabled(false);
-  if (session.installation) {
-    EndInstallation(session, {Outcome::kCancelled, "", {"", "", 0, ExitCode::kCancelled}});
+  if (const auto running = session.installation) {
+    // Behind its record only the last message was open, or the restart under way.
+    const bool over = !running->recorded.empty();
+    EndInstallation(session,
+                    over ? Completed(*running)
+                         : Outcome{Outcome::kCancelled, "", {"", "", 0, ExitCode::kCancelled}});
   }
   session.activity = Activity::kClosed;
   TakeLetterBack(session);

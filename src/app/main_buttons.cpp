@@ -2,7 +2,7 @@
 
 #include "app/browse.h"
 #include "form/text_numbers.h"
-#include "install/start_checks.h"
+#include "install/start.h"
 #include "platform/dialogs.h"
 #include "platform/text.h"
 #include "source/image_search.h"

@@ -1,5 +1,7 @@
 #include "app/program.h"
 
+#include <utility>
+
 #include "app/browse.h"
 #include "app/closing.h"
 #include "app/hot_keys.h"
@@ -8,6 +10,7 @@
 #include "disk/partitions.h"
 #include "form/text_numbers.h"
 #include "install/installation.h"
+#include "install/record.h"
 #include "platform/dialogs.h"
 #include "platform/text.h"
 #include "source/image_source.h"
@@ -26,9 +29,11 @@ void Program::fault(const std::string& what) {
   Journal(session_, "unexpected error: " + what);
   Message(session_, ReplaceAll(More(session_, kMoreFault), "%e%", what), kErrorMessage,
           String(session_, kTextError));
-  session_.installation.reset();
+  const auto ended = std::exchange(session_.installation, nullptr);
   session_.exitCode = ExitCode::kFault;
   session_.form.unload();
+  // Behind the window's end: nothing is waited for in a state that nobody expected.
+  CloseRecord(session_, ended.get(), {Outcome::kFailed, "", {what, "", 0, ExitCode::kFault}});
 }
 
 void Program::connect() {

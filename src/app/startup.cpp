@@ -21,6 +21,7 @@
 #include "platform/text.h"
 #include "run/command_runner.h"
 #include "run/taskbar_progress.h"
+#include "session/activity_scope.h"
 #include "session/machine_facts.h"
 #include "source/image_search.h"
 #include "ui/system_menu.h"
@@ -237,6 +238,8 @@ void AutoStartTick(Session& session) {
   }
   Started(session);
   const auto refuse = [&](const std::string& text, ExitCode code) {
+    // The record's copy is waited for: nothing may begin meanwhile.
+    const ActivityScope ending(session, Activity::kChecking);
     EndInstallation(
         session,
         {Outcome::kRefused, "start", {text, String(session, kTextError), kErrorMessage, code}});

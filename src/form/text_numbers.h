@@ -161,7 +161,7 @@ enum MoreNumber {
   kMoreProgress = 39,
   kMoreDetails = 40,
   kMoreDryRun = 41,
-  kMorePassed = 42,  // heading; the checks are 46 to 54
+  kMorePassed = 42,  // heading; kChecks of start_checks.cpp names the checks
   kMorePlan = 43,
   kMoreCommands = 44,
   kMoreAssumed = 45,

@@ -50,12 +50,12 @@ std::unique_ptr<StartedProgram> DryProcesses::start(const StartRequest& request)
   if (!request.program.empty() && !files_.exists(request.program)) return nullptr;
   const std::string script = files_.written(request.commandLine);
   if (script.empty()) {
-    tell_({true, request.commandLine});
+    tell_({true, request.commandLine, request.recordedAs});
     assume(request.commandLine);
   }
   for (const std::string& line : Split(text_.fromConsole(script), "\r\n")) {
     if (line.empty()) continue;
-    tell_({true, line});
+    tell_({true, line, ""});
     assume(line);
   }
   return std::make_unique<EndedProgram>();
@@ -72,7 +72,7 @@ DryMachine::DryMachine(Platform& real, const std::string& tempFolder, AssumedWor
                        std::function<void(PlannedAct)> tell)
     : files_(real.files, tempFolder,
              [tell](const std::string& change) {
-               tell({false, change});
+               tell({false, change, ""});
              }),
       processes_(files_, real.text, std::move(work), tell),
       drives_(real.drives),

@@ -18,6 +18,7 @@ namespace pavoline {
 struct PlannedAct {
   bool command = true;  // else the program itself copies, renames or writes a file
   std::string text;     // the command line as it would be started or stand in a batch file
+  std::string toldAs;   // in its place for a person and the record; empty: itself
 };
 
 // What the programs leave behind that are not started, as far as later steps ask for it.

@@ -25,10 +25,16 @@
 namespace pavoline {
 namespace {
 
-bool IsGhost(const Plan& plan) { return plan.kind == ImageKind::kGho; }
-
 StepResult Refused(Session& session, const std::string& text) {
   return StepResult::Failed({text, String(session, kTextError), kErrorMessage, ExitCode::kRefused});
+}
+
+// Another set under the same name counts as lacking as well: its parts are not those of the plan.
+std::string SplitPartLacking(Session& session, const Plan& plan) {
+  Files& files = session.platform.files;
+  if (plan.kind != ImageKind::kSwm) return {};
+  const bool same = FurtherParts(files, plan.source) == plan.furtherParts;
+  return same ? LackingPart(files, plan.source) : plan.source;
 }
 
 // Time has passed since the confirmation: a disk may have come or gone, and the letter may stand
@@ -44,8 +50,7 @@ StepResult CheckAgain(Session& session, Installation& installation) {
   if (!session.platform.files.exists(plan.source)) {
     return Refused(session, plan.source + " " + String(session, kTextSourceMissing));
   }
-  const std::string lacking =
-      plan.kind == ImageKind::kSwm ? LackingPart(session.platform.files, plan.source) : "";
+  const std::string lacking = SplitPartLacking(session, plan);
   if (!lacking.empty()) {
     return Refused(session, ReplaceAll(More(session, kMorePartLacks), "%f%", lacking));
   }
@@ -206,7 +211,7 @@ std::string EndWords(const Session& session, const Plan& plan) {
                       : String(session, kTextFinished);
 }
 
-// Before these the checks of Start were passed and the person has confirmed (start_checks.h).
+// Before these the checks of Start were passed and the person has confirmed (start.h).
 constexpr OrderedStep kOrder[] = {
     {"check again", CheckAgain, nullptr, ListingWords},
     {"format", Format, nullptr, Words<kTextFormatting>},

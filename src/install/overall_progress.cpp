@@ -73,7 +73,7 @@ std::string PhasePart(const Texts& texts, const Overall& overall) {
 
 std::vector<Phase> PhasesOf(const Plan& plan) {
   std::vector<Phase> phases;
-  if (plan.kind == ImageKind::kGho) {
+  if (IsGhost(plan)) {
     phases = {Phase::kRestore};
   } else {
     phases = {Phase::kCreate, Phase::kExtract, Phase::kMetadata};

@@ -3,6 +3,7 @@
 #include "disk/partitions.h"
 #include "form/text_numbers.h"
 #include "platform/text.h"
+#include "postinstall/plugins.h"
 
 namespace pavoline {
 namespace {
@@ -38,7 +39,7 @@ std::string BootPartition(Session& session, const Plan& plan) {
 }
 
 void AddPlan(Session& session, const Plan& plan, TextLines& lines) {
-  const bool ghost = plan.kind == ImageKind::kGho;
+  const bool ghost = IsGhost(plan);
   const auto caption = [&](int number) { return Caption(session, number); };
   lines.heading(More(session, kMorePlan));
   AddValue(lines, caption(kCaptionImage), plan.source);
@@ -55,7 +56,7 @@ void AddPlan(Session& session, const Plan& plan, TextLines& lines) {
   }
   AddValue(lines, caption(kCaptionAnswerFile), plan.answerFile);
   AddValue(lines, caption(kCaptionDrivers), plan.driverFolder);
-  AddValue(lines, caption(kCaptionPlugin), plan.plugin);
+  AddValue(lines, caption(kCaptionPlugin), RecordedPlugin(plan.plugin));
   if (plan.repairBoot) lines.line(caption(kCaptionRepairBoot));
   if (plan.restart) lines.line(caption(kCaptionRestart));
 }
@@ -64,7 +65,9 @@ void AddSteps(Session& session, const Rehearsal& rehearsal, TextLines& lines) {
   lines.heading(More(session, kMoreCommands));
   for (const PlannedStep& step : rehearsal.steps) {
     if (!step.heading.empty()) lines.line(step.heading);
-    for (const PlannedAct& act : step.acts) lines.line("    " + act.text);
+    for (const PlannedAct& act : step.acts) {
+      lines.line("    " + (act.toldAs.empty() ? act.text : act.toldAs));
+    }
   }
 }
 

@@ -82,6 +82,8 @@ void CopyIntoFolder(Session& session) {
     return Journal(session, "record not copied: no " + value.untold + " for " + asked);
   }
   std::string folder = session.platform.files.fullPath(FromProgram(session, value.text));
+  // It would end the quotes in which it stands below.
+  if (Contains(folder, "\"")) return Journal(session, "record not copied: no folder: " + folder);
   while (folder.ends_with('\\')) folder.pop_back();
   const std::string path = folder + "\\" + NameOfCopy(session);
   const std::string line = "mkdir \"" + folder + "\" 2>nul & copy /y /b \"" +

@@ -1,12 +1,23 @@
 #pragma once
 
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "session/exit_code.h"
+#include "session/plan.h"
 #include "session/session.h"
 
 namespace pavoline {
 
-// The Start button: checks everything that must hold, asks for confirmation, and begins the
-// installation with the plan that was confirmed. A refusal shows one message; under "/install" it
-// ends the program. A dry run asks nothing and tells what would be done instead.
-void StartInstallation(Session& session);
+// Why an installation cannot start.
+struct Refusal {
+  std::string text;  // empty: a person said no
+  ExitCode code = ExitCode::kRefused;
+};
+
+// Everything that must hold before a person is asked, in one order. Enters what it finds into the
+// plan, and what was passed in words; nothing when all was.
+std::optional<Refusal> CheckStart(Session& session, Plan& plan, std::vector<std::string>& passed);
 
 }  // namespace pavoline

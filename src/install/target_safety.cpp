@@ -48,7 +48,7 @@ bool SameDrive(const std::string& a, const std::string& b) {
 std::string LossOnTarget(Session& session, const Plan& plan) {
   const std::string& target = plan.target.drive;
   // A restore overwrites whatever is chosen.
-  if (!plan.format && plan.kind != ImageKind::kGho) return {};
+  if (!plan.format && !IsGhost(plan)) return {};
   if (SameDrive(DriveOf(session, OutermostFile(session, plan.source)), target)) {
     return ReplaceAll(String(session, kTextSourceOnTarget), "%ip%", target);
   }

@@ -54,6 +54,9 @@ struct StartRequest {
   // the output, not the start.
   std::string outputFile;
 
+  // Stands for a command line that may hold a secret, wherever it is told; empty: itself.
+  std::string recordedAs;
+
   // Standard output is dropped instead: the interpreter echoes a batch file's lines there.
   bool errorsOnly = false;
 };

@@ -20,7 +20,6 @@ bool IsFile(Session& session, const std::string& path) {
   return files.exists(path) && !files.isFolder(path);
 }
 
-// Parameters may hold a password: the record names the program only.
 void Run(Session& session, const std::string& command, const std::string& recordedAs) {
   ShellAndWait(session, command, ShowMode::kNormal, {{}, recordedAs});
 }
@@ -42,10 +41,14 @@ void RunWithParameters(Session& session, const std::string& command, const Plugi
     Journal(session, "plug-in not found: " + program);
     return;
   }
-  Run(session, Trim(WithDrives(command, drives)), program + " (parameters are not recorded)");
+  Run(session, Trim(WithDrives(command, drives)), RecordedPlugin(command));
 }
 
 }  // namespace
+
+std::string RecordedPlugin(const std::string& command) {
+  return HasParameters(command) ? ProgramOf(command) + " (parameters are not recorded)" : command;
+}
 
 // The chosen plug-in is a command with parameters, a file, or the name of a discovered plug-in.
 void CallPlugin(Session& session, const std::string& command, const PluginDrives& drives) {

@@ -15,6 +15,9 @@ struct PluginDrives {
 // end; a program that is not there is passed over.
 void CallPlugin(Session& session, const std::string& command, const PluginDrives& drives);
 
+// The plug-in as the record names it: parameters may hold a password and are left out.
+std::string RecordedPlugin(const std::string& command);
+
 // Runs a discovered plug-in by name; nothing when there is none of that name.
 void RunPlugin(Session& session, const std::string& name, const PluginDrives& drives);
 

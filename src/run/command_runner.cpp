@@ -39,7 +39,7 @@ std::unique_ptr<StartedProgram> Start(Session& session, const std::string& comma
   const std::uintptr_t oldView =
       session.osVersion > kLastVersionWithoutRedirection ? processes.disableRedirection() : 0;
   auto program = processes.start({commandLine, mode, SystemProgram(session, commandLine),
-                                  outputFile, commandLine.ends_with(".bat")});
+                                  outputFile, recordedAs, commandLine.ends_with(".bat")});
   if (oldView != 0) processes.revertRedirection(oldView);
   if (!program) Journal(session, "could not be started: " + recorded);
   return program;

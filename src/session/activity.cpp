@@ -56,6 +56,11 @@ bool MayDo(Activity activity, Action action) {
   return (RuleOf(activity).allowed & Bit(action)) != 0;
 }
 
+bool ChangesDisks(Action action) {
+  return (Of({Action::kVirtualDisks, Action::kRepairBoot, Action::kPrepareDisk}) & Bit(action)) !=
+         0;
+}
+
 Closing ClosingDuring(Activity activity) { return RuleOf(activity).closing; }
 
 }  // namespace pavoline

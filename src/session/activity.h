@@ -34,6 +34,9 @@ enum class Action {
 
 bool MayDo(Activity activity, Action action);
 
+// Whether the program itself writes to disks then; an installation has its own dry run.
+bool ChangesDisks(Action action);
+
 // What closing the window means.
 enum class Closing {
   kFree,  // nothing is lost

@@ -51,4 +51,7 @@ struct Plan {
   bool restart = false;
 };
 
+// The Ghost program overwrites the partition itself, formatted or not.
+inline bool IsGhost(const Plan& plan) { return plan.kind == ImageKind::kGho; }
+
 }  // namespace pavoline

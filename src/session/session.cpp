@@ -55,7 +55,9 @@ const std::string& More(const Session& session, int n) {
   return session.texts.more.at(static_cast<std::size_t>(n));
 }
 
-bool May(const Session& session, Action action) { return MayDo(session.activity, action); }
+bool May(const Session& session, Action action) {
+  return MayDo(session.activity, action) && !(session.commandLine.dryRun && ChangesDisks(action));
+}
 
 bool Interrupted(const Session& session) { return session.form.unloaded() || session.stopping; }
 

@@ -80,7 +80,7 @@ struct Session : RunState {
   Form1& form;
 };
 
-// May the program be asked for this now?
+// May the program be asked for this now? In a dry run it changes no disk by any way.
 bool May(const Session& session, Action action);
 
 // The window is gone, or the installation was stopped: every wait for a program returns soon, and

@@ -72,9 +72,10 @@ void PartitionChooser::fillList(Session& session, const std::vector<PartitionRow
   std::vector<std::vector<std::string>> lines;
   for (std::size_t i = 0; i < rows.size(); ++i) {
     lines.push_back(rows[i].columns);
-    if (rows[i].drive().empty()) lines.back().front() = More(session, kMoreNoLetter);
+    const bool letterless = drives_[i].empty();  // the answer is then another drive's
+    if (letterless) lines.back().front() = More(session, kMoreNoLetter);
     lines.back().push_back(DiskNumber(rows[i]));
-    lines.back().push_back(free[i] ? ReadableSize(*free[i]) : std::string());
+    lines.back().push_back(free[i] && !letterless ? ReadableSize(*free[i]) : std::string());
   }
   list_.setRows(lines);
 

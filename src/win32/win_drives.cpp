@@ -73,7 +73,11 @@ std::vector<std::optional<std::uint64_t>> WinDrives::freeBytesSoon(
       question = std::make_shared<Question>(drive);
       auto own = std::make_unique<std::shared_ptr<Question>>(question);
       const Handle thread(CreateThread(nullptr, 0, Question::ask, own.get(), 0, nullptr));
-      if (thread) own.release();
+      if (thread) {
+        own.release();
+      } else {
+        SetEvent(question->answered.get());
+      }
     }
     questions.push_back(question);
   }

@@ -72,7 +72,7 @@ TEST_F(Refusing, ADryRunTellsTheLinesOnItsOutput) {
               AllOf(StartsWith(more(kMoreDryRun) + "\r\n"),
                     HasSubstr("\\wimlib-imagex.exe apply \"d:\\Images\\small.wim\" 2 E:\\  >"),
                     HasSubstr("\r\n    shutdown.exe -r -f -t 5\r\n"), EndsWith("exit code 0\r\n")));
-  EXPECT_FALSE(exists("C:\\windows\\temp\\apply.bat"));
+  EXPECT_THAT(toolsRun(), testing::IsEmpty());
 }
 
 TEST_F(Refusing, UnattendedRunsEndThemselves) {

@@ -157,7 +157,13 @@ TEST(Details, ShowTheSameTextAndLeaveTheQuestionOpen) {
   Installer w, dry;
   std::vector<std::string> shown;
   const auto look = [&](Form& window) { shown.push_back(window.controls()[0]->text()); };
-  w.start(), w.fillIn();
+  const auto begin = [](Installer& shop, std::vector<std::string> switches) {
+    shop.start(std::move(switches)), shop.fillIn();
+    shop.files.put("D:\\fix.exe");
+    shop.form.check[kRunPlugin].setValue(1);
+    shop.form.combo2.setText("D:\\fix.exe /password:x1");
+  };
+  begin(w, {});
   w.dialogs.modals = {look, look};
   w.dialogs.onMessage = [](const FakeDialogs::Shown& question) {
     EXPECT_EQ(question.further.text, "M40");
@@ -167,12 +173,15 @@ TEST(Details, ShowTheSameTextAndLeaveTheQuestionOpen) {
   w.pressStart();
   EXPECT_TRUE(w.idle() && !w.processes.ranLike("format"));
 
-  dry.start({"/dryrun"}), dry.fillIn();
+  begin(dry, {"/dryrun"});
   dry.dialogs.modals = {look};
   dry.pressStart();
   ASSERT_EQ(shown.size(), 3u);
   EXPECT_EQ(shown[0], shown[1]);
   EXPECT_EQ("M41\r\n\r\n" + shown[0], shown[2]);
+  EXPECT_EQ(Split(shown[0], "D:\\fix.exe (").size(), 3u);
+  EXPECT_THAT(dry.environment.printed + dry.files.text("C:\\Windows\\temp\\Pavoline.log"),
+              Not(HasSubstr("x1")));
   EXPECT_TRUE(dry.heard().empty() && dry.idle() && !dry.processes.ranLike("format"));
 }
 

@@ -173,6 +173,12 @@ TEST(Closing, AsksDuringAnInstallationAndEndsTheToolsInOrderAsStopDoes) {
   }
 }
 
+TEST(Closing, CancelsNothingBehindTheRecord) {
+  InstallShop w;
+  w.dialogs.onMessage = [&](const FakeDialogs::Shown&) { w.form.unload(); };
+  EXPECT_EQ(w.install(), 0);
+}
+
 TEST(Stopping, LeavesAnEndAloneThatCameWhileItWasAsked) {
   Filled w;
   w.pressStart();

@@ -72,6 +72,8 @@ TEST(Record, IsKeptOfEveryEndAndChangesNone) {
                  run.neverEnds();
                });
              }},
+        Case{"fault", 7, false, true,
+             [](Hall& w) { w.time.after(8000, [&] { w.program->fault("why"); }); }},
         Case{"closed behind the image", 6, true, true, [](Hall& w) {
                w.processes.onStart("bcdboot.exe",
                                    [&](ToolRun& run) { run.does(1, [&] { w.form.unload(); }); });

@@ -17,6 +17,7 @@ struct ChooserWorkshop : Workshop {
     drives.add("S:");
     drives.add("D:", kDriveFixed, VolumePosition{2, 1}, 3ull << 28);
     drives.slow = {"E:"};
+    drives.add("", kDriveFixed, {}, 1);  // the current folder's
     drives.add("E:", kDriveFixed, VolumePosition{2, 2});
     form.text[kInstallPartition].setText("E:");
   }

@@ -73,6 +73,11 @@ TEST(SystemMenu, ListsAndStartsTheToolsThatAreThere) {
     EXPECT_TRUE(w.choose(kMenuPartitions) && w.processes.ran.size() == 2);
   }
   EXPECT_EQ(w.open(w.form.systemMenu()), all);
+  w.session.commandLine.dryRun = true;
+  BuildSystemMenu(w.session);
+  EXPECT_THAT(w.open(w.form.systemMenu()),
+              Not(AnyOf(Contains(kMenuVirtualDisk), Contains(kMenuPrepareDisk),
+                        Contains(kMenuBootRepair))));
   for (const int id : {1999, 2001, 2006, 2014, 2027, 0xF060}) EXPECT_FALSE(w.choose(id)) << id;
 }
 
