@@ -49,18 +49,11 @@ TEST_F(Installing, AttendedFromTypedPathToRestartCalledOff) {
   person.main.command(kChooseInstall).click();
   Window chooser = person.sees("PartitionChooser");
   Window list = chooser.childOfClass("SysListView32");
-<<<<<<< HEAD
   const auto free = testing::EndsWith("GB");
   EXPECT_THAT(
       list.rows(),
       ElementsAre(ElementsAre("E:", StartsWith("Old"), "Bench Disk", "NTFS", "40.00GB", "0", free),
                   ElementsAre("D:", "Media", "Bench Disk", "NTFS", "64.00GB", "0", free)));
-=======
-  EXPECT_THAT(list.rows(), ElementsAre(ElementsAre("E:", StartsWith("Old"), "Bench Disk", "NTFS",
-                                                   "40.00GB", "0", EndsWith("GB")),
-                                       ElementsAre("D:", "Media", "Bench Disk", "NTFS", "64.00GB",
-                                                   "0", EndsWith("GB"))));
->>>>>>> review
   chooser.key(VK_DOWN);
   chooser.key(VK_RETURN);
   EXPECT_TRUE(soon([&] { return chosen(person, kInstallPartition) == "D:"; }));
