@@ -86,7 +86,6 @@ test_products() {
 
 # The adapter against the contract that the fakes keep.
 test_contract() {
-  cmake --build --preset x64 --target test_contract
   bench=$bench_build/test
   "$bench_source/bench" up "$bench"
   cp "$repo/build/x64/test_contract.exe" "$bench/prefix/drive_c/"
@@ -140,13 +139,19 @@ test_fuzz() {
   check "inputs that once broke something" try_kept_inputs
 }
 
+# What waits most of its time goes on beside the rest, on a bench and a display of its own.
 test_under_wine() {
-  check "texts fit their places" "$repo/tests/fit/run"
-  bench_programs x64 all test_e2e
+  local fit_log fit_job
+  fit_log=$(mktemp)
+  cmake --build --preset x64 --target app test_fit test_contract
+  bench_programs x64 all test_e2e shoot
+  DISPLAY='' BUILD=$repo/build/x64 "$repo/tests/fit/run" >"$fit_log" 2>&1 &
+  fit_job=$!
   need_display
   trap stop_display EXIT
   test_contract
   test_e2e "$@"
+  check "texts fit their places" finish_job "$fit_job" "$fit_log"
 }
 
 # The tests under Wine wait most of their time: what is left to build takes the processors meanwhile,
