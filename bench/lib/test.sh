@@ -6,6 +6,7 @@ source "$bench_source/lib/dist.sh"
 
 passed=0 failed=0
 declare -a failures=()
+fit_job='' fit_log=''
 x86_name="end to end under Wine, 32 bit" x86_job='' x86_log=''
 
 count() {
@@ -141,7 +142,6 @@ test_fuzz() {
 
 # What waits most of its time goes on beside the rest, on a bench and a display of its own.
 test_under_wine() {
-  local fit_log fit_job
   fit_log=$(mktemp)
   cmake --build --preset x64 --target app test_fit test_contract
   bench_programs x64 all test_e2e shoot
@@ -151,7 +151,6 @@ test_under_wine() {
   trap stop_display EXIT
   test_contract
   test_e2e "$@"
-  check "texts fit their places" finish_job "$fit_job" "$fit_log"
 }
 
 # The tests under Wine wait most of their time: what is left to build takes the processors meanwhile,
@@ -177,6 +176,7 @@ run_tests() {
   test_fuzz
   test_sources
   test_products
+  check "texts fit their places" finish_job "$fit_job" "$fit_log"
   end_x86
   ((failed == 0)) || printf 'failed: %s\n' "${failures[@]}"
   say_line "$passed passed, $failed failed"
