@@ -96,10 +96,10 @@ link_volumes() {
   for ((letter = 0; letter < ${#define[@]}; letter += 2)); do rm -f "$bench/prefix/dosdevices/${define[letter]}:"; done
 }
 
-# Those from J to R are the tests' own.
+# Those from J to R are the tests' own, F, V and W the first that the program and the tools take.
 spare_letter() {
   local letter
-  for letter in a b z y w u t i h g f v; do
+  for letter in a b z y u t i h g; do
     [[ -L $bench/prefix/dosdevices/$letter: ]] || grep -qs " $letter$" "$bench/disks/born" || { echo "$letter"; return; }
   done
   die "no letter is left for another volume"

@@ -37,6 +37,7 @@ std::string manyPartitions() {
   return script;
 }
 
+// The volumes have names that other tests use as well: each new one costs the bench a letter.
 const std::vector<TestDisk> kDisks = {
     // The first is there as the bench begins.
     {0,
@@ -51,20 +52,20 @@ const std::vector<TestDisk> kDisks = {
      "GPT Disk",
      "label: gpt\n" + part("100M", kEfi) + part("16M", kMsr) + part("18G", kBasic) +
          part("", kRecovery),
-     {{"gptesp", "1/1", "-", "FAT32", "ESP"},
-      {"gptdata", "1/3", "K", "NTFS", kLabel},
+     {{"disk1-1", "1/1", "-", "FAT32", "ESP"},
+      {"disk1-3", "1/3", "K", "NTFS", kLabel},
       // A second letter of the volume before it.
-      {"gptdata", "1/3", "KL", "NTFS", kLabel}}},
+      {"disk1-3", "1/3", "KL", "NTFS", kLabel}}},
     {2,
      "30G",
      "MBR Disk",
      "label: dos\n" + part("10G", "7", ", bootable") + part("", "f") + part("5G", "7") +
          part("3G", "b"),
-     {{"logical", "2/2", "M", "NTFS", "First logical"}}},
+     {{"disk2-2", "2/2", "M", "NTFS", "First logical"}}},
     {3, "-", "Empty Reader", "", {}},
-    {6, "1G", "Raw Disk", "", {{"raw", "6/0", "N", "-", ""}}},
+    {6, "1G", "Raw Disk", "", {{"esp", "6/0", "N", "-", ""}}},
     {7, "1G", "Many", manyPartitions(), {{"last", "7/250", "O", "NTFS", "Last"}}},
-    {9, "3T", "Large", "label: gpt\n" + part("", kBasic), {{"large", "9/1", "P", "NTFS", ""}}},
+    {9, "3T", "Large", "label: gpt\n" + part("", kBasic), {{"other", "9/1", "P", "NTFS", ""}}},
     // The active partition is of the recovery type; a dynamic partition holds two volumes, of
     // which one goes on in the partition behind it.
     {10,
