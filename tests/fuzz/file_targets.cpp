@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 
 #include "app/command_line.h"
 #include "config/language.h"
@@ -16,11 +17,21 @@ namespace {
 
 void ReadCommandLine(std::string_view input) {
   static FakeTextServices text;
-  const CommandLine line = ParseCommandLine(Split(input, "\n"), text);
-  const std::string lower = text.lower(std::string(input));
-  Holds(line.options.install == Contains(lower, "/install") &&
-            line.options.silent == Contains(lower, "/slient") &&
-            line.locale.value_or(1000) >= 1000 && std::abs(line.options.wimIndex) <= 32768,
+  const auto arguments = Split(input, "\n");
+  const CommandLine line = ParseCommandLine(arguments, text);
+  const auto asked = [&](const char* word) {
+    return std::ranges::any_of(arguments, [&](const std::string& argument) {
+      const std::string lower = LowerAscii(argument);
+      // These take their whole argument, whatever it holds.
+      const bool named =
+          std::ranges::any_of(std::array{"/ini:", "/name:", "/drivers:", "/answer:", "/logdir:"},
+                              [&](const char* begin) { return lower.starts_with(begin); });
+      return !named && Contains(text.lower(argument), word);
+    });
+  };
+  Holds(line.options.install == asked("/install") && line.options.silent == asked("/slient") &&
+            line.options.dryRun == asked("/dryrun") && line.locale.value_or(1000) >= 1000 &&
+            std::abs(line.options.wimIndex) <= 32768,
         "nothing starts by itself that was not asked to");
 }
 
