@@ -57,12 +57,14 @@ class Guide {
 
   // Opens the system menu and a submenu of it, the keyboard's way.
   bool showMenu(const std::string& name, int downs) const {
+    SetCursorPos(0, 0);  // a pointer over an entry would choose it
     const Window window = main_.window();
     PostMessageW(window.handle(), WM_SYSCOMMAND, SC_KEYMENU, ' ');
     return showOpened(name, downs);
   }
   // The same entries at the button.
   bool showButtonMenu(const std::string& name, int downs) const {
+    SetCursorPos(0, 0);
     main_.menu().click();
     return showOpened(name, downs);
   }
