@@ -9,7 +9,7 @@ namespace pavoline {
 // stays open.
 bool QueryUnload(Session& session);
 
-// The Stop button: the same question and the same ends of tools, but the window stays, so that the
+// The Stop button: asks first and ends the same tools as closing, but the window stays, so that the
 // person can choose anew. An unattended run ends.
 void StopRequested(Session& session);
 

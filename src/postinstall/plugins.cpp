@@ -47,7 +47,7 @@ void RunWithParameters(Session& session, const std::string& command, const Plugi
 }  // namespace
 
 std::string RecordedPlugin(const std::string& command) {
-  return HasParameters(command) ? ProgramOf(command) + " (parameters are not recorded)" : command;
+  return HasParameters(command) ? ProgramOf(command) + " ..." : command;
 }
 
 // The chosen plug-in is a command with parameters, a file, or the name of a discovered plug-in.

@@ -15,7 +15,8 @@ struct PluginDrives {
 // end; a program that is not there is passed over.
 void CallPlugin(Session& session, const std::string& command, const PluginDrives& drives);
 
-// The plug-in as the record names it: parameters may hold a password and are left out.
+// The plug-in as the record and a dry run name it: "..." stands for its parameters, which may hold a
+// password.
 std::string RecordedPlugin(const std::string& command);
 
 // Runs a discovered plug-in by name; nothing when there is none of that name.

@@ -179,7 +179,7 @@ TEST(Details, ShowTheSameTextAndLeaveTheQuestionOpen) {
   ASSERT_EQ(shown.size(), 3u);
   EXPECT_EQ(shown[0], shown[1]);
   EXPECT_EQ("M41\r\n\r\n" + shown[0], shown[2]);
-  EXPECT_EQ(Split(shown[0], "D:\\fix.exe (").size(), 3u);
+  EXPECT_EQ(Split(shown[0], "D:\\fix.exe ...").size(), 3u);
   EXPECT_THAT(dry.environment.printed + dry.files.text("C:\\Windows\\temp\\Pavoline.log"),
               Not(HasSubstr("x1")));
   EXPECT_TRUE(dry.heard().empty() && dry.idle() && !dry.processes.ranLike("format"));
