@@ -172,6 +172,11 @@ TEST_F(Installing, StoppedAndClosedInMidApply) {
   EXPECT_EQ(person.hears(IDOK), more(kMoreStopQuestion));
   EXPECT_TRUE(person.leftInPeace());
   EXPECT_TRUE(!works() && !person.main.stop().visible() && person.main.overall().text().empty());
+  // The bench's half of a tool that was ended lets go of the volume a moment later.
+  EXPECT_TRUE(soon([] {
+    return bench::runUnix({"bash", "-c", "! pgrep -f \"^bash $1/tools/run-tool \" >/dev/null",
+                           "pgrep", benchFolder()}) == 0;
+  }));
 
   person.startsAndConfirms();
   ASSERT_TRUE(soon(works));
