@@ -23,7 +23,7 @@ FileRequest AnswerFileRequest(Session& session) {
   FileRequest request;
   request.title = String(session, kTextBrowseTitle);
   request.filters = {{"XML Files(*.xml)", "*.xml"}};
-  std::string start = FromProgram(session, session.form.text[kAnswerFile].text());
+  std::string start = FromProgram(session.paths, session.form.text[kAnswerFile].text());
   if (start.empty() || !session.platform.files.exists(start)) {
     start = session.paths.binDir + "\\unattend\\unattend.xml";
   }
@@ -51,9 +51,9 @@ void BrowseImage(Session& session) {
   // A second reading must not start while an image is being read.
   if (!May(session, Action::kTakeSource)) return;
   const std::string path =
-      session.platform.dialogs.openFile(ImageRequest(session, "*.iso;*.wim;*.esd;*.gho"));
+      session.platform.dialogs.openFile(ImageRequest(session, DialogPlace::kAnywhere));
   if (path.empty()) return;
-  if (KindOf(path) == ImageKind::kIso) {
+  if (SourceKindOf(path).readBy == ReadBy::kMounting) {
     MountIso(session, path);
   } else {
     session.form.combo1.setText(path);
@@ -80,7 +80,8 @@ void BrowseAnswerFile(Session& session) {
 void BrowseDrivers(Session& session) {
   Form1& form = session.form;
   const std::string folder = session.platform.dialogs.chooseFolder(
-      String(session, kTextBrowseTitle), FromProgram(session, form.text[kDriverFolder].text()));
+      String(session, kTextBrowseTitle),
+      FromProgram(session.paths, form.text[kDriverFolder].text()));
   if (!folder.empty()) {
     form.text[kDriverFolder].setText(RelativeToProgram(session, folder));
   } else if (form.text[kDriverFolder].text().empty()) {

@@ -27,7 +27,8 @@ bool Agreed(Session& session, const std::string& question) {
 }
 
 void EndTools(Session& session) {
-  for (const char* tool : {"wimlib-imagex.exe", "ghost.exe", "dism.exe"}) {
+  for (const std::string& tool :
+       {ToolName(Tool::kImaging), ToolName(Tool::kGhost), std::string("dism.exe")}) {
     KillProcessByName(session, tool);
   }
 }

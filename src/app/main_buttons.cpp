@@ -71,10 +71,8 @@ bool SearchDrives(Session& session) {
 }
 
 void ShowEditionDetails(Session& session) {
-  Form1& form = session.form;
-  const auto& lines = form.combo[kEditionDetails].items();
-  const auto chosen = static_cast<std::size_t>(form.combo[kEditions].selected());
-  form.details.setText(chosen < lines.size() ? lines[chosen] : std::string());
+  const WimImageInfo* edition = ChosenEdition(session);
+  session.form.details.setText(edition == nullptr ? std::string() : edition->detailText);
 }
 
 }  // namespace pavoline

@@ -14,7 +14,7 @@ std::string ChooseSettingsFile(Session& session) {
   if (!value.untold.empty()) return UntoldText(session, named, value);
   Files& files = session.platform.files;
   // The program's folder is not the current one yet.
-  const std::string path = FromProgram(session, value.text);
+  const std::string path = FromProgram(session.paths, value.text);
   const bool rooted = path.starts_with('\\') || path.find(':') == 1;
   const std::string full = files.fullPath(rooted ? path : session.paths.appDir + "\\" + path);
   session.paths.settingsPath = full;

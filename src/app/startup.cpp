@@ -81,16 +81,12 @@ bool ChooseImageTool(Session& session) {
   Files& files = session.platform.files;
   const bool x64 =
       environment.is64BitProcess() || files.exists(environment.variable("windir") + "\\SysWOW64");
-  const std::string arch = x64 ? "x64" : "x86";
-  const std::string tool =
-      session.paths.binDir + "\\wimlib-imagex\\" + arch + "\\wimlib-imagex.exe";
-  if (!files.exists(tool)) {
+  session.paths.imageToolArch = x64 ? "x64" : "x86";
+  if (!files.exists(ImageToolPath(session.paths))) {
     return RefuseToStart(session,
                          {String(session, kTextToolMissing), String(session, kTextInformation),
                           kInformationMessage, ExitCode::kToolMissing});
   }
-  session.paths.imageToolPath = tool;
-  session.paths.imageToolArch = arch;
   return true;
 }
 
@@ -137,7 +133,7 @@ void ApplySwitches(Session& session) {
   }
   // Without its switch an unattended run never formats, whatever the settings file says. A Ghost
   // image has taken the choice away, since a restore always overwrites.
-  if (KindOf(form.combo1.text()) != ImageKind::kGho) {
+  if (SourceKindOf(form.combo1.text()).installedBy != InstalledBy::kGhostProgram) {
     form.check[kDoNotFormat].setValue(line.formatInstallPartition ? 0 : 1);
   }
   // A source that is not there leaves the box locked; opened, it lets the auto-start check press

@@ -48,12 +48,12 @@ PreparedPartitions FindPrepared(const Session& session, const DiskPreparation& p
   const std::string style = preparation.layout == DiskLayout::kUefi ? "GPT" : "MBR";
   PreparedPartitions found;
   for (const PartitionEntry& entry : session.partitions) {
-    if (entry.diskNumber() != static_cast<int>(preparation.disk.number) + 1) continue;
-    if (entry.style() != style || entry.drive().empty() || entry.fileSystem().empty()) continue;
+    if (entry.diskNumber != static_cast<int>(preparation.disk.number) + 1) continue;
+    if (entry.style != style || entry.drive.empty() || entry.fileSystem.empty()) continue;
     if (IsBootCandidate(entry)) {
-      found.boot = entry.drive();
+      found.boot = entry.drive;
     } else if (IsInstallCandidate(entry)) {
-      found.install = entry.drive();
+      found.install = entry.drive;
     }
   }
   return found;

@@ -13,10 +13,10 @@ std::optional<LetterlessBoot> FindLetterlessBoot(Session& session,
   const PartitionEntry* found = LetterlessBootEntry(session, installDrive);
   const std::string letter = GetULetter(DriveList(session, 0));
   if (found == nullptr || letter.empty()) return std::nullopt;
-  const std::string address = found->address();
+  const std::string address = found->address;
   const auto colon = address.find(':');
   if (colon == std::string::npos) return std::nullopt;
-  return LetterlessBoot{static_cast<std::uint32_t>(found->diskNumber()),
+  return LetterlessBoot{static_cast<std::uint32_t>(found->diskNumber),
                         static_cast<std::uint32_t>(LeadingNumber(address.substr(colon + 1))),
                         letter + ":"};
 }

@@ -10,10 +10,7 @@ namespace pavoline {
 
 std::optional<std::vector<std::string>> RunLister(Session& session, const std::string& argument,
                                                   const std::string& base) {
-  RunBatch(session,
-           BatchPath(session, session.paths.appDir) + "\\Bin\\CxDir\\" +
-               session.paths.imageToolArch + "\\CxDir.exe " + argument,
-           base);
+  RunBatch(session, BatchTool(session, Tool::kLister) + " " + argument, base);
   if (Interrupted(session)) return std::nullopt;
   const std::string path = TempFile(session, base + ".log");
   const auto log = session.platform.files.read(path);

@@ -11,7 +11,7 @@
 namespace pavoline {
 namespace {
 
-constexpr char kGhostVersionWithoutProgram[] = "12.0.0.10531";
+constexpr double kGhostBuildWithoutProgram = 10531;
 // Later builds of the Ghost program number disks and partitions another way.
 constexpr double kLastBuildWithOldAddresses = 10517;
 constexpr std::size_t kShortestAddress = 3;  // "1:1"
@@ -20,11 +20,8 @@ constexpr std::size_t kInstallFields = 7;  // fields that a row or a filter read
 constexpr std::size_t kBootFields = 9;
 
 double GhostBuild(Session& session) {
-  const std::string program =
-      session.paths.binDir + "\\Ghost\\" + session.paths.imageToolArch + "\\ghost.exe";
-  auto numbers = Split(session.platform.files.fileVersion(program), ".");
-  if (numbers.size() < 4) numbers = Split(kGhostVersionWithoutProgram, ".");
-  return LeadingNumber(numbers[3]);
+  const auto ghost = FindGhostProgram(session.platform.files, session.paths);
+  return ghost && ghost->build ? *ghost->build : kGhostBuildWithoutProgram;
 }
 
 // The line with its address, and whatever else reads like it, replaced by the one that follows
@@ -33,9 +30,9 @@ double GhostBuild(Session& session) {
 // moment. A drive that lies on no partition keeps the lister's address.
 std::string Readdressed(Session& session, const std::string& line) {
   const PartitionEntry entry{line};
-  const std::string address = entry.address();
+  const std::string address = entry.address;
   if (address.size() < kShortestAddress) return line;
-  const auto position = session.platform.drives.position(entry.drive());
+  const auto position = session.platform.drives.position(entry.drive);
   if (!position) return line;
   return ReplaceAll(line, address,
                     std::to_string(position->disk) + ":" + std::to_string(position->partition));
@@ -45,7 +42,7 @@ std::vector<PartitionEntry> Entries(Session& session, const std::vector<std::str
   const bool readdress = GhostBuild(session) > kLastBuildWithOldAddresses;
   std::vector<PartitionEntry> entries;
   for (const std::string& line : lines) {
-    entries.push_back({readdress ? Readdressed(session, line) : line});
+    entries.emplace_back(readdress ? Readdressed(session, line) : line);
   }
   return entries;
 }
@@ -61,15 +58,15 @@ const std::string& ChosenBefore(const TextBox& field) {
 
 // The drive chosen before when it is offered; else the first row on the wanted disk, 0 being none;
 // else the first row.
-std::string DefaultDrive(const std::vector<PartitionRow>& rows, const std::string& before,
+std::string DefaultDrive(const std::vector<PartitionEntry>& rows, const std::string& before,
                          int wantedDisk) {
-  for (const PartitionRow& row : rows) {
-    if (SameLetter(row.drive(), before)) return row.drive();
+  for (const PartitionEntry& row : rows) {
+    if (SameLetter(row.drive, before)) return row.drive;
   }
-  for (const PartitionRow& row : rows) {
-    if (wantedDisk != 0 && row.diskNumber == wantedDisk) return row.drive();
+  for (const PartitionEntry& row : rows) {
+    if (wantedDisk != 0 && row.diskNumber == wantedDisk) return row.drive;
   }
-  return rows.empty() ? std::string() : rows.front().drive();
+  return rows.empty() ? std::string() : rows.front().drive;
 }
 
 // The disk that the program runs from, which is the technician's and not to be installed to.
@@ -90,17 +87,17 @@ bool ListPartitions(Session& session) {
   return !session.partitions.empty();
 }
 
-std::vector<PartitionRow> Rows(Session& session, bool install) {
-  std::vector<PartitionRow> rows;
+std::vector<PartitionEntry> Rows(Session& session, bool install) {
+  std::vector<PartitionEntry> rows;
   for (const PartitionEntry& entry : session.partitions) {
-    if (entry.drive().empty()) continue;  // without a letter it can't be chosen
+    if (entry.drive.empty()) continue;  // without a letter it can't be chosen
     if (!(install ? IsInstallCandidate(entry) : IsBootCandidate(entry))) continue;
-    const bool removable = session.platform.drives.type(entry.drive()) == kDriveRemovable;
+    const bool removable = session.platform.drives.type(entry.drive) == kDriveRemovable;
     if (removable && !session.options.usbPartition) continue;
-    rows.push_back(RowOf(entry));
+    rows.push_back(entry);
   }
   const int ours = ProgramDisk(session);
-  std::stable_partition(rows.begin(), rows.end(), [&](const PartitionRow& row) {
+  std::stable_partition(rows.begin(), rows.end(), [&](const PartitionEntry& row) {
     return ours == 0 || row.diskNumber != ours;
   });
   return rows;
@@ -109,17 +106,17 @@ std::vector<PartitionRow> Rows(Session& session, bool install) {
 const PartitionEntry* EntryOf(const Session& session, const std::string& drive) {
   for (const PartitionEntry& entry : session.partitions) {
     // By its drive, not by any text in it: a label may well hold another drive's name.
-    if (!entry.drive().empty() && LowerAscii(entry.drive()) == LowerAscii(drive)) return &entry;
+    if (!entry.drive.empty() && LowerAscii(entry.drive) == LowerAscii(drive)) return &entry;
   }
   return nullptr;
 }
 
 std::string Describe(const Session& session, const PartitionEntry& entry) {
-  const std::string label = entry.label().empty() ? More(session, kMoreNoLabel) : entry.label();
+  const std::string label = entry.label.empty() ? More(session, kMoreNoLabel) : entry.label;
   std::string text = More(session, kMoreVolumeFacts);
-  text = ReplaceAll(text, "%size%", entry.size());
-  text = ReplaceAll(text, "%fs%", entry.fileSystem());
-  text = ReplaceAll(text, "%disk%", entry.disk());
+  text = ReplaceAll(text, "%size%", entry.size);
+  text = ReplaceAll(text, "%fs%", entry.fileSystem);
+  text = ReplaceAll(text, "%disk%", entry.disk);
   return ReplaceAll(text, "%label%", label);  // last: a label may hold anything
 }
 
@@ -134,30 +131,25 @@ bool GetPart(Session& session) {
 // Only sizes given in GB count, and only above 1: smaller partitions hold no system. The lister
 // gives every size from 1 GB on in GB.
 bool IsInstallCandidate(const PartitionEntry& entry) {
-  if (entry.fieldCount() < kInstallFields) return false;
-  return Contains(entry.size(), "GB") && entry.kind() != "EFI" &&
-         LeadingNumber(ReplaceAll(entry.size(), "GB", "")) > 1;
+  if (entry.fieldCount < kInstallFields) return false;
+  return Contains(entry.size, "GB") && entry.kind != "EFI" &&
+         LeadingNumber(ReplaceAll(entry.size, "GB", "")) > 1;
 }
 
 bool IsBootCandidate(const PartitionEntry& entry) {
-  if (entry.fieldCount() < kBootFields) return false;
-  return (entry.style() == "GPT" && entry.kind() == "EFI") ||
-         (entry.style() == "MBR" && entry.kind() == "Primary" && entry.active());
-}
-
-PartitionRow RowOf(const PartitionEntry& entry) {
-  return {{entry.drive(), entry.label(), entry.disk(), entry.fileSystem(), entry.size()},
-          entry.diskNumber()};
+  if (entry.fieldCount < kBootFields) return false;
+  return (entry.style == "GPT" && entry.kind == "EFI") ||
+         (entry.style == "MBR" && entry.kind == "Primary" && entry.active);
 }
 
 void FillPartitionList(Session& session, PartitionListKind kind) {
   const bool install = kind == PartitionListKind::kInstall;
-  std::vector<PartitionRow>& rows = install ? session.installRows : session.bootRows;
+  std::vector<PartitionEntry>& rows = install ? session.installRows : session.bootRows;
   rows = Rows(session, install);
   TextBox& field = session.form.text[install ? kInstallPartition : kBootPartition];
   const PartitionEntry* target =
       install ? nullptr : EntryOf(session, session.form.text[kInstallPartition].text());
-  field.setText(DefaultDrive(rows, ChosenBefore(field), target ? target->diskNumber() : 0));
+  field.setText(DefaultDrive(rows, ChosenBefore(field), target ? target->diskNumber : 0));
 }
 
 bool RefreshPartitions(Session& session) {
@@ -183,23 +175,23 @@ bool RefreshPartitions(Session& session) {
 
 std::optional<TargetVolume> FindVolume(Session& session, const std::string& drive) {
   const PartitionEntry* entry = EntryOf(session, drive);
-  if (entry == nullptr || entry->address().empty()) return std::nullopt;
+  if (entry == nullptr || entry->address.empty()) return std::nullopt;
   return TargetVolume{drive,
-                      entry->address(),
-                      entry->label(),
-                      entry->size(),
-                      entry->fileSystem(),
-                      entry->disk(),
+                      entry->address,
+                      entry->label,
+                      entry->size,
+                      entry->fileSystem,
+                      entry->disk,
                       session.platform.drives.facts(drive)};
 }
 
 const PartitionEntry* LetterlessBootEntry(const Session& session, const std::string& installDrive) {
   const PartitionEntry* target = EntryOf(session, installDrive);
-  if (target == nullptr || target->diskNumber() == 0) return nullptr;
+  if (target == nullptr || target->diskNumber == 0) return nullptr;
   const PartitionEntry* found = nullptr;
   for (const PartitionEntry& entry : session.partitions) {
-    if (!IsBootCandidate(entry) || entry.diskNumber() != target->diskNumber()) continue;
-    if (found != nullptr || !entry.drive().empty()) return nullptr;
+    if (!IsBootCandidate(entry) || entry.diskNumber != target->diskNumber) continue;
+    if (found != nullptr || !entry.drive.empty()) return nullptr;
     found = &entry;
   }
   return found;

@@ -15,8 +15,6 @@ enum class PartitionListKind { kInstall, kBoot };
 // empty one, could be had in two tries; without its log the list stays.
 bool GetPart(Session& session);
 
-PartitionRow RowOf(const PartitionEntry& entry);
-
 bool IsInstallCandidate(const PartitionEntry& entry);
 bool IsBootCandidate(const PartitionEntry& entry);
 

@@ -55,7 +55,7 @@ StepResult Finish(Session& session, ApplyRun& run) {
 
 StepResult Fail(Session& session, ApplyRun& run) {
   session.form.timer1.setEnabled(false);
-  Journal(session, "wimlib-imagex.exe has ended before its work was done");
+  Journal(session, ToolName(Tool::kImaging) + " has ended before its work was done");
   const Failure failure = ImagingFailure(session, run.tool->lastWords(session));
   run.tool->close(session);
   return StepResult::Failed(failure);

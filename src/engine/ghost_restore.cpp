@@ -34,7 +34,7 @@ std::string GhostCommand(Session& session, const Plan& plan) {
 
 // Looks for the progress window of the program that was started, and hides the console that it runs
 // in, which bears the program's short path as its title.
-ForeignWindow FindGhostWindow(Session& session, GhostRun& run) {
+ForeignWindow FindGhostWindow(Session& session, const Plan& plan, GhostRun& run) {
   ForeignWindows& windows = session.platform.windows;
   ForeignWindow found = 0;
   for (const ForeignWindow window : windows.listByClass("GhostScreen")) {
@@ -43,8 +43,7 @@ ForeignWindow FindGhostWindow(Session& session, GhostRun& run) {
     found = window;
     break;
   }
-  const std::string title =
-      ReplaceAll(ShortPath(session, GhostFolder(session) + "\\Ghost.exe"), "\"", "");
+  const std::string title = ReplaceAll(ShortPath(session, plan.ghostProgram), "\"", "");
   const ForeignWindow console = title.empty() ? 0 : windows.findByTitle(title);
   if (console != 0) windows.hide(console);
   return found;
@@ -58,7 +57,7 @@ StepResult Fail(Session& session, GhostRun& run) {
 }
 
 StepResult AwaitGhost(Session& session, const Plan& plan, GhostRun& run) {
-  run.window = FindGhostWindow(session, run);
+  run.window = FindGhostWindow(session, plan, run);
   if (run.window == 0) {
     const bool over =
         !run.tool->starterRuns() && run.tool->look(session) != FollowedProgram::Sign::kWorks;
@@ -116,26 +115,16 @@ StepResult FollowGhost(Session& session, GhostRun& run) {
 
 }  // namespace
 
-std::string GhostFolder(const Session& session) {
-  return session.paths.appDir + "\\Bin\\Ghost\\" + session.paths.imageToolArch;
-}
-
-std::optional<double> GhostBuild(Session& session) {
-  const std::string path = GhostFolder(session) + "\\ghost.exe";
-  const auto parts = Split(session.platform.files.fileVersion(path), ".");
-  if (parts.size() < 4 || !IsNumeric(parts[3])) return std::nullopt;
-  return LeadingNumber(parts[3]);
-}
-
 std::string GhostMissingMessage(Session& session) {
   return ReplaceAll(String(session, kTextGhostMissing), "%f%",
-                    GhostFolder(session) + "\\ghost.exe");
+                    ToolPath(session.paths, Tool::kGhost));
 }
 
 StepResult GhoSetup(Session& session, const Plan& plan, GhostRun& run) {
   Form1& form = session.form;
   run.strangers = session.platform.windows.listByClass("GhostScreen");
-  run.tool = StartProgram(session, GhostCommand(session, plan), {"ghost", "ghost.exe", ""});
+  run.tool =
+      StartProgram(session, GhostCommand(session, plan), {"ghost", ToolName(Tool::kGhost), ""});
   if (!run.tool) return Fail(session, run);
   form.timer2.setInterval(kGhostWaitInterval);
   form.timer2.setEnabled(true);

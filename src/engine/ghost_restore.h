@@ -13,11 +13,6 @@
 
 namespace pavoline {
 
-// The Ghost program's folder, and the fourth part of its version; nothing for a program without a
-// four-part version.
-std::string GhostFolder(const Session& session);
-std::optional<double> GhostBuild(Session& session);
-
 // Says that the Ghost program is missing or useless, and where it was looked for.
 std::string GhostMissingMessage(Session& session);
 

@@ -19,12 +19,10 @@ std::string PartWords(Session& session, const Plan& plan) {
   return words;
 }
 
-// The quote closes behind the program's folder and the path goes on; the interpreter joins them.
 // The blank behind the drive's backslash stands even without options.
 std::string ApplyLine(Session& session, const Plan& plan, const std::string& source) {
-  return BatchPath(session, session.paths.appDir) + "\\Bin\\wimlib-imagex\\" +
-         session.paths.imageToolArch + "\\wimlib-imagex.exe apply " + BatchPath(session, source) +
-         " " + std::to_string(plan.edition) + " " + plan.target.drive + "\\ " + plan.apply.options +
+  return BatchTool(session, Tool::kImaging) + " apply " + BatchPath(session, source) + " " +
+         std::to_string(plan.edition) + " " + plan.target.drive + "\\ " + plan.apply.options +
          PartWords(session, plan) + " >" + LogPath(session);
 }
 
@@ -50,7 +48,7 @@ StepResult WimSetup(Session& session, const Plan& plan, const std::string& sourc
   // The monitor finds a log on its first tick, even before the tool has opened it.
   if (WriteNewFile(session, LogPath(session), "\r\n")) {
     run.tool = StartBatch(session, ApplyLine(session, plan, source),
-                          {"apply", "wimlib-imagex.exe", LogPath(session)});
+                          {"apply", ToolName(Tool::kImaging), LogPath(session)});
   }
   if (!run.tool) return StepResult::Failed(ImagingFailure(session, ""));
   session.form.timer1.setEnabled(true);

@@ -30,7 +30,9 @@ std::string Folder(const Plan& plan) { return plan.target.drive + "\\System Volu
 
 }  // namespace
 
-bool IsCopied(const Plan& plan) { return plan.apply.wimcopy && plan.kind == ImageKind::kWim; }
+bool IsCopied(const Plan& plan) {
+  return plan.apply.wimcopy && SourceKindOf(plan.kind).backsRunning;
+}
 
 std::string WimbootCopyPath(const Plan& plan) { return Folder(plan) + "\\Install.wim"; }
 

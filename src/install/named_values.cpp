@@ -14,7 +14,7 @@ std::string ResolvePath(Session& session, std::string& path, const std::string& 
   if (!filled.untold.empty()) return UntoldText(session, path, filled);
   const bool ofCommandLine = path == named;
   Files& files = session.platform.files;
-  path = files.fullPath(FromProgram(session, filled.text));
+  path = files.fullPath(FromProgram(session.paths, filled.text));
   if (!ofCommandLine || files.exists(path)) return {};
   return ReplaceAll(More(session, kMoreNamedMissing), "%f%", path);
 }

@@ -32,7 +32,7 @@ StepResult Refused(Session& session, const std::string& text) {
 // Another set under the same name counts as lacking as well: its parts are not those of the plan.
 std::string SplitPartLacking(Session& session, const Plan& plan) {
   Files& files = session.platform.files;
-  if (plan.kind != ImageKind::kSwm) return {};
+  if (!IsSplit(plan)) return {};
   const bool same = FurtherParts(files, plan.source) == plan.furtherParts;
   return same ? LackingPart(files, plan.source) : plan.source;
 }

@@ -81,7 +81,7 @@ void CopyIntoFolder(Session& session) {
   if (!value.untold.empty()) {
     return Journal(session, "record not copied: no " + value.untold + " for " + asked);
   }
-  std::string folder = session.platform.files.fullPath(FromProgram(session, value.text));
+  std::string folder = session.platform.files.fullPath(FromProgram(session.paths, value.text));
   // It would end the quotes in which it stands below.
   if (Contains(folder, "\"")) return Journal(session, "record not copied: no folder: " + folder);
   while (folder.ends_with('\\')) folder.pop_back();

@@ -47,22 +47,14 @@ Checked EditionChosen(Session& session, Plan& plan) {
   return Because(String(session, kTextNoEdition));
 }
 
-// The program named in the details of the chosen line, "Path:.\Bin\Ghost\x64\Ghost.exe".
-std::string ChosenGhost(const Session& session, const Plan& plan) {
-  const auto& details = session.form.combo[kEditionDetails].items();
-  const auto chosen = static_cast<std::size_t>(plan.edition - 1);
-  if (chosen >= details.size()) return {};
-  return ReplaceAll(details[chosen], "Path:.", session.paths.appDir);
-}
-
 Checked GhostPresent(Session& session, Plan& plan) {
   if (!IsGhost(plan)) return {};
-  plan.ghostProgram = ChosenGhost(session, plan);
-  const auto build = GhostBuild(session);
-  if (plan.ghostProgram.empty() || !build) {
+  const auto ghost = FindGhostProgram(session.platform.files, session.paths);
+  if (!session.ghost || !ghost || !ghost->build) {
     return Refusal{GhostMissingMessage(session), ExitCode::kToolMissing};
   }
-  plan.ghostBuild = *build;
+  plan.ghostProgram = ghost->path;
+  plan.ghostBuild = *ghost->build;
   // The program's own list of arguments is cut at commas.
   if (Contains(plan.source + ShortPath(session, plan.source), ",")) {
     return Because(More(session, kMoreGhostComma));
@@ -134,7 +126,7 @@ Checked NothingElseIsLost(Session& session, Plan& plan) {
 
 // What would stop the imaging program after the formatting.
 Checked ToolAndImageUsable(Session& session, Plan& plan) {
-  if (!IsGhost(plan) && !session.platform.files.exists(session.paths.imageToolPath)) {
+  if (!IsGhost(plan) && !session.platform.files.exists(ImageToolPath(session.paths))) {
     return Refusal{String(session, kTextToolMissing), ExitCode::kToolMissing};
   }
   if (session.platform.files.shortPath(plan.source).empty()) {
@@ -144,7 +136,7 @@ Checked ToolAndImageUsable(Session& session, Plan& plan) {
 }
 
 Checked SplitImageUsable(Session& session, Plan& plan) {
-  if (plan.kind != ImageKind::kSwm) return {};
+  if (!IsSplit(plan)) return {};
   Files& files = session.platform.files;
   // A system that keeps running from its image needs that in one file.
   if (plan.apply.options == kWimbootOption) return Because(More(session, kMoreSplitWimboot));
@@ -166,7 +158,7 @@ Checked AnswerFileMarked(Session& session, Plan& plan) {
 }
 
 bool ForGhost(Session&, const Plan& plan) { return IsGhost(plan); }
-bool IsSplit(Session&, const Plan& plan) { return plan.kind == ImageKind::kSwm; }
+bool ForSplit(Session&, const Plan& plan) { return IsSplit(plan); }
 bool HasAnswerFile(Session& session, const Plan& plan) {
   return !plan.answerFile.empty() && session.platform.files.exists(plan.answerFile);
 }
@@ -192,7 +184,7 @@ constexpr StartCheck kChecks[] = {
     {FindTarget, kMoreInstallListed},
     {NothingElseIsLost, kMoreNothingLost},
     {ToolAndImageUsable, kMoreToolUsable},
-    {SplitImageUsable, kMoreSplitUsable, IsSplit},
+    {SplitImageUsable, kMoreSplitUsable, ForSplit},
     {AnswerFileMarked, kMoreAnswerFileMarked, HasAnswerFile},
 };
 

@@ -23,13 +23,12 @@ constexpr float kFirstNewLoader = 5.3f;
 constexpr float kLastOldLoader = 5.2f;
 
 // The program's own copy of a tool, else the running system's; empty when neither is there.
-std::string ToolPath(Session& session, const std::string& name) {
+std::string BootTool(Session& session, Tool tool) {
   Files& files = session.platform.files;
-  const std::string own =
-      session.paths.appDir + "\\Bin\\Boot\\" + session.paths.imageToolArch + "\\" + name;
+  const std::string own = ToolPath(session.paths, tool);
   if (files.exists(own)) return own;
   const std::string system =
-      session.platform.environment.variable("windir") + "\\System32\\" + name;
+      session.platform.environment.variable("windir") + "\\System32\\" + ToolName(tool);
   return files.exists(system) ? system : std::string();
 }
 
@@ -67,7 +66,7 @@ std::vector<std::string> WindowsDrives(Session& session) {
   std::vector<std::string> drives;
   const auto& partitions = session.partitions;
   std::for_each(partitions.rbegin(), partitions.rend(), [&](const PartitionEntry& entry) {
-    const std::string drive = entry.drive();
+    const std::string drive = entry.drive;
     if (drive.empty() || drive == kEnvironmentDrive) return;
     if (HoldsWindows(session, drive)) drives.push_back(drive);
   });
@@ -118,7 +117,7 @@ float VersionOnAnyPartition(Session& session, float version) {
 }
 
 void WriteBootSector(Session& session, const std::string& bootDrive, float version) {
-  const std::string bootsect = ToolPath(session, "bootsect.exe");
+  const std::string bootsect = BootTool(session, Tool::kBootsect);
   session.form.status.setText(String(session, kTextBootSector));
   if (bootsect.empty()) {
     Journal(session, "no boot sector: bootsect.exe is missing");
@@ -129,7 +128,7 @@ void WriteBootSector(Session& session, const std::string& bootDrive, float versi
 }
 
 bool WriteForJob(Session& session, const BootJob& job) {
-  const std::string bcdboot = ToolPath(session, "bcdboot.exe");
+  const std::string bcdboot = BootTool(session, Tool::kBcdboot);
   const std::string language = BootLanguage(session, job);
   const std::vector<std::string> systems =
       job.everyWindows ? WindowsDrives(session) : std::vector<std::string>{job.systemDrive};
@@ -144,11 +143,11 @@ bool WriteForJob(Session& session, const BootJob& job) {
 }  // namespace
 
 bool AnythingToRepair(Session& session) {
-  return !ToolPath(session, "bcdboot.exe").empty() && !WindowsDrives(session).empty();
+  return !BootTool(session, Tool::kBcdboot).empty() && !WindowsDrives(session).empty();
 }
 
 bool BootToolsPresent(Session& session) {
-  return !ToolPath(session, "bcdboot.exe").empty() && !ToolPath(session, "bootsect.exe").empty();
+  return !BootTool(session, Tool::kBcdboot).empty() && !BootTool(session, Tool::kBootsect).empty();
 }
 
 bool CallBootMbr(Session& session, const BootJob& job, float version) {

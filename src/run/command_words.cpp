@@ -15,6 +15,10 @@ std::string BatchPath(Session& session, const std::string& path) {
   return ReplaceAll(ShortPath(session, path), "%", "%%");
 }
 
+std::string BatchTool(Session& session, Tool tool) {
+  return BatchPath(session, session.paths.appDir) + ToolBelowProgram(session.paths, tool);
+}
+
 std::string CommandWord(const std::string& path) {
   const bool bare = path.find_first_of(" \t&()^=;,!|<>%") == std::string::npos;
   if (bare) return path;

@@ -5,7 +5,7 @@
 
 #include "platform/drives.h"
 #include "session/options.h"
-#include "session/records.h"
+#include "session/source_kinds.h"
 
 namespace pavoline {
 
@@ -51,7 +51,12 @@ struct Plan {
   bool restart = false;
 };
 
-// The Ghost program overwrites the partition itself, formatted or not.
-inline bool IsGhost(const Plan& plan) { return plan.kind == ImageKind::kGho; }
+inline bool IsGhost(const Plan& plan) {
+  return SourceKindOf(plan.kind).installedBy == InstalledBy::kGhostProgram;
+}
+// The source is the first file of several.
+inline bool IsSplit(const Plan& plan) {
+  return SourceKindOf(plan.kind).readBy == ReadBy::kFirstPart;
+}
 
 }  // namespace pavoline

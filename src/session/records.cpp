@@ -5,24 +5,17 @@
 
 namespace pavoline {
 
-ImageKind KindOf(const std::string& path) {
-  const std::string end = LastFourLower(path);
-  if (end == ".wim") return ImageKind::kWim;
-  if (end == ".esd") return ImageKind::kEsd;
-  if (end == ".iso") return ImageKind::kIso;
-  if (end == ".gho") return ImageKind::kGho;
-  if (end == ".swm") return ImageKind::kSwm;
-  return ImageKind::kNone;
+PartitionEntry::PartitionEntry(std::string listed) : line(std::move(listed)) {
+  std::vector<std::string> fields = Split(line, "\t");
+  fieldCount = fields.size();
+  fields.resize(9);
+  active = fields[8] == "1";
+  int place = 0;
+  for (std::string* field : {&address, &drive, &size, &fileSystem, &kind, &disk, &label, &style}) {
+    *field = std::move(fields[static_cast<std::size_t>(place++)]);
+  }
+  diskNumber = LeadingInteger16(address);
 }
-
-std::string PartitionEntry::field(std::size_t n) const {
-  const auto fields = Split(line, "\t");
-  return n < fields.size() ? fields[n] : std::string();
-}
-
-int PartitionEntry::diskNumber() const { return LeadingInteger16(address()); }
-
-std::size_t PartitionEntry::fieldCount() const { return Split(line, "\t").size(); }
 
 const std::string* PluginTable::find(const std::string& name) const {
   for (const auto& [key, command] : entries_) {

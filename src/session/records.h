@@ -8,10 +8,6 @@
 // What the steps of an installation hand to each other.
 namespace pavoline {
 
-// What a source path is, told by its last four characters.
-enum class ImageKind { kNone, kWim, kEsd, kIso, kGho, kSwm };
-ImageKind KindOf(const std::string& path);
-
 // One image of a WIM or ESD file.
 struct WimImageInfo {
   int index = 0;  // from 1
@@ -22,23 +18,23 @@ struct WimImageInfo {
   std::string listText, detailText;  // its lines in the edition list and the detail list
 };
 
-// One line of the partition lister, fields separated by tabs.
+// One line of the partition lister, taken to pieces at its tabs. What a short line lacks is empty.
 struct PartitionEntry {
-  std::string line;
+  PartitionEntry() = default;
+  PartitionEntry(std::string listed);
 
-  // Field n counted from 0; empty when the line is shorter.
-  std::string field(std::size_t n) const;
-  std::size_t fieldCount() const;
-  std::string address() const { return field(0); }  // as the Ghost program writes it, "1:2"
-  int diskNumber() const;                           // from 1; 0 when the address names none
-  std::string drive() const { return field(1); }    // "D:"
-  std::string size() const { return field(2); }
-  std::string fileSystem() const { return field(3); }
-  std::string kind() const { return field(4); }  // "Primary", "EFI", ...
-  std::string disk() const { return field(5); }
-  std::string label() const { return field(6); }
-  std::string style() const { return field(7); }  // "MBR" or "GPT"
-  bool active() const { return field(8) == "1"; }
+  std::string line;  // the whole
+  std::size_t fieldCount = 0;
+  std::string address;  // as the Ghost program writes it, "1:2"
+  int diskNumber = 0;   // from 1; 0 when the address names none
+  std::string drive;    // "D:"
+  std::string size;     // "465.76GB"
+  std::string fileSystem;
+  std::string kind;  // "Primary", "EFI", ...
+  std::string disk;  // its model
+  std::string label;
+  std::string style;  // "MBR" or "GPT"
+  bool active = false;
 };
 
 // Plug-ins by name in the order found, each with its command line.
@@ -52,13 +48,6 @@ class PluginTable {
 
  private:
   std::vector<std::pair<std::string, std::string>> entries_;
-};
-
-// A partition offered in a chooser: drive, label, disk, file system, size.
-struct PartitionRow {
-  std::vector<std::string> columns;
-  int diskNumber = 0;  // from 1
-  const std::string& drive() const { return columns.front(); }
 };
 
 // An image found by the search.

@@ -97,23 +97,20 @@ void Journal(Session& session, const std::string& text) {
 void ReturnToIdle(Session& session) {
   ControlStatus(session.form, session.texts, true);
   // Not formatting is no choice for a Ghost image; the source selection keeps the box's value.
-  if (KindOf(session.form.combo1.text()) == ImageKind::kGho) {
+  if (SourceKindOf(session.form.combo1.text()).installedBy == InstalledBy::kGhostProgram) {
     session.form.check[kDoNotFormat].setEnabled(false);
   }
 }
 
-std::string EditionLanguage(const Session& session) {
-  const int chosen = session.form.combo[kEditions].selected();
-  if (chosen >= 0 && chosen < static_cast<int>(session.editions.size())) {
-    const auto& language = session.editions[static_cast<std::size_t>(chosen)].language;
-    if (IsLanguageTag(language)) return language;
-  }
-  return session.fallbackLanguage;
+const WimImageInfo* ChosenEdition(const Session& session) {
+  const auto chosen = static_cast<std::size_t>(session.form.combo[kEditions].selected());
+  return chosen < session.editions.size() ? &session.editions[chosen] : nullptr;
 }
 
-std::string FromProgram(const Session& session, const std::string& path) {
-  const std::string full = ReplaceAll(path, "%App.Path%", session.paths.appDir);
-  return full.starts_with(".\\") ? session.paths.appDir + full.substr(1) : full;
+std::string EditionLanguage(const Session& session) {
+  const WimImageInfo* edition = ChosenEdition(session);
+  if (edition != nullptr && IsLanguageTag(edition->language)) return edition->language;
+  return session.fallbackLanguage;
 }
 
 }  // namespace pavoline

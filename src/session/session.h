@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,21 +12,13 @@
 #include "platform/platform.h"
 #include "session/activity.h"
 #include "session/exit_code.h"
+#include "session/ghost_program.h"
 #include "session/options.h"
 #include "session/plan.h"
+#include "session/program_paths.h"
 #include "session/records.h"
 
 namespace pavoline {
-
-// Where the program's own files lie and which build of the tools it uses. No trailing backslashes.
-struct ProgramPaths {
-  std::string appDir, appParentDir, binDir;
-  std::string settingsPath;   // AppDir\Pavoline.ini, or the file that the command line names
-  std::string journal;        // the file that took the last line; empty: none could
-  std::string langFile;       // the language file in use
-  std::string imageToolPath;  // wimlib-imagex.exe
-  std::string imageToolArch;  // "x64" or "x86", the folder name of every tool
-};
 
 struct Installation;
 
@@ -44,8 +37,12 @@ struct RunState {
   std::string titleCaption;  // the window's plain title; an apply mode adds to it
 
   std::vector<PartitionEntry> partitions;
-  std::vector<PartitionRow> bootRows, installRows;
+  std::vector<PartitionEntry> bootRows, installRows;  // those offered in the choosers
+  // Line for line what the edition list shows. Of the Ghost program, which stands there in place of
+  // editions, only the texts are filled.
   std::vector<WimImageInfo> editions;
+  std::optional<GhostProgram>
+      ghost;  // the source is a Ghost image, and this was there to restore it
   // Language for boot files when the edition names none (or the source has no editions).
   std::string fallbackLanguage;
   PluginTable plugins;
@@ -118,12 +115,12 @@ void Journal(Session& session, const std::string& text);
 // Gives the window back to the person: captions, inputs, status line.
 void ReturnToIdle(Session& session);
 
+// Null: none is chosen.
+const WimImageInfo* ChosenEdition(const Session& session);
+
 // The language tag of the chosen edition, or the fallback; empty when neither is known. A tag that
 // holds anything but letters, digits and hyphens counts as unknown: it comes out of an image and
 // goes into command lines.
 std::string EditionLanguage(const Session& session);
-
-// A path of the settings or of a row: "%App.Path%" and ".\\" stand for the program's folder.
-std::string FromProgram(const Session& session, const std::string& path);
 
 }  // namespace pavoline

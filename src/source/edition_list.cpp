@@ -20,9 +20,7 @@ struct Description {
 };
 
 Description Describe(Session& session) {
-  const ProgramPaths& paths = session.paths;
-  const std::string command = BatchPath(session, paths.appDir) + "\\Bin\\wimlib-imagex\\" +
-                              paths.imageToolArch + "\\wimlib-imagex.exe info --xml " +
+  const std::string command = BatchTool(session, Tool::kImaging) + " info --xml " +
                               BatchPath(session, session.form.combo1.text());
   Description description;
   {
@@ -69,6 +67,18 @@ void Preselect(Session& session) {
 
 }  // namespace
 
+void ListEditions(Session& session, std::vector<WimImageInfo> editions) {
+  session.editions = std::move(editions);
+  Form1& form = session.form;
+  for (const WimImageInfo& edition : session.editions) {
+    form.combo[kEditions].addItem(edition.listText);
+    form.combo[kEditionDetails].addItem(edition.detailText);
+  }
+  if (!session.editions.empty()) {
+    form.combo[kEditions].setTooltip(session.editions.front().detailText);
+  }
+}
+
 void GetWimInfo(Session& session) {
   const Description description = Describe(session);
   if (session.form.unloaded() || session.sourceRun.changed) return;
@@ -81,12 +91,7 @@ void GetWimInfo(Session& session) {
             String(session, kTextError));
     return;
   }
-  for (WimImageInfo& image : ParseWimInfo(description.xml)) {
-    form.combo[kEditions].addItem(image.listText);
-    form.combo[kEditionDetails].addItem(image.detailText);
-    form.combo[kEditions].setTooltip(form.combo[kEditionDetails].items().front());
-    session.editions.push_back(std::move(image));
-  }
+  ListEditions(session, ParseWimInfo(description.xml));
   Journal(session, "images listed: " + std::to_string(session.editions.size()));
   Preselect(session);
 }

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <vector>
 
 #include "form/text_numbers.h"
@@ -18,10 +17,6 @@
 namespace pavoline {
 namespace {
 
-constexpr ImageKind kKinds[] = {ImageKind::kEsd, ImageKind::kWim, ImageKind::kGho, ImageKind::kSwm,
-                                ImageKind::kIso};
-// An ISO file in the root of a mounted ISO is no image to install from.
-constexpr std::span kMountedRootKinds = std::span(kKinds).first(4);
 constexpr char kDefaultFolders[] = "esd,gho,wim,iso,ghost";
 
 constexpr std::uint64_t kSmallestImage = 419'430'400;  // bytes; anything larger may be an image
@@ -45,52 +40,63 @@ void AddImage(Session& session, const std::string& path, const FileEntry& entry)
   ShowCount(session);
 }
 
-// The images of one folder by kind, in the order of the patterns; within a kind as listed.
+struct FolderImage {
+  FileEntry entry;
+  int place;  // of its kind
+};
+
+// An ISO file in the root of a mounted ISO is no image to install from.
+enum class Wanted { kAll, kUnmounted };
+
+// The images of one folder in the order of their kinds; within a kind as listed.
 struct FolderImages {
   Files& files;
   const std::string& base;
-  std::vector<FileEntry> ofKind[std::size(kKinds)] = {};
+  Wanted wanted;
+  std::vector<FolderImage> images = {};
 
   void take(FileEntry entry) {
-    const auto* kind = std::ranges::find(kKinds, KindOf(entry.name));
-    if (kind == std::end(kKinds)) return;
+    const SourceKind& kind = SourceKindOf(entry.name);
+    if (kind.readBy == ReadBy::kNothing) return;
+    if (wanted == Wanted::kUnmounted && kind.readBy == ReadBy::kMounting) return;
     // Its first part, which may be tiny, stands for all of a split image.
-    if (*kind == ImageKind::kSwm) entry.size = SplitImageSize(files, base + entry.name);
-    if (IsImage(entry)) ofKind[kind - std::begin(kKinds)].push_back(std::move(entry));
+    if (kind.readBy == ReadBy::kFirstPart) entry.size = SplitImageSize(files, base + entry.name);
+    if (IsImage(entry)) images.push_back({std::move(entry), kind.searchPlace});
   }
+  void sort() { std::ranges::stable_sort(images, {}, &FolderImage::place); }
 };
 
 // The first image becomes the source when that is asked for; the others go into the list.
-void Report(Session& session, const std::string& base, const FolderImages& images,
-            std::span<const ImageKind> kinds) {
-  for (std::size_t i = 0; i < kinds.size(); ++i) {
-    for (const FileEntry& entry : images.ofKind[i]) {
-      if (session.form.unloaded()) return;
-      if (!session.search.takeFirst) {
-        AddImage(session, base + entry.name, entry);
-        continue;
-      }
-      // Cleared first: the change reads the image, which handles events and may search again.
-      session.search.takeFirst = false;
-      session.form.combo1.setText(base + entry.name);
-      break;  // the rest of its kind is passed over
+void Report(Session& session, const std::string& base, const FolderImages& found) {
+  int taken = -1;  // the kind that the source came from: the rest of it is passed over
+  for (const auto& [entry, place] : found.images) {
+    if (session.form.unloaded()) return;
+    if (place == taken) continue;
+    if (!session.search.takeFirst) {
+      AddImage(session, base + entry.name, entry);
+      continue;
     }
+    // Cleared first: the change reads the image, which handles events and may search again.
+    session.search.takeFirst = false;
+    taken = place;
+    session.form.combo1.setText(base + entry.name);
   }
 }
 
 // Lists a folder once, for its images and, where `below` is given, for its subfolders.
 void Look(const FolderWalk& walk, const std::string& folder, std::vector<std::string>* below,
-          std::span<const ImageKind> kinds = kKinds) {
+          Wanted wanted = Wanted::kAll) {
   if (walk.ended()) return;
   const std::string base = WithBackslash(folder);
-  FolderImages images{walk.session.platform.files, base};
+  FolderImages images{walk.session.platform.files, base, wanted};
   walk.session.platform.files.list(base + "*.*", [&](const FileEntry& entry) {
     if (below != nullptr && IsSearchedFolder(entry)) below->push_back(base + entry.name);
     images.take(entry);
     walk.handleEvents();
     return !walk.ended();
   });
-  Report(walk.session, base, images, kinds);
+  images.sort();
+  Report(walk.session, base, images);
 }
 
 std::vector<std::string> CdDrives(Session& session) {
@@ -118,11 +124,10 @@ void SearchNamedFolders(const FolderWalk& walk) {
   }
 }
 
-void SearchLevels(const FolderWalk& walk, const std::vector<std::string>& roots,
-                  std::span<const ImageKind> rootKinds) {
+void SearchLevels(const FolderWalk& walk, const std::vector<std::string>& roots, Wanted inRoots) {
   std::vector<std::string> level, below;
   for (const std::string& root : roots) {
-    Look(walk, root + "\\", &level, rootKinds);
+    Look(walk, root + "\\", &level, inRoots);
   }
   constexpr int kDeepest = 3;
   for (int depth = 1; depth <= kDeepest; ++depth) {
@@ -147,11 +152,11 @@ void SearchImages(Session& session, SearchMode mode, const std::string& folder) 
   const FolderWalk walk{session, mounted};
   ShowCount(session);
   if (mounted) {
-    SearchLevels(walk, {folder}, kMountedRootKinds);
+    SearchLevels(walk, {folder}, Wanted::kUnmounted);
   } else {
     if (!folder.empty()) DiscoverPlugins(session, folder);
     if (session.options.searchType == 1) {
-      SearchLevels(walk, SearchedRoots(session), kKinds);
+      SearchLevels(walk, SearchedRoots(session), Wanted::kAll);
     } else {
       SearchNamedFolders(walk);
     }

@@ -14,6 +14,7 @@ namespace {
 void ClearLists(Session& session) {
   Form1& form = session.form;
   session.editions.clear();
+  session.ghost.reset();
   for (ComboBox& list : form.combo) {
     list.clear();
     list.setTag("");
@@ -36,20 +37,20 @@ void RestoreFormatChoice(CheckBox& box) {
   box.setEnabled(true);
 }
 
+// The Ghost program stands in place of editions.
 void ListGhostProgram(Session& session) {
-  Form1& form = session.form;
   const std::string& arch = session.paths.imageToolArch;
-  const std::string program = session.paths.appDir + "\\Bin\\Ghost\\" + arch + "\\ghost.exe";
-  if (session.platform.files.exists(program)) {
-    form.combo[kEditions].addItem(arch +
-                                  "\\Ghost.exe Ver:" + session.platform.files.fileVersion(program));
-    form.combo[kEditionDetails].addItem("Path:.\\Bin\\Ghost\\" + arch + "\\Ghost.exe");
-    form.combo[kEditions].setTooltip(form.combo[kEditionDetails].items().front());
+  session.ghost = FindGhostProgram(session.platform.files, session.paths);
+  WimImageInfo line;
+  if (session.ghost) {
+    line.listText = arch + "\\Ghost.exe Ver:" + session.ghost->version;
+    line.detailText = ReplaceAll(session.ghost->path, session.paths.appDir, "Path:.");
   } else {
-    form.combo[kEditions].addItem(arch + "\\" + String(session, kTextGhostMissingLine));
+    line.listText = arch + "\\" + String(session, kTextGhostMissingLine);
   }
-  form.combo[kEditions].select(0);
-  DisableFormatChoice(form.check[kDoNotFormat]);
+  ListEditions(session, {line});
+  session.form.combo[kEditions].select(0);
+  DisableFormatChoice(session.form.check[kDoNotFormat]);
 }
 
 // Another part than the first gives way to the first.
@@ -69,17 +70,16 @@ void ListSplitImage(Session& session, const std::string& path) {
 }
 
 void ListByKind(Session& session, const std::string& path) {
-  switch (KindOf(path)) {
-    case ImageKind::kWim:
-    case ImageKind::kEsd:
+  switch (SourceKindOf(path).readBy) {
+    case ReadBy::kImagingProgram:
       return GetWimInfo(session);
-    case ImageKind::kIso:
+    case ReadBy::kMounting:
       return MountIso(session, path);
-    case ImageKind::kGho:
+    case ReadBy::kGhostProgram:
       return ListGhostProgram(session);
-    case ImageKind::kSwm:
+    case ReadBy::kFirstPart:
       return ListSplitImage(session, path);
-    case ImageKind::kNone:
+    case ReadBy::kNothing:
       break;
   }
 }
@@ -133,25 +133,22 @@ void SourceChanged(Session& session) {
 void SourceDropped(Session& session, const std::vector<std::string>& files) {
   if (files.empty() || !May(session, Action::kTakeSource)) return;
   const std::string& path = files.front();
-  switch (KindOf(path)) {
-    case ImageKind::kWim:
-    case ImageKind::kEsd:
-    case ImageKind::kGho:
-    case ImageKind::kSwm:
-      session.form.combo1.setText(path);
-      break;
-    case ImageKind::kIso:
-      MountIso(session, path);
-      break;
-    case ImageKind::kNone:
-      break;
+  const ReadBy readBy = SourceKindOf(path).readBy;
+  if (readBy == ReadBy::kMounting) {
+    MountIso(session, path);
+  } else if (readBy != ReadBy::kNothing) {
+    session.form.combo1.setText(path);
   }
 }
 
-FileRequest ImageRequest(Session& session, const std::string& patterns) {
+FileRequest ImageRequest(Session& session, DialogPlace place) {
   FileRequest request;
   request.title = String(session, kTextBrowseTitle);
-  for (const std::string& filter : {patterns, std::string("*.swm")}) {
+  std::vector<std::string> filters = {SharedFilter(place)};
+  for (const SourceKind& kind : SourceKinds()) {
+    if (kind.ownFilter) filters.push_back(std::string("*") + kind.extension);
+  }
+  for (const std::string& filter : filters) {
     request.filters.push_back({String(session, kTextImageFilter) + "(" + filter + ")", filter});
   }
   return request;

@@ -14,8 +14,7 @@ void SourceChanged(Session& session);
 // Files dropped on the source box: the first one is taken when it is an image.
 void SourceDropped(Session& session, const std::vector<std::string>& files);
 
-// The file dialog for an image. `patterns` are those of its first filter; split images stand in one
-// of their own.
-FileRequest ImageRequest(Session& session, const std::string& patterns);
+// The file dialog for an image.
+FileRequest ImageRequest(Session& session, DialogPlace place);
 
 }  // namespace pavoline

@@ -61,10 +61,9 @@ void TakeAsSource(Session& session, const std::string& path) {
 
 // True when an image on the drive became the source.
 bool FindImage(Session& session, const std::string& drive, const std::string& textBefore) {
-  for (const char* image :
-       {"\\sources\\install.wim", "\\sources\\install.esd", "\\sources\\install.swm"}) {
-    if (!session.platform.files.exists(drive + image)) continue;
-    TakeAsSource(session, drive + image);
+  for (const SourceKind& kind : SourceKinds()) {
+    if (kind.onMedium == nullptr || !session.platform.files.exists(drive + kind.onMedium)) continue;
+    TakeAsSource(session, drive + kind.onMedium);
     return true;
   }
   // A search that was stopped earlier does not stop this one.
@@ -84,7 +83,7 @@ bool AskForImage(Session& session) {
   // Nobody is there to choose a file for an unattended run.
   if (Overtaken(session) || session.commandLine.install) return false;
   const std::string path =
-      session.platform.dialogs.openFile(ImageRequest(session, "*.wim;*.esd;*.gho"));
+      session.platform.dialogs.openFile(ImageRequest(session, DialogPlace::kInsideMounted));
   if (path.empty() || Overtaken(session)) return false;
   session.form.combo1.setText(path);
   return true;

@@ -12,6 +12,9 @@ namespace pavoline {
 // without a language keeps the previous detail suffix: both carry over on purpose.
 std::vector<WimImageInfo> ParseWimInfo(const std::string& xml);
 
+// Makes these the source's editions and shows them; the lists are empty before.
+void ListEditions(Session& session, std::vector<WimImageInfo> editions);
+
 // Lists the images of the source box's WIM or ESD file in the edition list and preselects the one
 // asked for. The lists were cleared by the caller. Lists nothing when the source box got another
 // text while the imaging program ran.

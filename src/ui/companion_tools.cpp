@@ -19,8 +19,7 @@ constexpr CompanionTool kTools[] = {
      "\\Quillet\\Quillet.exe", "\\Quillet.exe", true},
     {kMenuPartitions, 'D', PAVOLINE_ICON_PARTITION, "DiskGenius", "硬盘分区 ",
      "\\DiskGenius\\DiskGenius.exe", nullptr, false},
-    {kMenuGhost, 'G', PAVOLINE_ICON_GHOST, "Ghost", "手动运行 ", nullptr,
-     "\\Bin\\Ghost\\%arch%\\ghost.exe", true},
+    {kMenuGhost, 'G', PAVOLINE_ICON_GHOST, "Ghost", "手动运行 ", nullptr, nullptr, true},
 };
 
 const CompanionTool* Find(int CompanionTool::*field, int value) {
@@ -42,9 +41,8 @@ std::string FindTool(Session& session, const CompanionTool& tool) {
   const ProgramPaths& paths = session.paths;
   std::string candidates[2];
   if (tool.besideProgram) candidates[0] = paths.appParentDir + tool.besideProgram;
-  if (tool.insideProgram) {
-    candidates[1] = paths.appDir + ReplaceAll(tool.insideProgram, "%arch%", paths.imageToolArch);
-  }
+  if (tool.insideProgram) candidates[1] = paths.appDir + tool.insideProgram;
+  if (tool.commandId == kMenuGhost) candidates[1] = ToolPath(paths, Tool::kGhost);
   for (const std::string& path : candidates) {
     if (!path.empty() && session.platform.files.exists(path)) return path;
   }

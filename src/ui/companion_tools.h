@@ -15,7 +15,7 @@ struct CompanionTool {
   const char* name;
   const char* chineseName;    // the menu's name for it in simplified Chinese
   const char* besideProgram;  // path below the folder that holds the program's folder
-  const char* insideProgram;  // path below the program's folder; "%arch%" is that of the tools
+  const char* insideProgram;  // path below the program's folder
   bool closesProgram;         // started by key, it takes the program's place
 };
 

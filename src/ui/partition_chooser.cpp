@@ -14,11 +14,11 @@ namespace {
 
 class PartitionChooser : public Form {
  public:
-  PartitionChooser(Session& session, const std::vector<PartitionRow>& rows, int title,
+  PartitionChooser(Session& session, const std::vector<PartitionEntry>& rows, int title,
                    TextBox& field);
 
  private:
-  void fillList(Session& session, const std::vector<PartitionRow>& rows);
+  void fillList(Session& session, const std::vector<PartitionEntry>& rows);
   void layOut();
   void take();
 
@@ -29,7 +29,7 @@ class PartitionChooser : public Form {
   Button ok_, cancel_;
 };
 
-PartitionChooser::PartitionChooser(Session& session, const std::vector<PartitionRow>& rows,
+PartitionChooser::PartitionChooser(Session& session, const std::vector<PartitionEntry>& rows,
                                    int title, TextBox& field)
     : Form("PartitionChooser"), field_(field) {
   setCaption(String(session, title));
@@ -53,12 +53,12 @@ PartitionChooser::PartitionChooser(Session& session, const std::vector<Partition
 }
 
 // The disk's number as diskpart and Disk Management count, from 0.
-std::string DiskNumber(const PartitionRow& row) {
+std::string DiskNumber(const PartitionEntry& row) {
   return row.diskNumber > 0 ? std::to_string(row.diskNumber - 1) : std::string();
 }
 
 // The stated columns, and behind them what tells equal disks apart.
-void PartitionChooser::fillList(Session& session, const std::vector<PartitionRow>& rows) {
+void PartitionChooser::fillList(Session& session, const std::vector<PartitionEntry>& rows) {
   list_.setColumns({{String(session, kTextColumnDrive), 104 * kTwipsPerPixel},
                     {String(session, kTextColumnLabel), 112 * kTwipsPerPixel},
                     {String(session, kTextColumnDisk), 156 * kTwipsPerPixel},
@@ -66,15 +66,16 @@ void PartitionChooser::fillList(Session& session, const std::vector<PartitionRow
                     {String(session, kTextColumnSize), 78 * kTwipsPerPixel, true},
                     {More(session, kMoreColumnDiskNumber), 86 * kTwipsPerPixel, true},
                     {More(session, kMoreColumnFree), 84 * kTwipsPerPixel, true}});
-  for (const PartitionRow& row : rows) drives_.push_back(row.drive());
+  for (const PartitionEntry& row : rows) drives_.push_back(row.drive);
   constexpr int kLongestWait = 500;  // milliseconds; a card reader may take seconds to answer
   const auto free = session.platform.drives.freeBytesSoon(drives_, kLongestWait);
   std::vector<std::vector<std::string>> lines;
   for (std::size_t i = 0; i < rows.size(); ++i) {
-    lines.push_back(rows[i].columns);
+    const PartitionEntry& row = rows[i];
+    lines.push_back({row.drive, row.label, row.disk, row.fileSystem, row.size});
     const bool letterless = drives_[i].empty();  // the answer is then another drive's
     if (letterless) lines.back().front() = More(session, kMoreNoLetter);
-    lines.back().push_back(DiskNumber(rows[i]));
+    lines.back().push_back(DiskNumber(row));
     lines.back().push_back(free[i] && !letterless ? ReadableSize(*free[i]) : std::string());
   }
   list_.setRows(lines);
@@ -118,11 +119,11 @@ void ShowPartitionChooser(Session& session, PartitionPurpose purpose) {
     RefreshPartitions(session);
   }
   if (session.form.unloaded()) return;
-  std::vector<PartitionRow> rows = boot ? session.bootRows : session.installRows;
+  std::vector<PartitionEntry> rows = boot ? session.bootRows : session.installRows;
   // Without a letter it is chosen by an empty field: Start offers to lend it one.
   const PartitionEntry* letterless =
       boot ? LetterlessBootEntry(session, session.form.text[kInstallPartition].text()) : nullptr;
-  if (letterless != nullptr) rows.push_back(RowOf(*letterless));
+  if (letterless != nullptr) rows.push_back(*letterless);
   PartitionChooser chooser(session, rows, boot ? kTextChooseBootTitle : kTextChooseInstallTitle,
                            session.form.text[boot ? kBootPartition : kInstallPartition]);
   session.platform.dialogs.showModal(chooser);

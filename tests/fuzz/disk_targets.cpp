@@ -22,8 +22,8 @@ void ListDisk(std::string_view input) {
   Holds(disk.entries.size() <= input.size() / answer::kEntryBytes, "no entry is made up");
   for (const std::string& line : PartitionLines({disk}, volumes)) {
     const PartitionEntry entry{line};
-    Holds(entry.fieldCount() == 9 && line.find_first_of("\r\n") == std::string::npos &&
-              entry.diskNumber() == 1 && entry.size().ends_with("B"),
+    Holds(entry.fieldCount == 9 && line.find_first_of("\r\n") == std::string::npos &&
+              entry.diskNumber == 1 && entry.size.ends_with("B"),
           "a line has its fields");
   }
 }

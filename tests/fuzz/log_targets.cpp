@@ -133,9 +133,9 @@ void ListPartitions(std::string_view input) {
   static PrintingShop shop("CxDir\\x64\\CxDir.exe");
   shop.prints(input);
   RefreshPartitions(shop.session);
-  for (const PartitionRow& row : shop.session.installRows) {
-    Holds(!row.drive().empty() && row.columns.size() == 5, "a row has a drive");
-    Holds(!DescribeVolume(shop.session, row.drive()).empty(), "a row's volume is known");
+  for (const PartitionEntry& row : shop.session.installRows) {
+    Holds(!row.drive.empty() && row.columns.size() == 5, "a row has a drive");
+    Holds(!DescribeVolume(shop.session, row.drive).empty(), "a row's volume is known");
   }
 }
 

@@ -74,7 +74,6 @@ void FurnishProgram(Workshop& workshop) {
   paths.binDir = bin;
   paths.settingsPath = "X:\\Pavoline\\Pavoline.ini";
   paths.langFile = "X:\\Pavoline\\Lang\\1033.lng";
-  paths.imageToolPath = bin + "\\wimlib-imagex\\x64\\wimlib-imagex.exe";
   paths.imageToolArch = "x64";
 }
 
