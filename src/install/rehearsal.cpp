@@ -54,9 +54,10 @@ Rehearsal Rehearse(Session& session, const Plan& plan) {
       [&](PlannedAct act) { rehearsal.steps.back().acts.push_back(std::move(act)); });
   Form1 form;
   Session dry(machine.platform(), form);
-  static_cast<RunState&>(dry) = session;
-  dry.installation.reset();
-  dry.activityChanged = nullptr;
+  static_cast<GroundFacts&>(dry) = session;
+  static_cast<Findings&>(dry) = session;
+  static_cast<SourceState&>(dry) = session;
+  static_cast<Choices&>(dry) = session;
   Installation installation;
   installation.plan = plan;
   RunSteps(dry, installation, rehearsal);

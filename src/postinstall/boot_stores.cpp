@@ -15,34 +15,34 @@ std::string UefiStore(const std::string& bootDrive) {
   return bootDrive + "\\EFI\\Microsoft\\Boot\\bcd";
 }
 
-BootStores::BootStores(Session& session, const std::string& bootDrive) : session_(session) {
-  Files& files = session.platform.files;
+BootStores::BootStores(Ground& ground, const std::string& bootDrive) : ground_(ground) {
+  Files& files = ground.platform.files;
   for (const std::string& store : {BiosStore(bootDrive), UefiStore(bootDrive)}) {
     if (!files.exists(store)) {
       // A run that was cut off left it so.
       if (files.exists(Aside(store))) aside_.push_back(store);
       continue;
     }
-    if (files.exists(Aside(store))) DeleteTree(session, Aside(store), kDeleteQuietly);
+    if (files.exists(Aside(store))) DeleteTree(ground, Aside(store), kDeleteQuietly);
     if (files.rename(store, Aside(store))) {
       aside_.push_back(store);
     } else {
-      Journal(session, "boot store stays, it cannot be set aside: " + store);
+      Journal(ground, "boot store stays, it cannot be set aside: " + store);
     }
   }
 }
 
 bool BootStores::settle() {
-  Files& files = session_.platform.files;
+  Files& files = ground_.platform.files;
   bool putBack = false;
   for (const std::string& store : aside_) {
     if (files.exists(store)) {
-      DeleteTree(session_, Aside(store), kDeleteQuietly);
+      DeleteTree(ground_, Aside(store), kDeleteQuietly);
     } else if (files.rename(Aside(store), store)) {
-      Journal(session_, "boot store put back: " + store);
+      Journal(ground_, "boot store put back: " + store);
       putBack = true;
     } else {
-      Journal(session_, "boot store could not be put back, it lies at " + Aside(store));
+      Journal(ground_, "boot store could not be put back, it lies at " + Aside(store));
     }
   }
   aside_.clear();

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "session/session.h"
+#include "session/ground.h"
 
 namespace pavoline {
 
@@ -11,7 +11,7 @@ namespace pavoline {
 // either gone, because a new one stands in their place, or put back.
 class BootStores {
  public:
-  BootStores(Session& session, const std::string& bootDrive);
+  BootStores(Ground& ground, const std::string& bootDrive);
   ~BootStores() { settle(); }
   BootStores(const BootStores&) = delete;
   BootStores& operator=(const BootStores&) = delete;
@@ -20,7 +20,7 @@ class BootStores {
   bool settle();
 
  private:
-  Session& session_;
+  Ground& ground_;
   std::vector<std::string> aside_;  // paths of the stores themselves
 };
 

@@ -26,13 +26,13 @@ std::string ComparableName(const std::string& imageName) {
   return LowerAscii(imageName.substr(0, kept));
 }
 
-bool IsProcessRunning(Session& session, const std::string& name) {
-  return Names(session.platform.processes.list(), name);
+bool IsProcessRunning(Ground& ground, const std::string& name) {
+  return Names(ground.platform.processes.list(), name);
 }
 
-FollowedProgram::Sign FollowedProgram::look(Session& session, bool begun) {
+FollowedProgram::Sign FollowedProgram::look(Ground& ground, bool begun) {
   seen_ = seen_ || begun;
-  const std::vector<RunningProcess> processes = session.platform.processes.list();
+  const std::vector<RunningProcess> processes = ground.platform.processes.list();
   if (processes.empty()) return Sign::kUnknown;
   if (Names(processes, image_)) {
     seen_ = true;
@@ -41,10 +41,10 @@ FollowedProgram::Sign FollowedProgram::look(Session& session, bool begun) {
   return seen_ || !starter_->running() ? Sign::kEnded : Sign::kUnknown;
 }
 
-bool FollowedProgram::silentForGood(Session& session) {
-  const std::uint64_t now = session.platform.environment.milliseconds();
-  const std::uint64_t size = log_.empty() ? 0 : session.platform.files.size(log_).value_or(0);
-  const bool silent = !starter_->running() && look(session) == Sign::kEnded && size == logSize_;
+bool FollowedProgram::silentForGood(Ground& ground) {
+  const std::uint64_t now = ground.platform.environment.milliseconds();
+  const std::uint64_t size = log_.empty() ? 0 : ground.platform.files.size(log_).value_or(0);
+  const bool silent = !starter_->running() && look(ground) == Sign::kEnded && size == logSize_;
   logSize_ = size;
   if (!silent) {
     silentSince_.reset();
@@ -54,17 +54,17 @@ bool FollowedProgram::silentForGood(Session& session) {
   return now - *silentSince_ >= kSilentForGood;
 }
 
-std::string FollowedProgram::lastWords(Session& session) const {
-  return LastWords(session, words_);
+std::string FollowedProgram::lastWords(Ground& ground) const {
+  return LastWords(ground, words_);
 }
 
-void FollowedProgram::close(Session& session) {
+void FollowedProgram::close(Ground& ground) {
   const auto code = exitCode();
-  Journal(session, image_ + (code ? " has ended, exit code " + std::to_string(*code)
+  Journal(ground, image_ + (code ? " has ended, exit code " + std::to_string(*code)
                                   : std::string(" is left running")));
-  const std::string words = lastWords(session);
-  if (!words.empty()) Journal(session, image_ + " said: " + words);
-  session.platform.files.remove(words_);
+  const std::string words = lastWords(ground);
+  if (!words.empty()) Journal(ground, image_ + " said: " + words);
+  ground.platform.files.remove(words_);
 }
 
 }  // namespace pavoline

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "platform/processes.h"
-#include "session/session.h"
+#include "session/ground.h"
 
 namespace pavoline {
 
@@ -31,25 +31,25 @@ class FollowedProgram {
         words_(std::move(words)) {}
 
   // One look. `begun`: its output already shows that it was there.
-  Sign look(Session& session, bool begun = false);
+  Sign look(Ground& ground, bool begun = false);
 
   // The second watch, behind whatever reads the log: true when whoever started the program has
   // ended, no process has its name, and the log has not grown for a minute. A living program never
   // makes it true.
-  bool silentForGood(Session& session);
+  bool silentForGood(Ground& ground);
 
   bool starterRuns() { return starter_->running(); }
   std::uint32_t id() { return starter_->id(); }
 
   // What whoever started it returned; the interpreter returns its last program's.
   std::optional<std::uint32_t> exitCode() { return starter_->exitCode(); }
-  std::string lastWords(Session& session) const;
+  std::string lastWords(Ground& ground) const;
 
   // As StartedProgram::whenEnded.
   void whenEnded(std::function<void()> action) { starter_->whenEnded(std::move(action)); }
 
   // Notes the exit code and the last words in the journal and removes the file that took them.
-  void close(Session& session);
+  void close(Ground& ground);
 
  private:
   std::unique_ptr<StartedProgram> starter_;
@@ -63,6 +63,6 @@ class FollowedProgram {
 std::string ComparableName(const std::string& imageName);
 
 // True when at least one process has that image name, given in lower case with its extension.
-bool IsProcessRunning(Session& session, const std::string& name);
+bool IsProcessRunning(Ground& ground, const std::string& name);
 
 }  // namespace pavoline

@@ -7,110 +7,82 @@
 #include <vector>
 
 #include "form/form1.h"
-#include "form/texts.h"
-#include "platform/dialogs.h"
-#include "platform/platform.h"
 #include "session/activity.h"
 #include "session/exit_code.h"
 #include "session/ghost_program.h"
+#include "session/ground.h"
 #include "session/options.h"
 #include "session/plan.h"
-#include "session/program_paths.h"
 #include "session/records.h"
 
+// What one run of the program knows, in parts of their own. A step takes the part that it uses; the
+// whole is for what decides about all of it.
 namespace pavoline {
 
 struct Installation;
 
-// What one run of the program has found out and been told.
-struct RunState {
-  Texts texts;
-  InstallOptions options;
-  CommandLineOptions commandLine;
-  ProgramPaths paths;
-  float osVersion = 0;  // major.minor of the running system; 0 when unknown
+// The ground and the window on it, in which a step shows itself and in which it may be stopped.
+struct Workplace : Ground {
+  Workplace(Platform& platformOfRun, Form1& formOfRun) : Ground(platformOfRun), form(formOfRun) {}
 
-  bool minimizeGhost = true;
-  bool advancedModeHide = false;
+  Form1& form;
+  bool stopping = false;  // the installation was stopped inside a step, which has not returned yet
+  unsigned toolRuns = 0;  // so far; gives each run's output a file of its own
+};
 
-  ApplyChoice apply;         // chosen in the system menu
-  std::string titleCaption;  // the window's plain title; an apply mode adds to it
+// The window is gone, or the installation was stopped: every wait for a program returns soon, and
+// code of a step that resumes from one does nothing more.
+bool Interrupted(const Workplace& workplace);
 
+// What the machine's disks were found to hold.
+struct Findings {
   std::vector<PartitionEntry> partitions;
   std::vector<PartitionEntry> bootRows, installRows;  // those offered in the choosers
+  std::string lentLetter;  // drive given to a boot partition for this run, "S:"; empty: none
+  PluginTable plugins;
+};
+
+// The source box and what stands behind its path.
+struct SourceState {
   // Line for line what the edition list shows. Of the Ghost program, which stands there in place of
   // editions, only the texts are filled.
   std::vector<WimImageInfo> editions;
-  std::optional<GhostProgram>
-      ghost;  // the source is a Ghost image, and this was there to restore it
+  std::optional<GhostProgram> ghost;  // there to restore the source, which is a Ghost image
   // Language for boot files when the edition names none (or the source has no editions).
   std::string fallbackLanguage;
-  PluginTable plugins;
+  bool sourceFaultTold = false;  // why the source cannot be used has been shown
+
   SearchState search;
+  SourceRun sourceRun;
 
   std::string mountedIsoDrive;        // "X:", empty: none
   std::string mountedIsoFile;         // the ISO file behind that drive
   std::vector<MountedIso> outerIsos;  // those that hold the mounted one, the innermost first
   std::string sourceTextAtMount;
-  SourceRun sourceRun;
-  bool sourceFaultTold = false;  // why the source cannot be used has been shown
+};
 
-  unsigned toolRuns = 0;  // so far; gives each run's output a file of its own
+// What settings and menu ask of an installation, besides the window's controls.
+struct Choices {
+  InstallOptions options;
+  bool minimizeGhost = true;
+  bool advancedModeHide = false;
+  ApplyChoice apply;         // chosen in the system menu
+  std::string titleCaption;  // the window's plain title; an apply mode adds to it
+};
 
-  std::string lentLetter;  // drive given to a boot partition for this run, "S:"; empty: none
+// All of it, and what the program is doing.
+struct Session : Workplace, Findings, SourceState, Choices {
+  using Workplace::Workplace;
 
   // Changed by ActivityScope, besides the end of the start and that of the window.
   Activity activity = Activity::kStarting;
   std::function<void()> activityChanged;       // brings the menu in line
   std::shared_ptr<Installation> installation;  // the one that runs; install/installation.h
-  bool stopping = false;  // it was stopped inside a step, which has not returned yet
   ExitCode exitCode = ExitCode::kCancelled;
-};
-
-// What one run of the program knows, with the machine that it works on and its window. The steps
-// of an installation are free functions that take it, read what earlier steps left and leave what
-// later ones need.
-struct Session : RunState {
-  Session(Platform& platformOfRun, Form1& formOfRun) : platform(platformOfRun), form(formOfRun) {}
-
-  Platform& platform;
-  Form1& form;
 };
 
 // May the program be asked for this now? In a dry run it changes no disk by any way.
 bool May(const Session& session, Action action);
-
-// The window is gone, or the installation was stopped: every wait for a program returns soon, and
-// code of a step that resumes from one does nothing more.
-bool Interrupted(const Session& session);
-
-// String(n) of the language in use.
-const std::string& String(const Session& session, int n);
-// More(n), a text beyond the numbered table.
-const std::string& More(const Session& session, int n);
-
-// "%windir%\temp\" + name, computed afresh.
-std::string TempFile(Session& session, const std::string& name);
-
-// Seconds that a message of an unattended run waits for somebody to read it.
-inline constexpr int kUnattendedSeconds = 60;
-inline constexpr int kSilentSeconds = 10;
-
-// Shows a message and notes it in the journal; the answer is the platform's (1 = OK). In an
-// unattended run it closes by itself after a minute (ten seconds in a silent one); the answer is
-// then the one that changes nothing, Cancel where there is a choice.
-int Message(Session& session, const std::string& text, int flags, const std::string& title);
-// The same with a limit of its own, which also holds for a person.
-int Message(Session& session, const std::string& text, int flags, const std::string& title,
-            const MessageLimit& limit);
-// With a further button, and the usual limit.
-int Message(Session& session, const std::string& text, int flags, const std::string& title,
-            const MessageButton& further);
-
-// Adds a line with the time to %windir%\temp\Pavoline.log, so that a person can find out
-// afterwards what was done; where that folder is full or read-only, to a file of the same name
-// beside the program. A failure is ignored: no installation stops for its journal.
-void Journal(Session& session, const std::string& text);
 
 // Gives the window back to the person: captions, inputs, status line.
 void ReturnToIdle(Session& session);
