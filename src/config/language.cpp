@@ -93,7 +93,7 @@ void ApplyCaptions(Session& session) {
   form.status.setText(String(session, kTextStatusNormal));
   form.search.setText(String(session, kTextSearch));
   form.menu.setText(More(session, kMoreMenu) + " \u25bc");
-  form.stop.setText(More(session, kMoreStop));
+  form.stop.setText(More(session, kMoreStopButton));
   form.label[0].setText(caption(kCaptionImage));
   form.label[1].setText(caption(kCaptionEdition));
   form.label[2].setText(caption(kCaptionBootPartition));

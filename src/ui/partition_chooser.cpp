@@ -73,7 +73,7 @@ void PartitionChooser::fillList(Session& session, const std::vector<PartitionRow
   for (std::size_t i = 0; i < rows.size(); ++i) {
     lines.push_back(rows[i].columns);
     const bool letterless = drives_[i].empty();  // the answer is then another drive's
-    if (letterless) lines.back().front() = More(session, kMoreNoLetter);
+    if (letterless) lines.back().front() = More(session, kMoreLetterless);
     lines.back().push_back(DiskNumber(rows[i]));
     lines.back().push_back(free[i] && !letterless ? ReadableSize(*free[i]) : std::string());
   }
