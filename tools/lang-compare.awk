@@ -56,7 +56,7 @@ NR == FNR { english[$2] = $3; next }
 
 END {
   for (key in english)
-    if (!(key in text)) wrong(1, key, "missing; 1033.lng has it")
+    if (!(key in text) && nameOf[key] != "") wrong(1, key, "missing; 1033.lng has it")
   for (key in text) check(key)
   busy = keyOf["Busy"]
   if (busy in text && text[busy] == text[keyOf["Start"]])
@@ -67,8 +67,8 @@ END {
 }
 
 function check(key, mine, theirs) {
+  if (nameOf[key] == "") { checkOption(key); return }
   if (!(key in english)) { wrong(line[key], key, "1033.lng has no such text"); return }
-  if (key == "font") return
   mine = placeholders(text[key]); theirs = placeholders(english[key])
   if (mine != theirs) wrong(line[key], key, "placeholders: " mine "; 1033.lng: " theirs)
   mine = ending(text[key]); theirs = ending(english[key])
@@ -81,6 +81,13 @@ function check(key, mine, theirs) {
   if (mine == "?") wrong(line[key], key, "an \"&\" that is no access key (a letter or digit, once)")
   else if ((mine == "") != (accessKey(english[key]) == ""))
     wrong(line[key], key, mine == "" ? "no access key; 1033.lng has one" : "an access key; 1033.lng has none")
+}
+
+function checkOption(key) {
+  if (key == "Widths" && text[key] !~ /^[0-9]+(,[0-9]+)(,[0-9]+)(,[0-9]+)(,[0-9]+)$/)
+    wrong(line[key], key, "not five numbers: search, More, choose, Stop, Start")
+  if (key == "Locale" && text[key] !~ /^[a-z]+_[A-Z]+\.UTF-8$/)
+    wrong(line[key], key, "no name like de_DE.UTF-8")
 }
 
 function checkWindow(row, title, texts, owner, slot, alternatives, key, i, n, a) {

@@ -4,11 +4,14 @@
 # -v list: src/form/text_list.h, which names the texts; -v complete=1: none may be missing. Run with LC_ALL=C: lines are taken as bytes.
 
 BEGIN {
+  kindOf["LANGUAGE_OPTIONS"] = "Option"
   kindOf["STRINGS"] = "String"; kindOf["CAPTIONS"] = "Caption"; kindOf["MORE"] = "More"
   while ((getline row < list) > 0) {
     if (row ~ /^#define PAVOLINE_[A-Z_]+\(X\)/) {
       sub(/^#define PAVOLINE_/, "", row); sub(/\(.*/, "", row)
       kind = kindOf[row]
+    } else if (kind == "Option") {
+      if (match(row, /"[A-Za-z]+"/)) option[substr(row, RSTART + 1, RLENGTH - 2)]
     } else if (kind && match(row, /X\([A-Za-z0-9]+\)/)) {
       entry = substr(row, RSTART + 2, RLENGTH - 3)
       if (entry in numbered) wrongList(entry " stands there twice: " numbered[entry] " and " kind "(" count[kind] + 0 ")")
@@ -30,7 +33,7 @@ function wrongList(why) {
 }
 
 function known(key) {
-  if (section == "Option") return key == "font"
+  if (section == "Option") return key in option
   return key in name && (section == "More") == (key ~ /^More/)
 }
 

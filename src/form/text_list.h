@@ -5,6 +5,13 @@
 // the language files read this file too, so each name keeps a line of its own. lang/README.md has
 // the translators' view.
 
+// What [Option] says of a language itself, with the key in the file.
+#define PAVOLINE_LANGUAGE_OPTIONS(X) \
+  X(Font, "font")                    \
+  X(Widths, "Widths")                \
+  X(CodePage, "CodePage")            \
+  X(Locale, "Locale")
+
 // What the program says: String(n).
 #define PAVOLINE_STRINGS(X) \
   X(StatusNormal)           \

@@ -13,7 +13,7 @@ struct Texts {
   std::array<std::string, kStringCount> strings;
   std::array<std::string, kCaptionCount> captions;
   std::array<std::string, kMoreCount> more;  // what the program says beyond the numbered table
-  std::string fonts;                         // names by preference, separated by commas
+  std::array<std::string, kOptionCount> options;
 };
 
 }  // namespace pavoline

@@ -35,7 +35,8 @@ struct RunState {
   InstallOptions options;
   CommandLineOptions commandLine;
   ProgramPaths paths;
-  float osVersion = 0;  // major.minor of the running system; 0 when unknown
+  unsigned language = 0;  // locale identifier of the texts, and of the thread
+  float osVersion = 0;    // major.minor of the running system; 0 when unknown
 
   bool minimizeGhost = true;
   bool advancedModeHide = false;
