@@ -117,7 +117,7 @@ void PlaceOptions(Form1& form) {
 }  // namespace
 
 ButtonWidths ReadWidths(const std::string& list) {
-  constexpr int kNarrowest = 40, kWidest = 150;
+  constexpr int kNarrowest = 40, kWidest = 200;
   int read[5];
   const std::vector<std::string> parts = Split(list, ",");
   if (parts.size() != std::size(read)) return {};
