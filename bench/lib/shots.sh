@@ -22,6 +22,7 @@ language_option() {
 speak() {
   LC_ALL=$(language_option "$1" Locale en_US.UTF-8)
   export LC_ALL
+  link_fonts
   wine 'C:\shoot.exe' font "$(language_option "$1" font Tahoma)" ||
     die "the bench has no font that $1.lng names"
 }
@@ -64,7 +65,8 @@ shoot_language() {
   return $result
 }
 
-# The Tahoma of the bench lacks the arrow of the button "More"; Windows has it.
+# The Tahoma of the bench lacks the arrow of the button "More"; Windows has it. Wine makes the links
+# anew when the language changes.
 link_fonts() {
   wine reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\FontLink\SystemLink' /v Tahoma /t REG_MULTI_SZ \
     /d 'wqy-microhei.ttc,WenQuanYi Micro Hei' /f >/dev/null 2>&1
@@ -99,7 +101,6 @@ prepare_shots() {
   make_shot_scene
   export BENCH_SCREEN=1600x1000
   need_display
-  link_fonts
   set_screen "$BENCH_SCREEN"
 }
 
