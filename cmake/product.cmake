@@ -48,6 +48,7 @@ add_custom_command(
   COMMAND ${CMAKE_COMMAND} -E touch ${app_stamp}
   DEPENDS Pavoline CxDir ${lang_sources} ${help_pages} ${app_parts}
           ${PROJECT_SOURCE_DIR}/tools/lay-out-app ${PROJECT_SOURCE_DIR}/tools/build-lang
-          ${PROJECT_SOURCE_DIR}/tools/lang-lines.awk ${PROJECT_SOURCE_DIR}/LICENSE
+          ${PROJECT_SOURCE_DIR}/tools/lang-lines.awk ${PROJECT_SOURCE_DIR}/src/form/text_list.h
+          ${PROJECT_SOURCE_DIR}/LICENSE
   VERBATIM)
 add_custom_target(app ALL DEPENDS ${app_stamp})

@@ -1,11 +1,13 @@
 # Compares the rows (see lang-lines.awk) of one language, the second file, with the English rows,
-# the first. -v source: name for messages; -v windows: lines "name:text text ..." of texts that
+# the first. -v source: name for messages; -v windows: lines "title:name name ..." of texts that
 # are seen together. Run with LC_ALL=C. For English itself both files are the same.
 
 function wrong(line, key, why) {
-  print source ":" line ": " key ": " why
+  print source ":" line ": " named(key) ": " why
   failed = 1
 }
+
+function named(key) { return key (nameOf[key] == "" ? "" : " " nameOf[key]) }
 
 # The placeholders of a text with their counts, in an order that no translation changes. Letter
 # case counts, as it does to the program.
@@ -48,23 +50,25 @@ function accessKey(text, at, key) {
   return key
 }
 
+{ nameOf[$2] = $4; keyOf[$4] = $2 }
 NR == FNR { english[$2] = $3; next }
 { text[$2] = $3; line[$2] = $1 }
 
 END {
   for (key in english)
-    if (!(key in text)) wrong(1, key, "missing; 1033.lng has it")
+    if (!(key in text) && nameOf[key] != "") wrong(1, key, "missing; 1033.lng has it")
   for (key in text) check(key)
-  if ("String(2)" in text && text["String(2)"] == text["String(3)"])
-    wrong(line["String(3)"], "String(3)", "the same as String(2); they tell idle from busy")
+  busy = keyOf["Busy"]
+  if (busy in text && text[busy] == text[keyOf["Start"]])
+    wrong(line[busy], busy, "the same as Start; they tell idle from busy")
   count = split(windows, window, "\n")
   for (w = 1; w <= count; w++) if (window[w] != "") checkWindow(window[w])
   exit failed
 }
 
 function check(key, mine, theirs) {
+  if (nameOf[key] == "") { checkOption(key); return }
   if (!(key in english)) { wrong(line[key], key, "1033.lng has no such text"); return }
-  if (key == "font") return
   mine = placeholders(text[key]); theirs = placeholders(english[key])
   if (mine != theirs) wrong(line[key], key, "placeholders: " mine "; 1033.lng: " theirs)
   mine = ending(text[key]); theirs = ending(english[key])
@@ -79,6 +83,13 @@ function check(key, mine, theirs) {
     wrong(line[key], key, mine == "" ? "no access key; 1033.lng has one" : "an access key; 1033.lng has none")
 }
 
+function checkOption(key) {
+  if (key == "Widths" && text[key] !~ /^[0-9]+(,[0-9]+)(,[0-9]+)(,[0-9]+)(,[0-9]+)$/)
+    wrong(line[key], key, "not five numbers: search, More, choose, Stop, Start")
+  if (key == "Locale" && text[key] !~ /^[a-z]+_[A-Z]+\.UTF-8$/)
+    wrong(line[key], key, "no name like de_DE.UTF-8")
+}
+
 function checkWindow(row, title, texts, owner, slot, alternatives, key, i, n, a) {
   title = substr(row, 1, index(row, ":") - 1)
   n = split(substr(row, index(row, ":") + 1), texts, " ")
@@ -87,8 +98,11 @@ function checkWindow(row, title, texts, owner, slot, alternatives, key, i, n, a)
     if (slot ~ /^=/) { claim(title, i, slot, substr(slot, 2)); continue }
     split("", alternatives)
     split(slot, alternatives, "|")
-    for (a = 1; a in alternatives; a++)
-      if (alternatives[a] in text) claim(title, i, alternatives[a], accessKey(text[alternatives[a]]))
+    for (a = 1; a in alternatives; a++) {
+      key = keyOf[alternatives[a]]
+      if (key == "") wrong(1, alternatives[a], "1033.lng has no text of this name (" title ")")
+      else if (key in text) claim(title, i, key, accessKey(text[key]))
+    }
   }
 }
 
@@ -98,7 +112,7 @@ function claim(title, i, key, letter, before) {
   before = claimed[title, letter]
   if (before && claimedBy[title, letter] != i)
     wrong(line[key], key, "access key " letter " is also that of " \
-          (before ~ /^=/ ? "an item whose key the program appends" : before) " (" title ")")
+          (before ~ /^=/ ? "an item whose key the program appends" : named(before)) " (" title ")")
   claimed[title, letter] = key
   claimedBy[title, letter] = i
 }

@@ -5,12 +5,27 @@ source "$bench_source/lib/disks.sh"
 source "$bench_source/lib/image.sh"
 source "$bench_source/lib/scene.sh"
 
-# Language and locale, which gives the code page; the sharp languages are also taken at 144 dpi.
-declare -A shot_locales=([1033]=en_US.UTF-8 [2052]=zh_CN.UTF-8 [1028]=zh_TW.UTF-8 [1031]=de_DE.UTF-8 [1041]=ja_JP.UTF-8)
-declare -A shot_fonts=([2052]='WenQuanYi Micro Hei' [1028]='WenQuanYi Micro Hei' [1041]='WenQuanYi Micro Hei')
-shot_order=(1033 2052 1028 1031 1041)
-shot_sharp=(1033 1031 2052)
+shot_languages=("$repo"/lang/*.lng)
+shot_languages=("${shot_languages[@]##*/}")
+shot_languages=("${shot_languages[@]%.lng}")
 shot_small_screen=800x600
+
+# language_option LANGUAGE KEY DEFAULT: what the language's file says under [Option].
+language_option() {
+  local value
+  value=$(sed -n "/^\[Option\]\$/,/^\[/s/^$2=//p" "$repo/lang/$1.lng")
+  printf '%s\n' "${value:-$3}"
+}
+
+# speak LANGUAGE: as a system of that language, whose locale gives Wine the code page. The process
+# that calls this speaks nothing else any more.
+speak() {
+  LC_ALL=$(language_option "$1" Locale en_US.UTF-8)
+  export LC_ALL
+  link_fonts
+  wine 'C:\shoot.exe' font "$(language_option "$1" font Tahoma)" ||
+    die "the bench has no font that $1.lng names"
+}
 
 # What the search finds and the Tools menu lists, besides the scene.
 make_shot_scene() {
@@ -39,9 +54,8 @@ shoot_language() {
   shift 2
   mkdir -p "$folder"
   (
-    export LC_ALL=${shot_locales[$language]}
     cd "$bench/prefix/drive_c"
-    wine 'C:\shoot.exe' font "${shot_fonts[$language]:-Tahoma}"
+    speak "$language"
     wine "C:\\${bench_app//\//\\}\\Pavoline.exe" "/lng:$language" '/source:D:\iso\install.wim' /wimindex:2 2>/dev/null &
     wine 'C:\shoot.exe' Pavoline.exe "$folder" "$suffix" "$@"
   ) || result=$?
@@ -51,7 +65,8 @@ shoot_language() {
   return $result
 }
 
-# The Tahoma of the bench lacks the arrow of the button "More"; Windows has it.
+# The Tahoma of the bench lacks the arrow of the button "More"; Windows has it. Wine makes the links
+# anew when the language changes.
 link_fonts() {
   wine reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\FontLink\SystemLink' /v Tahoma /t REG_MULTI_SZ \
     /d 'wqy-microhei.ttc,WenQuanYi Micro Hei' /f >/dev/null 2>&1
@@ -86,7 +101,6 @@ prepare_shots() {
   make_shot_scene
   export BENCH_SCREEN=1600x1000
   need_display
-  link_fonts
   set_screen "$BENCH_SCREEN"
 }
 
@@ -98,26 +112,25 @@ end_shots() {
 # take_shots [LANGUAGE...]: all languages when none is given.
 take_shots() {
   local language dpi failed=0
-  (($# == 0)) || shot_order=("$@")
+  (($# == 0)) || shot_languages=("$@")
   shots_folder=$repo/build/shots
   trap end_shots EXIT
   prepare_shots
   set_dpi 96
-  for language in "${shot_order[@]}"; do
+  for language in "${shot_languages[@]}"; do
     rm -rf "${shots_folder:?}/$language"
     shoot_language "$language" '' main small installation || failed=1
     make_sheet "$language"
     say_line "shots: build/shots/sheet-$language.png"
   done
   set_dpi 144
-  for language in "${shot_sharp[@]}"; do
-    [[ " ${shot_order[*]} " == *" $language "* ]] || continue
+  for language in "${shot_languages[@]}"; do
     shoot_language "$language" -144 main || failed=1
   done
   set_screen "$shot_small_screen"
   for dpi in 96 144 192; do
     set_dpi "$dpi"
-    for language in "${shot_order[@]}"; do
+    for language in "${shot_languages[@]}"; do
       shoot_language "$language" "-$shot_small_screen-$dpi" main || failed=1
     done
   done

@@ -1,9 +1,11 @@
 // shoot PROGRAM FOLDER SUFFIX PART...: a picture FOLDER/<window>SUFFIX.png of each window of the
 // running program. Parts: main, small, installation. FOLDER is a Unix path.
-// shoot font NAME: titles, menus and messages of programs started later have this font, as a
-// system of another language has one of its own; Wine has the same for all.
+// shoot font NAME,NAME...: titles, menus and messages of programs started later have the first of
+// these fonts that is there, as a system of another language has one of its own; Wine has the same
+// for all.
 #include <algorithm>
 #include <cstdio>
+#include <sstream>
 
 #include "bridge/unix_side.h"
 #include "tour/tour.h"
@@ -37,7 +39,27 @@ bool (*partOf(const std::wstring& name))(const std::string&, const bench::Visit&
   return name == L"installation" ? bench::tourInstallation : nullptr;
 }
 
-bool setSystemFont(const std::wstring& name) {
+bool fontThere(const std::wstring& name) {
+  LOGFONTW wanted{};
+  wanted.lfCharSet = DEFAULT_CHARSET;
+  lstrcpynW(wanted.lfFaceName, name.c_str(), LF_FACESIZE);
+  bool found = false;
+  const auto note = [](const LOGFONTW*, const TEXTMETRICW*, DWORD, LPARAM into) {
+    *reinterpret_cast<bool*>(into) = true;
+    return 0;
+  };
+  const HDC screen = GetDC(nullptr);
+  EnumFontFamiliesExW(screen, &wanted, note, reinterpret_cast<LPARAM>(&found), 0);
+  ReleaseDC(nullptr, screen);
+  return found;
+}
+
+bool setSystemFont(const std::wstring& names) {
+  std::wstring name;
+  std::wistringstream list(names);
+  while (std::getline(list, name, L',') && !fontThere(name)) name.clear();
+  if (name.empty()) return false;
+  wprintf(L"font: %ls\n", name.c_str());
   NONCLIENTMETRICSW metrics{};
   metrics.cbSize = sizeof(metrics);
   SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0);

@@ -60,9 +60,9 @@ void StartJournal(Session& session) {
 
 void ReadCommandLine(Session& session) {
   Environment& environment = session.platform.environment;
-  environment.setThreadLocale(environment.systemLocale());
+  session.language = environment.setThreadLocale(environment.systemLocale());
   const CommandLine line = ParseCommandLine(environment.arguments(), session.platform.text);
-  if (line.locale) environment.setThreadLocale(*line.locale);
+  if (line.locale) session.language = environment.setThreadLocale(*line.locale);
   session.commandLine = line.options;
 }
 
@@ -173,7 +173,7 @@ void InitializeProgram(Session& session) {
 bool LoadMainWindow(Session& session) {
   ReadCommandLine(session);
   LoadLanguage(session);
-  LayOutMainWindow(session.form, session.platform.environment.threadLocale());
+  LayOutMainWindow(session.form, ReadWidths(session.texts.options[kOptionWidths]));
   Files& files = session.platform.files;
   const std::string temp = session.platform.environment.variable("windir") + "\\Temp";
   if (!files.exists(temp)) files.createFolder(temp);

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "config/locales.h"
 #include "form/text_numbers.h"
 #include "platform/environment.h"
 #include "platform/files.h"
@@ -13,13 +14,10 @@ namespace pavoline {
 namespace {
 
 constexpr int kTextBuffer = 255;  // bytes with the final NUL: texts hold 254
-constexpr unsigned kEnglish = 1033;
 
-// Locales that read one of the languages the program ships.
-constexpr std::pair<unsigned, unsigned> kRelatedLocales[] = {
-    {4100, 2052}, {3076, 1028}, {5124, 1028}, {2055, 1031},
-    {3079, 1031}, {4103, 1031}, {5127, 1031},
-};
+#define PAVOLINE_KEY(name, key) key,
+constexpr const char* kOptionKeys[] = {PAVOLINE_LANGUAGE_OPTIONS(PAVOLINE_KEY)};
+#undef PAVOLINE_KEY
 
 std::string Numbered(const char* word, int n) {
   return std::string(word) + "(" + std::to_string(n) + ")";
@@ -29,25 +27,31 @@ std::string FileOf(const Session& session, unsigned locale) {
   return session.paths.appDir + "\\Lang\\" + std::to_string(locale) + ".lng";
 }
 
-// The thread's locale follows the language in use: the layout and the boot files read it back.
+// The thread's locale follows the language in use.
 void ChooseLanguageFile(Session& session) {
   Environment& environment = session.platform.environment;
-  Files& files = session.platform.files;
-  if (!files.exists(FileOf(session, environment.threadLocale()))) {
-    for (const auto& [locale, shipped] : kRelatedLocales) {
-      if (environment.threadLocale() != locale) continue;
-      environment.setThreadLocale(shipped);
-      break;
-    }
-    if (!files.exists(FileOf(session, environment.threadLocale()))) {
-      environment.setThreadLocale(kEnglish);
-    }
-  }
-  session.paths.langFile = FileOf(session, environment.threadLocale());
+  const auto missing = [&] {
+    return !session.platform.files.exists(FileOf(session, session.language));
+  };
+  const unsigned related = LocaleOf(session.language).related;
+  if (related != 0 && missing()) session.language = environment.setThreadLocale(related);
+  if (missing()) session.language = environment.setThreadLocale(kEnglish);
+  session.paths.langFile = FileOf(session, session.language);
 }
 
 std::string ReadLanguageText(Session& session, const std::string& key, const char* section) {
   return Trim(session.platform.profile.read(session.paths.langFile, section, key, kTextBuffer));
+}
+
+// But for the font, what the file does not say is as in the related language.
+void ReadOptions(Session& session) {
+  const std::string related = FileOf(session, LocaleOf(session.language).related);
+  for (std::size_t n = 0; n < kOptionCount; ++n) {
+    std::string& value = session.texts.options[n];
+    value = ReadLanguageText(session, kOptionKeys[n], "Option");
+    if (!value.empty() || n == kOptionFont) continue;
+    value = Trim(session.platform.profile.read(related, "Option", kOptionKeys[n], kTextBuffer));
+  }
 }
 
 void ReadTables(Session& session) {
@@ -75,8 +79,7 @@ void ReadMore(Session& session) {
 }
 
 void ChooseFont(Session& session) {
-  session.texts.fonts = ReadLanguageText(session, "font", "Option");
-  for (const std::string& name : Split(session.texts.fonts, ",")) {
+  for (const std::string& name : Split(session.texts.options[kOptionFont], ",")) {
     const std::string font = Trim(name);
     if (font.empty() || !session.platform.environment.fontExists(font)) continue;
     session.form.setFont(font);
@@ -93,7 +96,7 @@ void ApplyCaptions(Session& session) {
   form.status.setText(String(session, kTextStatusNormal));
   form.search.setText(String(session, kTextSearch));
   form.menu.setText(More(session, kMoreMenu) + " \u25bc");
-  form.stop.setText(More(session, kMoreStop));
+  form.stop.setText(More(session, kMoreStopButton));
   form.label[0].setText(caption(kCaptionImage));
   form.label[1].setText(caption(kCaptionEdition));
   form.label[2].setText(caption(kCaptionBootPartition));
@@ -160,6 +163,7 @@ std::string ProfileLine(const std::string& key, const std::string& value) {
 void LoadLanguage(Session& session) {
   if (session.form.name() != "Form1") return;
   ChooseLanguageFile(session);
+  ReadOptions(session);
   ChooseFont(session);
   ReadTables(session);
   ReadMore(session);
@@ -169,8 +173,11 @@ void LoadLanguage(Session& session) {
 
 bool WriteLanguageFile(Session& session, const std::string& path) {
   const Texts& texts = session.texts;
-  std::string file = "[Option]\r\n" + ProfileLine("font", texts.fonts) + "\r\n[Language]\r\n" +
-                     ProfileLine("Font", texts.fonts);
+  std::string file = "[Option]\r\n";
+  for (std::size_t n = 0; n < kOptionCount; ++n) {
+    if (!texts.options[n].empty()) file += ProfileLine(kOptionKeys[n], texts.options[n]);
+  }
+  file += "\r\n[Language]\r\n" + ProfileLine("Font", texts.options[kOptionFont]);
   for (std::size_t n = 0; n < texts.captions.size(); ++n) {
     file += ProfileLine(Numbered("Caption", static_cast<int>(n)), texts.captions[n]);
   }

@@ -6,11 +6,12 @@
 
 namespace pavoline {
 
-// Chooses the language file for the thread's locale (with fallbacks that change that locale),
-// reads both text tables and gives the main window its captions and font. Acts on "Form1" only.
+// Chooses the file of the session's language (with fallbacks that change it and the thread's
+// locale), reads the options and all texts and gives the main window its captions and font. Acts on
+// "Form1" only.
 void LoadLanguage(Session& session);
 
-// Writes the texts in use as a language file that loads back to the same tables. False when the
+// Writes the texts in use as a language file that loads back to the same. False when the
 // file could not be written; no half-written file stays under the name.
 bool WriteLanguageFile(Session& session, const std::string& path);
 

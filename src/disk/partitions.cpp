@@ -210,7 +210,8 @@ void ShowPartitionFacts(Session& session) {
   if (!form.text[kBootPartition].text().empty()) return;
   const PartitionEntry* boot = LetterlessBootEntry(session, form.text[kInstallPartition].text());
   if (boot == nullptr) return;
-  form.facts[kBootPartition].setText(More(session, kMoreNoLetter) + " " + Describe(session, *boot));
+  form.facts[kBootPartition].setText(More(session, kMoreLetterless) + " " +
+                                     Describe(session, *boot));
 }
 
 }  // namespace pavoline

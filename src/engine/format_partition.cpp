@@ -30,7 +30,10 @@ std::string LabelOption(const std::string& label) {
 
 Failure FormatMissing(Session& session) {
   std::string text = String(session, kTextFormatMissing);
-  for (int line = 1; line < 4; ++line) text += "\n" + String(session, kTextFormatMissing + line);
+  for (const TextNumber line :
+       {kTextFormatMissingFile, kTextFormatMissingStart, kTextFormatMissingKeep}) {
+    text += "\n" + String(session, line);
+  }
   return {text, String(session, kTextCloseTitle), kWarningMessage, ExitCode::kToolMissing};
 }
 

@@ -1,37 +1,14 @@
 #include "form/main_layout.h"
 
 #include <initializer_list>
+#include <iterator>
+#include <vector>
 
 #include "form/pixels.h"
+#include "platform/text.h"
 
 namespace pavoline {
 namespace {
-
-// Buttons whose widths, in pixels, follow the length of a language's texts. Labels stand above
-// their fields and check boxes in lines of their own, so that they have room in every language.
-struct Widths {
-  int search, menu, choose, stop, start;
-};
-
-constexpr Widths kCommon = {80, 70, 88, 72, 100};
-constexpr Widths kChinese = {76, 84, 80, 72, 92};
-constexpr Widths kGerman = {84, 70, 100, 80, 128};
-constexpr Widths kJapanese = {88, 96, 92, 72, 128};
-
-const Widths& WidthsOf(unsigned locale) {
-  switch (locale) {
-    case 2052:
-    case 1028:
-    case 3076:
-      return kChinese;
-    case 1031:
-      return kGerman;
-    case 1041:
-      return kJapanese;
-    default:
-      return kCommon;
-  }
-}
 
 // The left part, which the narrow window shows alone, and the right part with the option frames.
 constexpr int kLeft = kMargin;
@@ -54,7 +31,7 @@ constexpr int kCheckPitch = 23;
 constexpr int kFactsHeight = 2 * kLabelHeight;       // a long disk name takes a second line
 constexpr int kStatusHeight = 2 * kLabelHeight + 2;  // two lines, for the longer languages
 
-void PlaceImageAndEdition(Form1& form, const Widths& widths) {
+void PlaceImageAndEdition(Form1& form, const ButtonWidths& widths) {
   form.label[0].setBounds(Pixels(kLeft, kImageTop, kLeftEnd - kLeft, kLabelHeight));
   const int row = kImageTop + kFieldBelowLabel;
   const int menu = kLeftEnd - widths.menu;
@@ -72,7 +49,7 @@ void PlaceImageAndEdition(Form1& form, const Widths& widths) {
 
 // A partition's label above its field and its button, its facts below.
 void PlacePartition(Label& label, TextBox& field, Button& choose, Label& facts,
-                    const Widths& widths, int left, int end) {
+                    const ButtonWidths& widths, int left, int end) {
   const int row = kPartitionTop + kFieldBelowLabel;
   label.setBounds(Pixels(left, kPartitionTop, end - left, kLabelHeight));
   field.setBounds(Pixels(left, row, end - left - kGap - widths.choose, kFieldHeight));
@@ -80,7 +57,7 @@ void PlacePartition(Label& label, TextBox& field, Button& choose, Label& facts,
   facts.setBounds(Pixels(left, row + kFieldHeight + 4, end - left, kFactsHeight));
 }
 
-void PlacePartitions(Form1& form, const Widths& widths) {
+void PlacePartitions(Form1& form, const ButtonWidths& widths) {
   const int middle = (kLeft + kLeftEnd) / 2;
   PlacePartition(form.label[2], form.text[kBootPartition], form.command1[kChooseBoot],
                  form.facts[kBootPartition], widths, kLeft, middle - kColumnGap / 2);
@@ -88,7 +65,7 @@ void PlacePartitions(Form1& form, const Widths& widths) {
                  form.facts[kInstallPartition], widths, middle + kColumnGap / 2, kLeftEnd);
 }
 
-void PlaceChecksAndStart(Form1& form, const Widths& widths) {
+void PlaceChecksAndStart(Form1& form, const ButtonWidths& widths) {
   int top = kChecksTop;
   for (CheckIndex index : {kDoNotFormat, kRepairBoot, kRestart}) {
     form.check[index].setBounds(Pixels(kLeft, top, kLeftEnd - kLeft, kCheckHeight));
@@ -139,8 +116,19 @@ void PlaceOptions(Form1& form) {
 
 }  // namespace
 
-void LayOutMainWindow(Form1& form, unsigned locale) {
-  const Widths& widths = WidthsOf(locale);
+ButtonWidths ReadWidths(const std::string& list) {
+  constexpr int kNarrowest = 40, kWidest = 200;
+  int read[5];
+  const std::vector<std::string> parts = Split(list, ",");
+  if (parts.size() != std::size(read)) return {};
+  for (std::size_t i = 0; i < parts.size(); ++i) {
+    read[i] = static_cast<int>(LeadingNumber(Trim(parts[i])));
+    if (read[i] < kNarrowest || read[i] > kWidest) return {};
+  }
+  return {read[0], read[1], read[2], read[3], read[4]};
+}
+
+void LayOutMainWindow(Form1& form, const ButtonWidths& widths) {
   PlaceImageAndEdition(form, widths);
   PlacePartitions(form, widths);
   PlaceChecksAndStart(form, widths);

@@ -3,11 +3,9 @@
 #include <array>
 #include <string>
 
-namespace pavoline {
+#include "form/text_numbers.h"
 
-inline constexpr int kStringCount = 115;
-inline constexpr int kCaptionCount = 13;
-inline constexpr int kMoreCount = 81;
+namespace pavoline {
 
 // The tables of a language: what the program says, and the main window's fixed captions.
 // An entry that the language file lacks is empty.
@@ -15,7 +13,7 @@ struct Texts {
   std::array<std::string, kStringCount> strings;
   std::array<std::string, kCaptionCount> captions;
   std::array<std::string, kMoreCount> more;  // what the program says beyond the numbered table
-  std::string fonts;                         // names by preference, separated by commas
+  std::array<std::string, kOptionCount> options;
 };
 
 }  // namespace pavoline

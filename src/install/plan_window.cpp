@@ -12,7 +12,7 @@ class PlanWindow : public Form {
  public:
   PlanWindow(const Session& session, const std::string& text) : Form("PlanText") {
     constexpr int kWidth = 622, kHeight = 400, kBottom = kHeight - kMargin - kButtonHeight;
-    setCaption(WithoutAccessKey(More(session, kMoreDetails)));
+    setCaption(WithoutAccessKey(More(session, kMoreDetailsButton)));
     setFont(session.form.font());
     setSize((kWidth + kFramePixels) * kTwipsPerPixel, kHeight * kTwipsPerPixel);
     text_.setText(text);

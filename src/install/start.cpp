@@ -54,7 +54,7 @@ std::optional<Refusal> Confirmed(Session& session, const Plan& plan,
                      String(session, kTextConfirmTail);
   if (!BootToolsPresent(session)) text += "\r\r" + More(session, kMoreNoBootTools);
   const MessageButton details{
-      More(session, kMoreDetails),
+      More(session, kMoreDetailsButton),
       [&] { ShowPlanText(session, PlanText(session, plan, passed, Rehearse(session, plan))); }};
   const int answer =
       Message(session, text, kQuestionWarning, String(session, kTextInformation), details);

@@ -45,8 +45,8 @@ class Environment {
   virtual std::string networkAddress() = 0;
 
   virtual unsigned systemLocale() = 0;  // locale identifiers, for example 1033
-  virtual unsigned threadLocale() = 0;
-  virtual void setThreadLocale(unsigned locale) = 0;
+  // Returns the thread's locale from now on: the old one when the system does not know this one.
+  virtual unsigned setThreadLocale(unsigned locale) = 0;
 
   virtual bool fontExists(const std::string& name) = 0;
   virtual ScreenRoom screenRoom() = 0;  // what the main screen leaves to windows

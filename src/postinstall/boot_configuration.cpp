@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "config/locales.h"
 #include "form/text_numbers.h"
 #include "platform/environment.h"
 #include "platform/files.h"
@@ -32,28 +33,11 @@ std::string BootTool(Session& session, Tool tool) {
   return files.exists(system) ? system : std::string();
 }
 
-const char* LocaleName(unsigned locale) {
-  switch (locale) {
-    case 2052:
-      return "zh-CN";
-    case 1028:
-      return "zh-TW";
-    case 3076:
-      return "zh-HK";
-    case 1041:
-      return "ja-JP";
-    case 1042:
-      return "ko-KR";
-    default:
-      return "en-US";
-  }
-}
-
-// The edition's language; without one, that of the running thread, which later steps then see as
-// the edition's.
+// The edition's language; without one, that of the program, which later steps then see as the
+// edition's.
 std::string BootLanguage(Session& session, const BootJob& job) {
   if (!job.language.empty()) return job.language;
-  session.fallbackLanguage = LocaleName(session.platform.environment.threadLocale());
+  session.fallbackLanguage = LocaleOf(session.language).bootTag;
   return session.fallbackLanguage;
 }
 

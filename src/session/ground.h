@@ -16,7 +16,8 @@ struct GroundFacts {
   Texts texts;
   ProgramPaths paths;
   CommandLineOptions commandLine;
-  float osVersion = 0;  // major.minor of the running system; 0 when unknown
+  unsigned language = 0;  // locale identifier of the texts, and of the thread
+  float osVersion = 0;    // major.minor of the running system; 0 when unknown
 };
 
 struct Ground : GroundFacts {

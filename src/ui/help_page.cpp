@@ -1,8 +1,8 @@
 #include "ui/help_page.h"
 
+#include "config/locales.h"
 #include "form/text_numbers.h"
 #include "platform/dialogs.h"
-#include "platform/environment.h"
 #include "platform/files.h"
 #include "run/command_runner.h"
 #include "run/command_words.h"
@@ -13,9 +13,8 @@ namespace {
 // The help in the language in use or else in English; `kind` is the file's extension.
 std::string HelpFile(Session& session, const char* kind) {
   const std::string folder = session.paths.appDir + "\\Help\\";
-  const unsigned locale = session.platform.environment.threadLocale();
-  const std::string file = folder + std::to_string(locale) + kind;
-  return session.platform.files.exists(file) ? file : folder + "1033" + kind;
+  const std::string file = folder + std::to_string(session.language) + kind;
+  return session.platform.files.exists(file) ? file : folder + std::to_string(kEnglish) + kind;
 }
 
 }  // namespace

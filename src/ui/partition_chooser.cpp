@@ -74,7 +74,7 @@ void PartitionChooser::fillList(Session& session, const std::vector<PartitionEnt
     const PartitionEntry& row = rows[i];
     lines.push_back({row.drive, row.label, row.disk, row.fileSystem, row.size});
     const bool letterless = drives_[i].empty();  // the answer is then another drive's
-    if (letterless) lines.back().front() = More(session, kMoreNoLetter);
+    if (letterless) lines.back().front() = More(session, kMoreLetterless);
     lines.back().push_back(DiskNumber(row));
     lines.back().push_back(free[i] && !letterless ? ReadableSize(*free[i]) : std::string());
   }

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "config/language.h"
+#include "config/locales.h"
 #include "config/settings_file.h"
 #include "form/text_numbers.h"
 #include "platform/dialogs.h"
@@ -21,8 +22,6 @@
 namespace pavoline {
 namespace {
 
-constexpr unsigned kSimplifiedChinese = 2052;
-
 MenuItem Item(int id, const std::string& text, int image = 0) {
   return {id, text, false, image, {}, true};
 }
@@ -33,7 +32,7 @@ MenuItem Submenu(const std::string& text, int image, std::vector<MenuItem> items
 }
 
 std::string ToolText(Session& session, const CompanionTool& tool) {
-  const bool chinese = session.platform.environment.threadLocale() == kSimplifiedChinese;
+  const bool chinese = LocaleOf(session.language).chineseTools;
   return std::string(chinese ? tool.chineseName : tool.name) + "\tCtrl+" +
          static_cast<char>(tool.keyCode);
 }

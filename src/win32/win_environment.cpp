@@ -92,9 +92,10 @@ Firmware WinEnvironment::firmware() {
 
 unsigned WinEnvironment::systemLocale() { return GetSystemDefaultLCID(); }
 
-unsigned WinEnvironment::threadLocale() { return GetThreadLocale(); }
-
-void WinEnvironment::setThreadLocale(unsigned locale) { SetThreadLocale(locale); }
+unsigned WinEnvironment::setThreadLocale(unsigned locale) {
+  SetThreadLocale(locale);
+  return GetThreadLocale();
+}
 
 bool WinEnvironment::fontExists(const std::string& name) {
   const std::wstring face = Wide(name);

@@ -18,8 +18,7 @@ class WinEnvironment : public Environment {
   std::string networkAddress() override;
   Firmware firmware() override;
   unsigned systemLocale() override;
-  unsigned threadLocale() override;
-  void setThreadLocale(unsigned locale) override;
+  unsigned setThreadLocale(unsigned locale) override;
   bool fontExists(const std::string& name) override;
   ScreenRoom screenRoom() override;
   LocalTime now() override;

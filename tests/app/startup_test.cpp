@@ -38,6 +38,17 @@ TEST(Startup, ReadsTheSettingsFileThatIsNamedAndNoOther) {
   }
 }
 
+TEST(Startup, SpeaksAsTheSystemUnlessToldALocaleThatItKnows) {
+  for (const unsigned unknown : {0u, 1031u}) {
+    Installer w;
+    for (const char* file : {"1031", "1033"}) {
+      w.files.put("X:\\Pavoline\\Lang\\" + std::string(file) + ".lng", "[Language]\r\n");
+    }
+    w.environment.unknownLocale = unknown;
+    EXPECT_EQ(w.start({"/lng:1031"}).language, unknown == 0 ? 1031u : 1033u);
+  }
+}
+
 TEST(Startup, ChoosesTheToolsByTheMachine) {
   for (const auto& [sysWow, is64, arch] :
        {std::tuple{true, false, "x64"}, {false, true, "x64"}, {false, false, "x86"}}) {

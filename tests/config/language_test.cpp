@@ -22,11 +22,12 @@ TEST(Language, FallsBackFromRelatedLocalesToEnglish) {
        {Case{3079, "1031", 1031}, Case{3079, "3079", 3079}, Case{4100, "2052", 2052},
         Case{5124, "1028", 1028}, Case{1041, "1033", 1033}, Case{3079, "1033", 1033}}) {
     Workshop shop;
-    shop.environment.thread = locale;
+    shop.session.language = shop.environment.setThreadLocale(locale);
     Ship(shop, shipped);
     LoadLanguage(shop.session);
     EXPECT_EQ(shop.form.command1[kStart].text(), "go " + shipped) << locale;
     EXPECT_EQ(shop.environment.thread, threadLocale) << locale;
+    EXPECT_EQ(shop.session.language, threadLocale) << locale;
   }
 }
 
@@ -38,7 +39,7 @@ TEST(Language, ReadsItsTablesCutsLongTextsAndPicksTheFirstFontThere) {
        "String(40)=" + std::string(300, 'x') +
            "\r\nCaption(12)= Options \r\nString(115)=no\r\n[More]\r\nMore(1)=mehr\r\n");
   Ship(shop, "1033", "String(41)=no\r\n[More]\r\nMore(1)=no\r\nMore(24)= more \r\n");
-  shop.environment.thread = 1031;
+  shop.session.language = 1031;
   LoadLanguage(shop.session);
   EXPECT_EQ(shop.session.texts.strings[40], std::string(254, 'x'));
   EXPECT_EQ(shop.form.frame[kOptionsFrame].text(), "Options");
@@ -46,6 +47,24 @@ TEST(Language, ReadsItsTablesCutsLongTextsAndPicksTheFirstFontThere) {
   EXPECT_EQ(shop.session.texts.more[1], "mehr");
   EXPECT_EQ(shop.session.texts.more[24], "more") << "English for want of its own";
   EXPECT_EQ(shop.form.font(), "Tahoma");
+}
+
+TEST(Language, SavesWhatLoadsBackToTheSameAndTakesOptionsOfTheRelatedOne) {
+  Workshop shop;
+  shop.files.put(kLang + std::string("1028.lng"),
+                 "[Option]\r\nfont=b\r\nWidths=50,60,70,80,90\r\n");
+  shop.files.put(kLang + std::string("3076.lng"),
+                 "[Option]\r\nFont=a\r\nCodePage=CP950\r\n[Language]\r\nString(2)=' go '\r\n");
+  shop.session.language = 3076;
+  LoadLanguage(shop.session);
+  EXPECT_TRUE(WriteLanguageFile(shop.session, kLang + std::string("3077.lng")));
+  shop.files.drop(kLang + std::string("1028.lng"));
+  const Texts texts = std::exchange(shop.session.texts, {});
+  shop.session.language = 3077;
+  LoadLanguage(shop.session);
+  EXPECT_EQ(shop.session.texts.options, texts.options);
+  EXPECT_EQ(shop.session.texts.strings, texts.strings);
+  EXPECT_EQ(texts.options, (decltype(texts.options){"a", "50,60,70,80,90", "CP950", ""}));
 }
 
 }  // namespace pavoline

@@ -51,7 +51,7 @@ TEST_F(Refusing, EachStartThatCannotSucceed) {
   person.main.command(kStart).click();
   const auto question = bench::waitForMessage(person.main.program(), kPatience);
   ASSERT_TRUE(question);
-  person.presses(question->window, more(kMoreDetails));
+  person.presses(question->window, more(kMoreDetailsButton));
   bench::Window plan = person.sees("PlanText");
   ASSERT_TRUE(plan);
   EXPECT_THAT(plan.childOfClass("Edit").text(), HasSubstr("\\format.com E: /FS:NTFS"));

@@ -51,7 +51,7 @@ std::string cutChangingTexts(const Texts& texts) {
                         PhaseNow{Phase::kExtract, 0},
                         kHours,
                         kHours};
-  return faults + bench::cutText(main.stop(), texts.more[kMoreStop]) +
+  return faults + bench::cutText(main.stop(), texts.more[kMoreStopButton]) +
          bench::cutText(main.overall(), OverallLine(texts, longest));
 }
 

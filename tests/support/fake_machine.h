@@ -24,7 +24,7 @@ struct FakeEnvironment : Environment {
   std::vector<std::string> commandLine = {"X:\\Pavoline\\Pavoline.exe"};
   bool is64Bit = false;
   Firmware startedBy = Firmware::kUnknown;
-  unsigned thread = 1033;
+  unsigned thread = 1033, unknownLocale = 0;
   std::deque<double> randoms;  // the next numbers; 0.5 when none is left
   int reseeds = 0;
   ScreenRoom screen{28800, 16200};  // 1920x1080 at 96 dpi
@@ -46,8 +46,9 @@ struct FakeEnvironment : Environment {
   std::string networkAddress() override { return network; }
   Firmware firmware() override { return startedBy; }
   unsigned systemLocale() override { return 1033; }
-  unsigned threadLocale() override { return thread; }
-  void setThreadLocale(unsigned locale) override { thread = locale; }
+  unsigned setThreadLocale(unsigned locale) override {
+    return locale == unknownLocale ? thread : thread = locale;
+  }
   bool fontExists(const std::string& name) override { return name == "Tahoma"; }
   ScreenRoom screenRoom() override { return screen; }
   LocalTime now() override;  // 2024-05-06 00:00:00 and the simulated time

@@ -68,6 +68,7 @@ void FurnishProgram(Workshop& workshop) {
   const std::string bin = "X:\\Pavoline\\Bin";
   workshop.files.put("X:\\Pavoline\\Pavoline.exe");
   workshop.files.put(bin + "\\wimlib-imagex\\x64\\wimlib-imagex.exe");
+  workshop.session.language = workshop.environment.thread;
   ProgramPaths& paths = workshop.session.paths;
   paths.appDir = "X:\\Pavoline";
   paths.appParentDir = "X:";

@@ -55,7 +55,7 @@ TEST(SystemMenu, ListsAndStartsTheToolsThatAreThere) {
   }
   EXPECT_THAT(tools(), ElementsAre("2010 Brantor\tCtrl+B", "2011 Quillet\tCtrl+R",
                                    "2013 DiskGenius\tCtrl+D", "2012 Ghost\tCtrl+G"));
-  w.environment.thread = 2052;
+  w.session.language = 2052;
   EXPECT_THAT(tools(), Contains("2010 系统备份 \tCtrl+B"));
 
   w.files.shortNames = false;
@@ -124,7 +124,7 @@ TEST(SystemMenu, OpensTheHelpWithWhatTheSystemHas) {
   for (const char* file : {"1031.html", "1033.txt"}) w.files.put(help + file);
   w.files.put("C:\\Windows\\System32\\notepad.exe");
   w.files.shortNames = false;
-  w.environment.thread = 1031;
+  w.session.language = 1031;
   w.choose(kMenuHelp);
   EXPECT_THAT(w.dialogs.documents, ElementsAre(help + "1031.html"));
   EXPECT_THAT(w.processes.ran, IsEmpty());
