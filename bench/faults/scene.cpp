@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <functional>
 #include <map>
-#include <set>
 #include <sstream>
 #include <stdexcept>
 
@@ -18,23 +17,11 @@
 namespace faults {
 namespace {
 
-constexpr char kOldFile[] = "E:\\letter.txt";
-constexpr char kOldMenu[] = "the old menu";
-constexpr char kStore[] = "S:\\Boot\\BCD";
-const char* const kTools[] = {"wimlib-imagex.exe", "ghost.exe",    "dism.exe",     "format.com",
-                              "bcdboot.exe",       "bootsect.exe", "diskpart.exe", "imdisk.exe",
-                              "shutdown.exe",      "CxDir.exe",    "fix.exe"};
-
 std::vector<std::pair<std::string, std::string>> moved;  // where it belongs, where it is
 std::vector<std::string> mounted;                        // Unix folders
 
 void must(bool done, const std::string& what) {
   if (!done) throw std::runtime_error("could not " + what);
-}
-
-bool shell(const std::string& script, const std::string& argument = "") {
-  return bench::runUnix(
-             {"bash", "-c", "cd / && bench=$PAVOLINE_BENCH && " + script, "faults", argument}) == 0;
 }
 
 std::string unixOf(const std::string& path) { return bench::unixPath(bench::fromUtf8(path)); }
@@ -162,45 +149,12 @@ void applyWord(Case& row, const std::string& word) {
   }
 }
 
-std::set<std::string> filesIn(const std::string& folder) {
-  std::set<std::string> names;
-  WIN32_FIND_DATAW found{};
-  const HANDLE search = FindFirstFileW(bench::fromUtf8(folder + "*").c_str(), &found);
-  if (search == INVALID_HANDLE_VALUE) return names;
-  do {
-    std::string name = bench::toUtf8(found.cFileName);
-    std::replace_if(
-        name.begin(), name.end(), [](unsigned char c) { return isdigit(c); }, '#');
-    // A list that is just being made stays when the program ends.
-    const bool passing = name == "Pavoline.log" || name == "GetPart.log";
-    if (name[0] != '.' && !passing) names.insert(name);
-  } while (FindNextFileW(search, &found));
-  FindClose(search);
-  return names;
-}
-
-std::string onTarget(int edition) {
-  if (!bench::exists("E:\\")) return "gone";
-  const bool old = bench::exists(kOldFile);
-  const bool begun = bench::exists("E:\\Windows") || bench::exists("E:\\Program Files");
-  if (systemComplete(edition)) return old ? "the system among the old files" : "the system";
-  if (begun) return old ? "part of the system among the old files" : "part of the system";
-  return old ? "old files" : "empty";
-}
-
-std::string menu() {
-  if (menuNew()) return "new menu";
-  if (bench::read(kStore) == kOldMenu) return "old menu";
-  return bench::exists(std::string(kStore) + ".before") ? "old menu set aside" : "no menu";
-}
-
-std::string joined(const std::set<std::string>& names) {
-  std::string text;
-  for (const std::string& name : names) text += (text.empty() ? "" : " ") + name;
-  return text;
-}
-
 }  // namespace
+
+bool shell(const std::string& script, const std::string& argument) {
+  return bench::runUnix(
+             {"bash", "-c", "cd / && bench=$PAVOLINE_BENCH && " + script, "faults", argument}) == 0;
+}
 
 void prepare(Case& row) {
   endEverything();
@@ -256,64 +210,6 @@ void endEverything() {
   bench::endProcesses("Pavoline.exe");
   bench::endProcesses("cmd.exe");
   for (const char* tool : kTools) bench::endProcesses(tool);
-}
-
-std::string leftBehind(int edition) {
-  // What is started without being waited for takes a while; a file that a program still held goes
-  // with its last handle.
-  constexpr ULONGLONG kLongest = 20000;
-  const auto settled = [] {
-    return !bench::isRunning("imdisk.exe") && !bench::isRunning("shutdown.exe") &&
-           !filesIn(kTemp).contains("tool#.err");
-  };
-  bench::waitUntil(kLongest, settled);
-  std::string text = "E: " + onTarget(edition) + "; S: " + menu();
-  if (const auto files = filesIn(kTemp); !files.empty()) text += "; temp: " + joined(files);
-  std::set<std::string> running;
-  for (const char* tool : kTools) {
-    if (bench::isRunning(tool)) running.insert(tool);
-  }
-  if (!running.empty()) text += "; runs on: " + joined(running);
-  std::string drives;
-  for (char letter = 'F'; letter <= 'Z'; ++letter) {
-    if (letter != 'S' && bench::exists({letter, ':', '\\'})) drives += letter;
-  }
-  if (!drives.empty()) text += "; another drive " + drives + ":";
-  if (shell("[[ -f $bench/restart ]]")) text += "; restart";
-  return text;
-}
-
-bool systemComplete(int edition) {
-  const bool old = DeleteFileA(kOldFile);
-  const bool complete = bench::holdsSystem(edition, 'E');
-  if (old) bench::write(kOldFile, "stays");
-  return complete;
-}
-
-bool menuNew() { return bench::read(kStore).find("windows=E:\\Windows") != std::string::npos; }
-
-bool driversIn() {
-  return shell(
-      "(($(find \"$bench/volumes/e/Windows/System32/DriverStore\" -name '[ab].inf' | wc -l) == "
-      "2))");
-}
-
-bool otherDrivesWhole() { return bench::read("D:\\letter.txt") == "stays"; }
-
-std::string recorded() {
-  std::string last;
-  const std::string log = "Pavoline.log";
-  std::istringstream lines(bench::read(kTemp + log) +
-                           bench::read(std::string(bench::kAppFolder) + "\\" + log));
-  for (std::string line; std::getline(lines, line);) {
-    if (!line.empty() && line.back() == '\r') line.pop_back();
-    const size_t at = line.find("outcome: ");
-    if (at != std::string::npos)
-      last = line.substr(at + 9);
-    else if (last.empty() && line.find("  closed, ") != std::string::npos)
-      last = line.substr(line.find("  closed, ") + 2);
-  }
-  return last;
 }
 
 }  // namespace faults

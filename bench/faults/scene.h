@@ -3,10 +3,19 @@
 #include <string>
 #include <vector>
 
-// What stands on the bench when a fault is tried, what goes wrong there, and what is left.
+// What stands on the bench when a fault is tried, and what goes wrong there.
 namespace faults {
 
 inline constexpr char kTemp[] = "C:\\windows\\temp\\";
+
+// What every scene begins with.
+inline constexpr char kOldFile[] = "E:\\letter.txt";
+inline constexpr char kOldMenu[] = "the old menu";
+inline constexpr char kStore[] = "S:\\Boot\\BCD";
+
+inline constexpr const char* kTools[] = {
+    "wimlib-imagex.exe", "ghost.exe",  "dism.exe",     "format.com", "bcdboot.exe", "bootsect.exe",
+    "diskpart.exe",      "imdisk.exe", "shutdown.exe", "CxDir.exe",  "fix.exe"};
 
 // Something that happens while the program works.
 struct Event {
@@ -38,13 +47,7 @@ void clear();
 // Ends the program and every tool, as a power cut does.
 void endEverything();
 
-// "E: the system; S: new menu; temp: apply.bat; runs: format.com".
-std::string leftBehind(int edition);
-bool systemComplete(int edition);
-bool menuNew();
-bool driversIn();
-bool otherDrivesWhole();
-// What the program's record says last of an outcome, or of its end.
-std::string recorded();
+// A script of the Unix side, which finds the run's folder in $bench and its argument in $1.
+bool shell(const std::string& script, const std::string& argument = "");
 
 }  // namespace faults

@@ -8,6 +8,7 @@
 #include "driver/drive_files.h"
 #include "driver/main_window.h"
 #include "driver/process.h"
+#include "faults/remains.h"
 #include "form/text_numbers.h"
 #include "ui/system_menu.h"
 
