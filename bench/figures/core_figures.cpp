@@ -112,8 +112,6 @@ class CountingProcesses : public Processes {
   std::unique_ptr<StartedProgram> start(const StartRequest& request) override {
     return real_.start(request);
   }
-  std::uintptr_t disableRedirection() override { return real_.disableRedirection(); }
-  void revertRedirection(std::uintptr_t value) override { real_.revertRedirection(value); }
   std::vector<RunningProcess> list() override { return real_.list(); }
   void terminate(std::uint32_t id) override { real_.terminate(id); }
   void handleEvents() override {

@@ -23,7 +23,7 @@ BootStores::BootStores(Session& session, const std::string& bootDrive) : session
       if (files.exists(Aside(store))) aside_.push_back(store);
       continue;
     }
-    if (files.exists(Aside(store))) DeleteTree(session, Aside(store), kDeleteQuietly);
+    if (files.exists(Aside(store))) files.deleteTreeQuietly(Aside(store));
     if (files.rename(store, Aside(store))) {
       aside_.push_back(store);
     } else {
@@ -37,7 +37,7 @@ bool BootStores::settle() {
   bool putBack = false;
   for (const std::string& store : aside_) {
     if (files.exists(store)) {
-      DeleteTree(session_, Aside(store), kDeleteQuietly);
+      session_.platform.files.deleteTreeQuietly(Aside(store));
     } else if (files.rename(Aside(store), store)) {
       Journal(session_, "boot store put back: " + store);
       putBack = true;
