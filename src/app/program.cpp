@@ -33,7 +33,8 @@ void Program::fault(const std::string& what) {
   session_.exitCode = ExitCode::kFault;
   session_.form.unload();
   // Behind the window's end: nothing is waited for in a state that nobody expected.
-  CloseRecord(session_, ended.get(), {Outcome::kFailed, "", {what, "", 0, ExitCode::kFault}});
+  CloseRecord(session_, ended.get(),
+              {Outcome::kFailed, "", {what, "", kErrorMessage, ExitCode::kFault}});
 }
 
 void Program::connect() {

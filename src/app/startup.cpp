@@ -70,7 +70,7 @@ void ReadCommandLine(Session& session) {
 bool RefuseToStart(Session& session, const Failure& failure) {
   session.exitCode = failure.code;
   CloseRecord(session, nullptr, {Outcome::kRefused, "start", failure});
-  Message(session, failure.text, failure.flags, failure.title);
+  Message(session, failure.text, failure.kind, failure.title);
   return false;
 }
 

@@ -76,8 +76,8 @@ class DryDrives : public Drives {
 // Nothing is shown; questions are answered with OK.
 class DryDialogs : public Dialogs {
  public:
-  int message(const std::string&, int, const std::string&, const MessageLimit&,
-              const MessageButton&) override {
+  Answer message(const std::string&, MessageKind, const std::string&, const MessageLimit&,
+                 const MessageButton&) override {
     return kAnswerOk;
   }
   std::string openFile(const FileRequest&) override { return {}; }

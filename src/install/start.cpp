@@ -56,7 +56,7 @@ std::optional<Refusal> Confirmed(Session& session, const Plan& plan,
   const MessageButton details{
       More(session, kMoreDetails),
       [&] { ShowPlanText(session, PlanText(session, plan, passed, Rehearse(session, plan))); }};
-  const int answer =
+  const Answer answer =
       Message(session, text, kQuestionWarning, String(session, kTextInformation), details);
   if (answer == kAnswerOk) return {};
   return Refusal{"", ExitCode::kCancelled};

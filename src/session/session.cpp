@@ -14,8 +14,8 @@
 namespace pavoline {
 namespace {
 
-bool IsQuestion(int flags) {
-  return flags == kQuestionWarning || flags == kQuestionError || flags == kQuestionDefaultCancel;
+bool IsQuestion(MessageKind kind) {
+  return kind == kQuestionWarning || kind == kQuestionError || kind == kQuestionDefaultCancel;
 }
 
 bool IsLanguageTag(const std::string& text) {
@@ -24,21 +24,21 @@ bool IsLanguageTag(const std::string& text) {
   });
 }
 
-MessageLimit UsualLimit(const Session& session, int flags) {
+MessageLimit UsualLimit(const Session& session, MessageKind kind) {
   if (!session.commandLine.install) return {};
   return {session.commandLine.silent ? kSilentSeconds : kUnattendedSeconds,
-          IsQuestion(flags) ? kAnswerCancel : kAnswerOk};
+          IsQuestion(kind) ? kAnswerCancel : kAnswerOk};
 }
 
-int Show(Session& session, const std::string& text, int flags, const std::string& title,
-         const MessageLimit& limit, const MessageButton& further) {
+Answer Show(Session& session, const std::string& text, MessageKind kind, const std::string& title,
+            const MessageLimit& limit, const MessageButton& further) {
   Journal(session, "message: " + title + ": " + text);
   const std::uint64_t shown = session.platform.environment.milliseconds();
-  const int answer = session.platform.dialogs.message(text, flags, title, limit, further);
+  const Answer answer = session.platform.dialogs.message(text, kind, title, limit, further);
   const std::uint64_t passed = session.platform.environment.milliseconds() - shown;
   const char* given = answer == kAnswerOk ? "answer: OK" : "answer: Cancel";
   Journal(session,
-          (IsQuestion(flags) ? given : "closed") + (" after " + std::to_string(passed) + " ms"));
+          (IsQuestion(kind) ? given : "closed") + (" after " + std::to_string(passed) + " ms"));
   if (limit.seconds > 0 && passed >= static_cast<std::uint64_t>(limit.seconds) * 1000) {
     Journal(session, "not answered in " + std::to_string(limit.seconds) + " seconds");
   }
@@ -65,18 +65,19 @@ std::string TempFile(Session& session, const std::string& name) {
   return session.platform.environment.variable("windir") + "\\temp\\" + name;
 }
 
-int Message(Session& session, const std::string& text, int flags, const std::string& title) {
-  return Show(session, text, flags, title, UsualLimit(session, flags), {});
+Answer Message(Session& session, const std::string& text, MessageKind kind,
+               const std::string& title) {
+  return Show(session, text, kind, title, UsualLimit(session, kind), {});
 }
 
-int Message(Session& session, const std::string& text, int flags, const std::string& title,
-            const MessageLimit& limit) {
-  return Show(session, text, flags, title, limit, {});
+Answer Message(Session& session, const std::string& text, MessageKind kind,
+               const std::string& title, const MessageLimit& limit) {
+  return Show(session, text, kind, title, limit, {});
 }
 
-int Message(Session& session, const std::string& text, int flags, const std::string& title,
-            const MessageButton& further) {
-  return Show(session, text, flags, title, UsualLimit(session, flags), further);
+Answer Message(Session& session, const std::string& text, MessageKind kind,
+               const std::string& title, const MessageButton& further) {
+  return Show(session, text, kind, title, UsualLimit(session, kind), further);
 }
 
 void Journal(Session& session, const std::string& text) {

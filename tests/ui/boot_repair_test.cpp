@@ -56,7 +56,7 @@ TEST(BootRepair, AsksThenReportsWhichStoresAreThere) {
 TEST(BootRepair, TouchesNothingWhenItMustNotRun) {
   using Arrange = std::function<void(RepairWorkshop&)>;
   const std::tuple<const char*, Arrange, std::vector<std::string>> cases[] = {
-      {"cancelled", [](auto& w) { w.dialogs.answers = {2}; }, {"S68 S:\n\nS18|S8|49"}},
+      {"cancelled", [](auto& w) { w.dialogs.answers = {kAnswerCancel}; }, {"S68 S:\n\nS18|S8|49"}},
       {"list not read yet", [](auto& w) { w.form.setTag("0"); }, {"S45|Initializing...|64"}},
       {"boot partition gone", [](auto& w) { w.drives.remove("S:"); }, {"S15 S:|S12|16"}},
       {"no Windows",
