@@ -54,8 +54,8 @@ void Program::connect() {
   for (int index = 0; index <= kStart; ++index) {
     form.command1[index].onClick = [&session, index] { Command1_Click(session, index); };
   }
-  for (int index = kUseAnswerFile; index <= kRunPlugin; ++index) {
-    form.check[index].onChange = [&session, index] { Check_Click(session, index); };
+  for (const OptionRow& row : form.optionRows) {
+    row.box.onChange = [&row] { Check_Click(row); };
   }
 
   for (const int index : {kBootPartition, kInstallPartition}) {

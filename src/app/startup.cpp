@@ -1,5 +1,7 @@
 #include "app/startup.h"
 
+#include <algorithm>
+
 #include "app/command_line.h"
 #include "app/hot_keys.h"
 #include "app/main_buttons.h"
@@ -96,8 +98,8 @@ bool ChooseImageTool(Session& session) {
 
 void HideAdvancedMode(Session& session) {
   const Form1& form = session.form;
-  const bool anyStep = form.check[kUseAnswerFile].ticked() || form.check[kAddDrivers].ticked() ||
-                       form.check[kRunPlugin].ticked();
+  const bool anyStep =
+      std::ranges::any_of(form.optionRows, [](const OptionRow& row) { return row.box.ticked(); });
   if (anyStep || !session.advancedModeHide) return;
   session.form.status.setText(String(session, kTextStatusWide));
   ShowOptionFrames(session.form, false);

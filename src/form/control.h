@@ -169,14 +169,24 @@ class OptionButton : public Control {
 // for.
 using KeyFilter = std::function<bool(char32_t)>;
 
-class TextBox : public Control {
+// A line of text that is entered, or chosen from a list.
+class Field : public Control {
  public:
-  TextBox() : Control(Kind::kTextBox) {}
-  void setText(const std::string& text) {
+  virtual void setText(const std::string& text) = 0;
+
+  std::function<void()> onChange;  // text or selection changed
+  KeyFilter onKeyPress;            // empty: every character is taken
+
+ protected:
+  using Control::Control;
+};
+
+class TextBox : public Field {
+ public:
+  TextBox() : Field(Kind::kTextBox) {}
+  void setText(const std::string& text) override {
     if (set(text_, text) && onChange) onChange();
   }
-  std::function<void()> onChange;
-  KeyFilter onKeyPress;  // empty: every character is taken
 };
 
 // Lines of text to be read: they can be scrolled and copied, not changed.
@@ -187,9 +197,9 @@ class TextView : public Control {
 };
 
 // A drop-down list, or with `editable` a text field with a list.
-class ComboBox : public Control {
+class ComboBox : public Field {
  public:
-  explicit ComboBox(bool editable = false) : Control(Kind::kComboBox), editable_(editable) {}
+  explicit ComboBox(bool editable = false) : Field(Kind::kComboBox), editable_(editable) {}
 
   bool editable() const { return editable_; }
   const std::vector<std::string>& items() const { return items_; }
@@ -201,11 +211,9 @@ class ComboBox : public Control {
   // Chooses a line; an index outside the list chooses none.
   void select(int index);
   // Text typed into an editable box; the selection goes. In a list box it chooses the equal line.
-  void setText(const std::string& text);
+  void setText(const std::string& text) override;
 
-  std::function<void()> onChange;    // text or selection changed
   std::function<void()> onDropDown;  // the list is about to open
-  KeyFilter onKeyPress;
 
  private:
   bool editable_;
