@@ -11,16 +11,16 @@
 namespace pavoline {
 namespace {
 
-void ChoosePartition(Session& session, PartitionPurpose purpose) {
-  if (LeadingNumber(session.form.tag()) == 0) {
+void ChoosePartition(Session& session, PartitionListKind kind) {
+  if (session.form.marks.startupStage == 0) {
     Message(session, String(session, kTextListNotReady), kInformationMessage, "Initializing...");
     return;
   }
-  if (May(session, Action::kChoose)) ShowPartitionChooser(session, purpose);
+  if (May(session, Action::kChoose)) ShowPartitionChooser(session, kind);
 }
 
-void ChooseBoot(Session& session) { ChoosePartition(session, PartitionPurpose::kBoot); }
-void ChooseInstall(Session& session) { ChoosePartition(session, PartitionPurpose::kInstall); }
+void ChooseBoot(Session& session) { ChoosePartition(session, PartitionListKind::kBoot); }
+void ChooseInstall(Session& session) { ChoosePartition(session, PartitionListKind::kInstall); }
 
 }  // namespace
 

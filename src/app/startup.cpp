@@ -204,17 +204,17 @@ void StartupTick(Session& session) {
   const bool unattended = session.commandLine.install;
   if (unattended) LockForUnattended(session);
   form.timer2.setEnabled(false);
-  form.setTag("0");
+  form.marks.startupStage = 0;
   GetPart(session);
   if (form.unloaded()) return;
   FillPartitionList(session, PartitionListKind::kInstall);
   FillPartitionList(session, PartitionListKind::kBoot);
   ShowPartitionFacts(session);
-  form.setTag("1");
+  form.marks.startupStage = 1;
   DiscoverPlugins(session, session.options.pluginDir);
   if (form.unloaded()) return;
   session.platform.files.setCurrentFolder(session.paths.appDir);
-  form.setTag("2");
+  form.marks.startupStage = 2;
   if (!session.commandLine.sourcePath.empty()) form.combo1.setText(session.commandLine.sourcePath);
   if (form.unloaded()) return;
   if (unattended) {

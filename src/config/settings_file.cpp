@@ -82,12 +82,12 @@ std::string SaveBox(const Session& session) {
 
 void LoadFormatChoice(Session& session, const std::string& value) {
   LoadBox<kDoNotFormat>(session, value);
-  session.form.check[kDoNotFormat].setTag(value == "1" ? "1" : "0");
+  session.form.marks.formatChoice = value == "1" ? "1" : "0";
 }
 // A Ghost image takes the choice away and clears the box; what was chosen is kept.
 std::string SaveFormatChoice(const Session& session) {
   const CheckBox& box = session.form.check[kDoNotFormat];
-  const std::string& kept = box.tag();
+  const std::string& kept = session.form.marks.formatChoice;
   return !box.enabled() && !kept.empty() ? kept : std::to_string(box.value());
 }
 

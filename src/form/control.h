@@ -56,10 +56,6 @@ class Control {
   const std::string& spokenName() const { return spokenName_; }
   void setSpokenName(const std::string& name) { set(spokenName_, name); }
 
-  // A word for the logic's own use, never shown.
-  const std::string& tag() const { return tag_; }
-  void setTag(const std::string& tag) { tag_ = tag; }
-
   // Grows with every visible change; what shows the control compares it with what it showed.
   unsigned revision() const { return revision_; }
 
@@ -85,7 +81,6 @@ class Control {
   Rect bounds_;
   std::string tooltip_;
   std::string spokenName_;
-  std::string tag_;
   unsigned revision_ = 0;
 };
 

@@ -56,6 +56,19 @@ struct OptionRow {
   std::string wanted() const { return box.ticked() ? field.text() : std::string(); }
 };
 
+// What the window keeps besides what it shows.
+struct Marks {
+  // How far the start has come: 1 with the partitions listed, 2 with the plug-ins found.
+  int startupStage = 0;
+
+  // The value of the box against formatting, for as long as a Ghost image takes the choice away.
+  std::string formatChoice;
+
+  // Two letters drawn for the installation that was started last. Nothing reads them so far: they
+  // are for whoever has to tell one start from another.
+  std::string installation;
+};
+
 // The main window.
 class Form1 : public Form {
  public:
@@ -79,6 +92,8 @@ class Form1 : public Form {
   Label overall;  // below the bar: how far the whole installation is
   Timer timer1, timer2, timer3, timer4;
   Timer overallTimer;
+
+  Marks marks;
 
   // By OptionRowIndex, from top to bottom.
   const OptionRow optionRows[3];

@@ -34,7 +34,7 @@ TEST(Settings, GiveTheDefaultsWithoutAFileWithGarbageAndWithTheSample) {
     for (int box = kRepairBoot; box <= kRunPlugin; ++box) {
       EXPECT_EQ(form.check[box].ticked(), box == kRepairBoot || box == kRestart) << box;
     }
-    EXPECT_EQ(form.check[kDoNotFormat].tag(), "0");
+    EXPECT_EQ(form.marks.formatChoice, "0");
     EXPECT_EQ(shop.session.options.searchLevel, 2);
     EXPECT_EQ(shop.session.options.pluginDir, "Plug-in");
     EXPECT_TRUE(shop.session.minimizeGhost);
