@@ -15,9 +15,9 @@ namespace {
 using bench::Window;
 using Arguments = std::vector<std::string>;
 
-int number(const std::string& text) { return static_cast<int>(strtol(text.c_str(), nullptr, 0)); }
+int Number(const std::string& text) { return static_cast<int>(strtol(text.c_str(), nullptr, 0)); }
 
-bool print(const std::string& text) {
+bool Print(const std::string& text) {
   printf("%s\n", text.c_str());
   return true;
 }
@@ -31,29 +31,29 @@ struct ControlVerb {
 };
 
 const ControlVerb kControlVerbs[] = {
-    {"text", 0, "ID", [](auto& control, auto&) { print(control.text()); }},
+    {"text", 0, "ID", [](auto& control, auto&) { Print(control.text()); }},
     {"enter", 1, "ID TEXT", [](auto& control, auto& a) { control.enterText(a[0]); }},
     {"type", 1, "ID TEXT", [](auto& control, auto& a) { control.typeText(a[0]); }},
     {"click", 0, "ID", [](auto& control, auto&) { control.click(); }},
-    {"tick", 1, "ID 0|1", [](auto& control, auto& a) { control.tick(number(a[0]) != 0); }},
-    {"select", 1, "ID INDEX", [](auto& control, auto& a) { control.select(number(a[0])); }},
+    {"tick", 1, "ID 0|1", [](auto& control, auto& a) { control.tick(Number(a[0]) != 0); }},
+    {"select", 1, "ID INDEX", [](auto& control, auto& a) { control.select(Number(a[0])); }},
     {"pick", 1, "ID ROW (double click in a list)",
-     [](auto& control, auto& a) { control.doubleClickRow(number(a[0])); }},
+     [](auto& control, auto& a) { control.doubleClickRow(Number(a[0])); }},
     {"drop", 1, "ID FILE...", [](auto& control, auto& a) { control.dropFiles(a); }},
 };
 
 // The control of this number in any window of the program.
-Window findControl(const std::string& program, const std::string& id) {
-  for (const Window& window : bench::windowsOf(program)) {
+Window FindControl(const std::string& program, const std::string& id) {
+  for (const Window& window : bench::WindowsOf(program)) {
     if (!window.visible()) continue;
-    if (const Window found = window.child(number(id))) return found;
+    if (const Window found = window.child(Number(id))) return found;
   }
   fprintf(stderr, "no control %s\n", id.c_str());
   return {};
 }
 
-bool pressControl(const ControlVerb& verb, const std::string& program, const Arguments& arguments) {
-  const Window control = findControl(program, arguments[0]);
+bool PressControl(const ControlVerb& verb, const std::string& program, const Arguments& arguments) {
+  const Window control = FindControl(program, arguments[0]);
   if (control) verb.act(control, {arguments.begin() + 1, arguments.end()});
   return static_cast<bool>(control);
 }
@@ -66,42 +66,42 @@ struct ProgramVerb {
   bool (*act)(const std::string& program, const Arguments& arguments);
 };
 
-Window mainWindow(const std::string& program) { return bench::findWindow(program, "", ""); }
+Window MainWindow(const std::string& program) { return bench::TopWindow(program, "", ""); }
 
-bool pressKey(const std::string& program, const Arguments& arguments) {
-  mainWindow(program).key(number(arguments[0]));
+bool PressKey(const std::string& program, const Arguments& arguments) {
+  MainWindow(program).key(Number(arguments[0]));
   return true;
 }
 
-bool pressChord(const std::string& program, const Arguments& arguments) {
+bool PressChord(const std::string& program, const Arguments& arguments) {
   std::vector<int> keys;
-  for (const std::string& key : arguments) keys.push_back(number(key));
-  mainWindow(program).chord(keys);
+  for (const std::string& key : arguments) keys.push_back(Number(key));
+  MainWindow(program).chord(keys);
   return true;
 }
 
-bool chooseFromMenu(const std::string& program, const Arguments& arguments) {
-  mainWindow(program).systemCommand(number(arguments[0]));
+bool ChooseFromMenu(const std::string& program, const Arguments& arguments) {
+  MainWindow(program).systemCommand(Number(arguments[0]));
   return true;
 }
 
-bool closeWindow(const std::string& program, const Arguments&) {
-  mainWindow(program).close();
+bool AskToClose(const std::string& program, const Arguments&) {
+  MainWindow(program).close();
   return true;
 }
 
 template <int button>
-bool answerMessage(const std::string& program, const Arguments& arguments) {
-  const auto message = bench::waitForMessage(program, number(arguments[0]));
+bool AnswerMessage(const std::string& program, const Arguments& arguments) {
+  const auto message = bench::WaitForMessage(program, Number(arguments[0]));
   if (!message) return false;
-  print(message->title + "\n" + message->text);
-  return bench::answer(*message, button);
+  Print(message->title + "\n" + message->text);
+  return bench::Answer(*message, button);
 }
 
-bool waitForText(const std::string& program, const Arguments& arguments) {
-  return bench::waitUntil(number(arguments[2]), [&] {
-    for (const Window& window : bench::windowsOf(program)) {
-      const Window found = window.child(number(arguments[0]));
+bool WaitForText(const std::string& program, const Arguments& arguments) {
+  return bench::WaitUntil(Number(arguments[2]), [&] {
+    for (const Window& window : bench::WindowsOf(program)) {
+      const Window found = window.child(Number(arguments[0]));
       if (found && found.text().find(arguments[1]) != std::string::npos) return true;
     }
     return false;
@@ -109,52 +109,52 @@ bool waitForText(const std::string& program, const Arguments& arguments) {
 }
 
 const ProgramVerb kProgramVerbs[] = {
-    {"dump", 0, "", [](auto& program, auto&) { return print(bench::dumpWindows(program)); }},
-    {"key", 1, "VIRTUAL-KEY", pressKey},
-    {"chord", 1, "VIRTUAL-KEY... (held together)", pressChord},
-    {"menu", 1, "ID (system command)", chooseFromMenu},
+    {"dump", 0, "", [](auto& program, auto&) { return Print(bench::DumpWindows(program)); }},
+    {"key", 1, "VIRTUAL-KEY", PressKey},
+    {"chord", 1, "VIRTUAL-KEY... (held together)", PressChord},
+    {"menu", 1, "ID (system command)", ChooseFromMenu},
     {"file", 1, "PATH (answers the file chooser; empty cancels)",
-     [](auto& program, auto& a) { return bench::answerFileDialog(program, a[0], 5000); }},
-    {"ok", 1, "MS (answers a message box)", answerMessage<IDOK>},
-    {"cancel", 1, "MS", answerMessage<IDCANCEL>},
+     [](auto& program, auto& a) { return bench::AnswerFileDialog(program, a[0], 5000); }},
+    {"ok", 1, "MS (answers a message box)", AnswerMessage<IDOK>},
+    {"cancel", 1, "MS", AnswerMessage<IDCANCEL>},
     {"wait", 1, "MS (until a window shows)",
      [](auto& program, auto& a) {
-       return bench::waitUntil(number(a[0]),
-                               [&] { return static_cast<bool>(mainWindow(program)); });
+       return bench::WaitUntil(Number(a[0]),
+                               [&] { return static_cast<bool>(MainWindow(program)); });
      }},
-    {"wait-text", 3, "ID PART MS", waitForText},
+    {"wait-text", 3, "ID PART MS", WaitForText},
     {"wait-end", 1, "MS (until the program has ended)",
      [](auto& program, auto& a) {
-       return bench::waitUntil(number(a[0]), [&] { return !bench::isRunning(program); });
+       return bench::WaitUntil(Number(a[0]), [&] { return !bench::IsRunning(program); });
      }},
-    {"close", 0, "", closeWindow},
-    {"kill", 0, "", [](auto& program, auto&) { return bench::endProcesses(program) > 0; }},
+    {"close", 0, "", AskToClose},
+    {"kill", 0, "", [](auto& program, auto&) { return bench::EndProcesses(program) > 0; }},
 };
 
-int usage() {
+int Usage() {
   fprintf(stderr, "press PROGRAM VERB ARGUMENT...\n");
   for (const ControlVerb& verb : kControlVerbs) fprintf(stderr, "  %s %s\n", verb.name, verb.help);
   for (const ProgramVerb& verb : kProgramVerbs) fprintf(stderr, "  %s %s\n", verb.name, verb.help);
   return 2;
 }
 
-int run(const std::string& program, const std::string& name, const Arguments& arguments) {
+int Run(const std::string& program, const std::string& name, const Arguments& arguments) {
   for (const ControlVerb& verb : kControlVerbs) {
     if (name != verb.name || arguments.size() < verb.arguments + 1) continue;
-    return pressControl(verb, program, arguments) ? 0 : 1;
+    return PressControl(verb, program, arguments) ? 0 : 1;
   }
   for (const ProgramVerb& verb : kProgramVerbs) {
     if (name != verb.name || arguments.size() < verb.arguments) continue;
     return verb.act(program, arguments) ? 0 : 1;
   }
-  return usage();
+  return Usage();
 }
 
 }  // namespace
 
 int wmain(int count, wchar_t** values) {
   Arguments arguments;
-  for (int i = 1; i < count; ++i) arguments.push_back(bench::toUtf8(values[i]));
-  if (arguments.size() < 2) return usage();
-  return run(arguments[0], arguments[1], {arguments.begin() + 2, arguments.end()});
+  for (int i = 1; i < count; ++i) arguments.push_back(bench::ToUtf8(values[i]));
+  if (arguments.size() < 2) return Usage();
+  return Run(arguments[0], arguments[1], {arguments.begin() + 2, arguments.end()});
 }

@@ -15,13 +15,13 @@
 namespace faults {
 namespace {
 
-std::set<std::string> filesIn(const std::string& folder) {
+std::set<std::string> FilesIn(const std::string& folder) {
   std::set<std::string> names;
   WIN32_FIND_DATAW found{};
-  const HANDLE search = FindFirstFileW(bench::fromUtf8(folder + "*").c_str(), &found);
+  const HANDLE search = FindFirstFileW(bench::FromUtf8(folder + "*").c_str(), &found);
   if (search == INVALID_HANDLE_VALUE) return names;
   do {
-    std::string name = bench::toUtf8(found.cFileName);
+    std::string name = bench::ToUtf8(found.cFileName);
     std::replace_if(
         name.begin(), name.end(), [](unsigned char c) { return isdigit(c); }, '#');
     // A list that is just being made stays when the program ends.
@@ -32,22 +32,22 @@ std::set<std::string> filesIn(const std::string& folder) {
   return names;
 }
 
-std::string onTarget(int edition) {
-  if (!bench::exists("E:\\")) return "gone";
-  const bool old = bench::exists(kOldFile);
-  const bool begun = bench::exists("E:\\Windows") || bench::exists("E:\\Program Files");
-  if (systemComplete(edition)) return old ? "the system among the old files" : "the system";
+std::string OnTarget(int edition) {
+  if (!bench::Exists("E:\\")) return "gone";
+  const bool old = bench::Exists(kOldFile);
+  const bool begun = bench::Exists("E:\\Windows") || bench::Exists("E:\\Program Files");
+  if (SystemComplete(edition)) return old ? "the system among the old files" : "the system";
   if (begun) return old ? "part of the system among the old files" : "part of the system";
   return old ? "old files" : "empty";
 }
 
-std::string menu() {
-  if (menuNew()) return "new menu";
-  if (bench::read(kStore) == kOldMenu) return "old menu";
-  return bench::exists(std::string(kStore) + ".before") ? "old menu set aside" : "no menu";
+std::string Menu() {
+  if (MenuNew()) return "new menu";
+  if (bench::Read(kStore) == kOldMenu) return "old menu";
+  return bench::Exists(std::string(kStore) + ".before") ? "old menu set aside" : "no menu";
 }
 
-std::string joined(const std::set<std::string>& names) {
+std::string Joined(const std::set<std::string>& names) {
   std::string text;
   for (const std::string& name : names) text += (text.empty() ? "" : " ") + name;
   return text;
@@ -55,53 +55,53 @@ std::string joined(const std::set<std::string>& names) {
 
 }  // namespace
 
-std::string leftBehind(int edition) {
+std::string LeftBehind(int edition) {
   // What is started without being waited for takes a while; a file that a program still held goes
   // with its last handle.
   constexpr ULONGLONG kLongest = 20000;
   const auto settled = [] {
-    return !bench::isRunning("imdisk.exe") && !bench::isRunning("shutdown.exe") &&
-           !filesIn(kTemp).contains("tool#.err");
+    return !bench::IsRunning("imdisk.exe") && !bench::IsRunning("shutdown.exe") &&
+           !FilesIn(kTemp).contains("tool#.err");
   };
-  bench::waitUntil(kLongest, settled);
-  std::string text = "E: " + onTarget(edition) + "; S: " + menu();
-  if (const auto files = filesIn(kTemp); !files.empty()) text += "; temp: " + joined(files);
+  bench::WaitUntil(kLongest, settled);
+  std::string text = "E: " + OnTarget(edition) + "; S: " + Menu();
+  if (const auto files = FilesIn(kTemp); !files.empty()) text += "; temp: " + Joined(files);
   std::set<std::string> running;
   for (const char* tool : kTools) {
-    if (bench::isRunning(tool)) running.insert(tool);
+    if (bench::IsRunning(tool)) running.insert(tool);
   }
-  if (!running.empty()) text += "; runs on: " + joined(running);
+  if (!running.empty()) text += "; runs on: " + Joined(running);
   std::string drives;
   for (char letter = 'F'; letter <= 'Z'; ++letter) {
-    if (letter != 'S' && bench::exists({letter, ':', '\\'})) drives += letter;
+    if (letter != 'S' && bench::Exists({letter, ':', '\\'})) drives += letter;
   }
   if (!drives.empty()) text += "; another drive " + drives + ":";
-  if (shell("[[ -f $bench/restart ]]")) text += "; restart";
+  if (Shell("[[ -f $bench/restart ]]")) text += "; restart";
   return text;
 }
 
-bool systemComplete(int edition) {
+bool SystemComplete(int edition) {
   const bool old = DeleteFileA(kOldFile);
-  const bool complete = bench::holdsSystem(edition, 'E');
-  if (old) bench::write(kOldFile, "stays");
+  const bool complete = bench::HoldsSystem(edition, 'E');
+  if (old) bench::Write(kOldFile, "stays");
   return complete;
 }
 
-bool menuNew() { return bench::read(kStore).find("windows=E:\\Windows") != std::string::npos; }
+bool MenuNew() { return bench::Read(kStore).find("windows=E:\\Windows") != std::string::npos; }
 
-bool driversIn() {
-  return shell(
+bool DriversIn() {
+  return Shell(
       "(($(find \"$bench/volumes/e/Windows/System32/DriverStore\" -name '[ab].inf' | wc -l) == "
       "2))");
 }
 
-bool otherDrivesWhole() { return bench::read("D:\\letter.txt") == "stays"; }
+bool OtherDrivesWhole() { return bench::Read("D:\\letter.txt") == "stays"; }
 
-std::string recorded() {
+std::string Recorded() {
   std::string last;
   const std::string log = "Pavoline.log";
-  std::istringstream lines(bench::read(kTemp + log) +
-                           bench::read(std::string(bench::kAppFolder) + "\\" + log));
+  std::istringstream lines(bench::Read(kTemp + log) +
+                           bench::Read(std::string(bench::kAppFolder) + "\\" + log));
   for (std::string line; std::getline(lines, line);) {
     if (!line.empty() && line.back() == '\r') line.pop_back();
     const size_t at = line.find("outcome: ");

@@ -6,12 +6,12 @@
 namespace faults {
 
 // "E: the system; S: new menu; temp: apply.bat; runs: format.com".
-std::string leftBehind(int edition);
-bool systemComplete(int edition);
-bool menuNew();
-bool driversIn();
-bool otherDrivesWhole();
+std::string LeftBehind(int edition);
+bool SystemComplete(int edition);
+bool MenuNew();
+bool DriversIn();
+bool OtherDrivesWhole();
 // What the program's record says last of an outcome, or of its end.
-std::string recorded();
+std::string Recorded();
 
 }  // namespace faults

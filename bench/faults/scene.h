@@ -20,7 +20,7 @@ inline constexpr const char* kTools[] = {
 // Something that happens while the program works.
 struct Event {
   std::string when;    // "question", "40%", or a tool that has run for some seconds: "dism.exe"
-  std::string action;  // a word of act()
+  std::string action;  // a word of Act()
   bool done = false;
 };
 
@@ -39,15 +39,15 @@ struct Case {
 };
 
 // Makes the scene; throws std::runtime_error with what could not be made.
-void prepare(Case& row);
+void Prepare(Case& row);
 // "unplug", "letter", "full", "end TOOL": what an event does besides the window's own.
-void act(const std::string& action);
-// Gives everything back that prepare() and act() have taken away.
-void clear();
+void Act(const std::string& action);
+// Gives everything back that Prepare() and Act() have taken away.
+void Clear();
 // Ends the program and every tool, as a power cut does.
-void endEverything();
+void EndEverything();
 
 // A script of the Unix side, which finds the run's folder in $bench and its argument in $1.
-bool shell(const std::string& script, const std::string& argument = "");
+bool Shell(const std::string& script, const std::string& argument = "");
 
 }  // namespace faults
