@@ -99,9 +99,9 @@ std::string TempFile(Session& session, const std::string& name);
 inline constexpr int kUnattendedSeconds = 60;
 inline constexpr int kSilentSeconds = 10;
 
-// Shows a message and notes it in the journal; what it was answered. In an
-// unattended run it closes by itself after a minute (ten seconds in a silent one); the answer is
-// then the one that changes nothing, Cancel where there is a choice.
+// Shows a message and notes it in the journal with its answer. In an unattended run it closes by
+// itself after a minute (ten seconds in a silent one); the answer is then the one that changes
+// nothing, Cancel where there is a choice.
 Answer Message(Session& session, const std::string& text, MessageKind kind,
                const std::string& title);
 // The same with a limit of its own, which also holds for a person.
