@@ -14,7 +14,7 @@
 
 namespace {
 
-std::wstring ownName() {
+std::wstring OwnName() {
   wchar_t path[MAX_PATH] = {};
   GetModuleFileNameW(nullptr, path, MAX_PATH);
   std::wstring name = path;
@@ -25,33 +25,33 @@ std::wstring ownName() {
 }
 
 // The Unix form of the path inside an argument such as E:\dir, /image:E:\ or /Driver:D:\DRIVERS.
-std::string pathWithin(const std::wstring& argument) {
+std::string PathWithin(const std::wstring& argument) {
   for (size_t at = argument.find(L':'); at != std::wstring::npos;
        at = argument.find(L':', at + 1)) {
     if (at == 0 || !iswalpha(argument[at - 1])) continue;
     if (at > 1 && argument[at - 2] != L':' && argument[at - 2] != L'=') continue;
     std::wstring path = argument.substr(at - 1);
     if (path.size() == 2) path += L'\\';
-    return bench::unixPath(path);
+    return bench::UnixPath(path);
   }
-  if (argument.find(L'\\') != std::wstring::npos) return bench::unixPath(argument);
+  if (argument.find(L'\\') != std::wstring::npos) return bench::UnixPath(argument);
   return {};
 }
 
 // The file that standard error goes to; empty when it goes to none. Wine hands a Unix program the
 // two other streams only.
-std::string errorFile() {
+std::string ErrorFile() {
   const HANDLE errors = GetStdHandle(STD_ERROR_HANDLE);
   wchar_t path[MAX_PATH] = {};
   if (GetFileType(errors) != FILE_TYPE_DISK) return {};
   const DWORD length = GetFinalPathNameByHandleW(errors, path, MAX_PATH, FILE_NAME_NORMALIZED);
-  return length > 0 && length < MAX_PATH ? bench::unixPath(path) : std::string();
+  return length > 0 && length < MAX_PATH ? bench::UnixPath(path) : std::string();
 }
 
 // Scripts cannot reach the mount manager; they leave lines "define F cdrom /path" or "define F
 // none" here.
-void defineRequestedDrives(const std::string& requestFile) {
-  FILE* file = _wfopen(bench::windowsForm(requestFile).c_str(), L"rb");
+void DefineRequestedDrives(const std::string& requestFile) {
+  FILE* file = _wfopen(bench::WindowsForm(requestFile).c_str(), L"rb");
   if (!file) return;
   char line[4096];
   while (fgets(line, sizeof(line), file)) {
@@ -60,17 +60,17 @@ void defineRequestedDrives(const std::string& requestFile) {
     words >> verb >> letter >> kind >> std::ws;
     std::getline(words, folder);
     if (verb == "define" && !letter.empty()) {
-      bench::defineDrive(static_cast<wchar_t>(letter[0]), kind, folder);
+      bench::DefineDrive(static_cast<wchar_t>(letter[0]), kind, folder);
     }
   }
   fclose(file);
-  DeleteFileW(bench::windowsForm(requestFile).c_str());
+  DeleteFileW(bench::WindowsForm(requestFile).c_str());
 }
 
 }  // namespace
 
 int main() {
-  const std::string bench = bench::toUtf8(bench::environment(L"PAVOLINE_BENCH"));
+  const std::string bench = bench::ToUtf8(bench::Environment(L"PAVOLINE_BENCH"));
   if (bench.empty()) {
     fputs("bridge: PAVOLINE_BENCH is not set\n", stderr);
     return 250;
@@ -79,23 +79,23 @@ int main() {
   // The program's name may be quoted in part ("C:\PE"\Bin\x.exe), which the system's splitting
   // takes for two arguments and a C library, as a tool of that name has it, does not.
   int count = 0;
-  wchar_t** values = CommandLineToArgvW((L"tool " + bench::rawArguments()).c_str(), &count);
+  wchar_t** values = CommandLineToArgvW((L"tool " + bench::RawArguments()).c_str(), &count);
   // The script is ended by a signal when the thread that started it is gone.
   std::vector<std::string> call = {"setpriv",
                                    "--pdeathsig",
                                    "TERM",
                                    "bash",
                                    bench + "/tools/run-tool",
-                                   bench::toUtf8(ownName()),
+                                   bench::ToUtf8(OwnName()),
                                    request,
-                                   bench::toUtf8(bench::rawArguments()),
+                                   bench::ToUtf8(bench::RawArguments()),
                                    std::to_string(count - 1)};
-  if (const std::string errors = errorFile(); !errors.empty()) {
+  if (const std::string errors = ErrorFile(); !errors.empty()) {
     call.insert(call.begin(), {"bash", "-c", "exec \"$@\" 2>>\"$0\"", errors});
   }
-  for (int i = 1; i < count; ++i) call.push_back(bench::toUtf8(values[i]));
-  for (int i = 1; i < count; ++i) call.push_back(pathWithin(values[i]));
-  const int result = bench::runUnix(call);
-  defineRequestedDrives(request);
+  for (int i = 1; i < count; ++i) call.push_back(bench::ToUtf8(values[i]));
+  for (int i = 1; i < count; ++i) call.push_back(PathWithin(values[i]));
+  const int result = bench::RunUnix(call);
+  DefineRequestedDrives(request);
   return result;
 }

@@ -12,7 +12,7 @@ using SpawnFunction = LONG(CDECL*)(char* const argv[], int wait);
 using UnixNameFunction = char*(CDECL*)(const wchar_t* path);
 
 template <typename Function>
-Function wineFunction(const wchar_t* module, const char* name) {
+Function WineFunction(const wchar_t* module, const char* name) {
   return reinterpret_cast<Function>(
       reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(module), name)));
 }
@@ -33,14 +33,14 @@ struct UnixDrive {
 constexpr DWORD kDefineUnixDrive =
     CTL_CODE('m', 32, METHOD_BUFFERED, FILE_READ_ACCESS | FILE_WRITE_ACCESS);
 
-ULONG driveType(const std::string& kind) {
+ULONG DriveType(const std::string& kind) {
   if (kind == "cdrom") return DRIVE_CDROM;
   if (kind == "removable") return DRIVE_REMOVABLE;
   if (kind == "network") return DRIVE_REMOTE;
   return kind == "none" ? DRIVE_NO_ROOT_DIR : DRIVE_FIXED;
 }
 
-std::string oneLine(std::string text) {
+std::string OneLine(std::string text) {
   for (char& letter : text) {
     if (letter == '\n' || letter == '\r' || letter == '\t') letter = ' ';
   }
@@ -49,7 +49,7 @@ std::string oneLine(std::string text) {
 
 }  // namespace
 
-std::string toUtf8(const std::wstring& text) {
+std::string ToUtf8(const std::wstring& text) {
   if (text.empty()) return {};
   const int length = static_cast<int>(text.size());
   std::string result(
@@ -59,7 +59,7 @@ std::string toUtf8(const std::wstring& text) {
   return result;
 }
 
-std::wstring fromUtf8(const std::string& text) {
+std::wstring FromUtf8(const std::string& text) {
   if (text.empty()) return {};
   const int length = static_cast<int>(text.size());
   std::wstring result(MultiByteToWideChar(CP_UTF8, 0, text.data(), length, nullptr, 0), L'\0');
@@ -68,8 +68,8 @@ std::wstring fromUtf8(const std::string& text) {
   return result;
 }
 
-std::string unixPath(const std::wstring& windowsPath) {
-  const auto function = wineFunction<UnixNameFunction>(L"kernel32.dll", "wine_get_unix_file_name");
+std::string UnixPath(const std::wstring& windowsPath) {
+  const auto function = WineFunction<UnixNameFunction>(L"kernel32.dll", "wine_get_unix_file_name");
   if (!function) return {};
   char* found = function(windowsPath.c_str());
   if (!found) return {};
@@ -78,16 +78,16 @@ std::string unixPath(const std::wstring& windowsPath) {
   return result;
 }
 
-std::wstring windowsForm(const std::string& unixPath) {
-  std::wstring result = L"\\\\?\\unix" + fromUtf8(unixPath);
+std::wstring WindowsForm(const std::string& unixPath) {
+  std::wstring result = L"\\\\?\\unix" + FromUtf8(unixPath);
   for (wchar_t& letter : result) {
     if (letter == L'/') letter = L'\\';
   }
   return result;
 }
 
-int runUnix(const std::vector<std::string>& arguments) {
-  const auto spawn = wineFunction<SpawnFunction>(L"ntdll.dll", "__wine_unix_spawnvp");
+int RunUnix(const std::vector<std::string>& arguments) {
+  const auto spawn = WineFunction<SpawnFunction>(L"ntdll.dll", "__wine_unix_spawnvp");
   if (!spawn) return -1;
   std::vector<char*> pointers;
   for (const std::string& argument : arguments) {
@@ -97,14 +97,14 @@ int runUnix(const std::vector<std::string>& arguments) {
   return spawn(pointers.data(), 1);
 }
 
-bool defineDrive(wchar_t letter, const std::string& kind, const std::string& folder) {
+bool DefineDrive(wchar_t letter, const std::string& kind, const std::string& folder) {
   const HANDLE manager = CreateFileW(L"\\\\.\\MountPointManager", GENERIC_READ | GENERIC_WRITE, 0,
                                      nullptr, OPEN_EXISTING, 0, nullptr);
   if (manager == INVALID_HANDLE_VALUE) return false;
   std::vector<char> buffer(sizeof(UnixDrive) + folder.size() + 1);
   UnixDrive drive{};
   drive.size = static_cast<ULONG>(buffer.size());
-  drive.type = driveType(kind);
+  drive.type = DriveType(kind);
   drive.letter = letter;
   if (kind != "none") drive.mountPointOffset = sizeof(UnixDrive);
   std::memcpy(buffer.data(), &drive, sizeof(drive));
@@ -115,7 +115,7 @@ bool defineDrive(wchar_t letter, const std::string& kind, const std::string& fol
   return done;
 }
 
-std::wstring environment(const wchar_t* name) {
+std::wstring Environment(const wchar_t* name) {
   const DWORD size = GetEnvironmentVariableW(name, nullptr, 0);
   if (size == 0) return {};
   std::wstring value(size, L'\0');
@@ -123,21 +123,21 @@ std::wstring environment(const wchar_t* name) {
   return value;
 }
 
-void journal(const std::string& tool, const std::string& arguments, const std::string& result,
+void Journal(const std::string& tool, const std::string& arguments, const std::string& result,
              const std::string& note) {
-  const std::wstring path = windowsForm(toUtf8(environment(L"PAVOLINE_BENCH")) + "/journal");
+  const std::wstring path = WindowsForm(ToUtf8(Environment(L"PAVOLINE_BENCH")) + "/journal");
   const HANDLE file =
       CreateFileW(path.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                   OPEN_ALWAYS, 0, nullptr);
   if (file == INVALID_HANDLE_VALUE) return;
-  const std::string line = oneLine(tool) + "\t" + oneLine(arguments) + "\t" + oneLine(result) +
-                           "\t" + oneLine(note) + "\n";
+  const std::string line = OneLine(tool) + "\t" + OneLine(arguments) + "\t" + OneLine(result) +
+                           "\t" + OneLine(note) + "\n";
   DWORD written = 0;
   WriteFile(file, line.data(), static_cast<DWORD>(line.size()), &written, nullptr);
   CloseHandle(file);
 }
 
-std::wstring rawArguments() {
+std::wstring RawArguments() {
   const wchar_t* text = GetCommandLineW();
   bool quoted = false;
   while (*text && (quoted || (*text != L' ' && *text != L'\t'))) {

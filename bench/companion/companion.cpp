@@ -10,9 +10,9 @@
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
   wchar_t path[MAX_PATH] = {};
   GetModuleFileNameW(nullptr, path, MAX_PATH);
-  const std::string program = bench::toUtf8(path);
-  const std::string arguments = bench::toUtf8(bench::rawArguments());
+  const std::string program = bench::ToUtf8(path);
+  const std::string arguments = bench::ToUtf8(bench::RawArguments());
   if (arguments.rfind("-wait ", 0) == 0) Sleep(strtoul(arguments.c_str() + 6, nullptr, 10));
-  bench::journal(program.substr(program.find_last_of('\\') + 1), arguments, "0", program);
+  bench::Journal(program.substr(program.find_last_of('\\') + 1), arguments, "0", program);
   return 0;
 }

@@ -11,7 +11,7 @@
 
 int wmain(int count, wchar_t** arguments) {
   for (int i = 1; i + 1 < count; i += 2) {
-    if (!bench::defineDrive(arguments[i][0], "hd", bench::toUtf8(arguments[i + 1]))) return 2;
+    if (!bench::DefineDrive(arguments[i][0], "hd", bench::ToUtf8(arguments[i + 1]))) return 2;
   }
   const HANDLE disks = CreateFileW(L"\\\\.\\BenchDisks", 0, FILE_SHARE_READ | FILE_SHARE_WRITE,
                                    nullptr, OPEN_EXISTING, 0, nullptr);

@@ -11,8 +11,8 @@
 namespace bench {
 namespace {
 
-std::string readAll(const std::string& unixFile) {
-  FILE* file = _wfopen(windowsForm(unixFile).c_str(), L"rb");
+std::string ReadAll(const std::string& unixFile) {
+  FILE* file = _wfopen(WindowsForm(unixFile).c_str(), L"rb");
   if (!file) return {};
   std::string content;
   char part[4096];
@@ -22,20 +22,20 @@ std::string readAll(const std::string& unixFile) {
 }
 
 // Drives that ISO files and virtual disks brought; the bench's own are D:, E: and S:.
-void removeAddedDrives() {
+void RemoveAddedDrives() {
   for (wchar_t letter = L'F'; letter <= L'Z'; ++letter) {
     const std::wstring root = std::wstring(1, letter) + L":\\";
     if (letter != L'S' && GetDriveTypeW(root.c_str()) > DRIVE_NO_ROOT_DIR) {
-      defineDrive(letter, "none", "");
+      DefineDrive(letter, "none", "");
     }
   }
 }
 
 }  // namespace
 
-std::vector<Call> journalCalls() {
+std::vector<Call> JournalCalls() {
   std::vector<Call> calls;
-  std::istringstream lines(readAll(runFolder() + "/journal"));
+  std::istringstream lines(ReadAll(RunFolder() + "/journal"));
   for (std::string line; std::getline(lines, line);) {
     std::istringstream fields(line);
     Call call;
@@ -48,34 +48,34 @@ std::vector<Call> journalCalls() {
   return calls;
 }
 
-std::vector<Call> callsOf(const std::string& tool) {
-  std::vector<Call> calls = journalCalls();
+std::vector<Call> CallsOf(const std::string& tool) {
+  std::vector<Call> calls = JournalCalls();
   std::erase_if(calls, [&](const Call& call) { return call.tool != tool; });
   return calls;
 }
 
-void setFaults(const std::string& tool, const std::string& lines) {
-  FILE* file = _wfopen(windowsForm(runFolder() + "/faults/" + tool).c_str(), L"wb");
+void SetFaults(const std::string& tool, const std::string& lines) {
+  FILE* file = _wfopen(WindowsForm(RunFolder() + "/faults/" + tool).c_str(), L"wb");
   if (!file) return;
   fputs((lines + "\n").c_str(), file);
   fclose(file);
 }
 
-bool runBench(const std::string& verb, const std::vector<std::string>& arguments) {
-  std::vector<std::string> call = {"bash", runFolder() + "/bench", verb, runFolder()};
+bool RunBench(const std::string& verb, const std::vector<std::string>& arguments) {
+  std::vector<std::string> call = {"bash", RunFolder() + "/bench", verb, RunFolder()};
   call.insert(call.end(), arguments.begin(), arguments.end());
-  if (verb == "reset") removeAddedDrives();
-  return runUnix(call) == 0;
+  if (verb == "reset") RemoveAddedDrives();
+  return RunUnix(call) == 0;
 }
 
-bool takeShot(const std::string& name) {
-  return runUnix({"bash", "-c", "mkdir -p \"$1/shots\" && import -window root \"$1/shots/$2.png\"",
-                  "shot", runFolder(), name}) == 0;
+bool TakeShot(const std::string& name) {
+  return RunUnix({"bash", "-c", "mkdir -p \"$1/shots\" && import -window root \"$1/shots/$2.png\"",
+                  "shot", RunFolder(), name}) == 0;
 }
 
-bool placeCompanion(const std::string& windowsPath) {
-  const std::string target = unixPath(fromUtf8(windowsPath));
-  return !target.empty() && runUnix({"cp", runFolder() + "/companion.exe", target}) == 0;
+bool PlaceCompanion(const std::string& windowsPath) {
+  const std::string target = UnixPath(FromUtf8(windowsPath));
+  return !target.empty() && RunUnix({"cp", RunFolder() + "/companion.exe", target}) == 0;
 }
 
 }  // namespace bench

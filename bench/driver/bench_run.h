@@ -18,20 +18,20 @@ struct Call {
   bool refused() const { return note.rfind("ERROR", 0) == 0; }
 };
 
-std::vector<Call> journalCalls();
-std::vector<Call> callsOf(const std::string& tool);
+std::vector<Call> JournalCalls();
+std::vector<Call> CallsOf(const std::string& tool);
 
 // Lines of what the tool shall do wrong: "fail 1", "die 40", "pace 50", "wait 2", "hang".
-void setFaults(const std::string& tool, const std::string& lines);
+void SetFaults(const std::string& tool, const std::string& lines);
 
 // Runs "bench VERB <this run> ARGUMENT..." below Wine: "reset"; "source" MB KIND PATH; "ghost"
 // BUILD. True when it went well. Takes seconds where an image has to be made first.
-bool runBench(const std::string& verb, const std::vector<std::string>& arguments = {});
+bool RunBench(const std::string& verb, const std::vector<std::string>& arguments = {});
 
 // A screenshot of the whole display, as a PNG file in the run's folder shots/.
-bool takeShot(const std::string& name);
+bool TakeShot(const std::string& name);
 
 // Places a program that records its start in the journal, under a path of the drives.
-bool placeCompanion(const std::string& windowsPath);
+bool PlaceCompanion(const std::string& windowsPath);
 
 }  // namespace bench

@@ -9,10 +9,10 @@ constexpr int kFileNameField =
     0x480;  // of the system's file chooser; 0x47C where it is a combo box
 constexpr int kFileNameCombo = 0x47C;
 
-bool gone(const Window& window) { return !window || !window.visible(); }
+bool Gone(const Window& window) { return !window || !window.visible(); }
 
 // A message box is a dialog of nothing but an icon, texts and buttons.
-bool isMessage(const Window& window) {
+bool IsMessage(const Window& window) {
   if (!window.visible() || window.className() != kDialogClass) return false;
   bool button = false;
   for (const Window& child : window.children()) {
@@ -24,18 +24,18 @@ bool isMessage(const Window& window) {
 }
 
 // The file list below the chooser bears the number of its OK button, too.
-Window buttonOf(const Window& dialog, int id) { return Window(GetDlgItem(dialog.handle(), id)); }
+Window ButtonOf(const Window& dialog, int id) { return Window(GetDlgItem(dialog.handle(), id)); }
 
-Window fileNameField(const Window& dialog) {
+Window FileNameField(const Window& dialog) {
   const Window field = dialog.child(kFileNameField);
   return field ? field : dialog.child(kFileNameCombo);
 }
 
 }  // namespace
 
-std::optional<Message> shownMessage(const std::string& program) {
-  for (const Window& window : windowsOf(program)) {
-    if (!isMessage(window)) continue;
+std::optional<Message> ShownMessage(const std::string& program) {
+  for (const Window& window : WindowsOf(program)) {
+    if (!IsMessage(window)) continue;
     Message message{window.text(), "", false, window};
     for (const Window& child : window.children()) {
       if (child.className() == "Static" && !child.text().empty()) message.text = child.text();
@@ -48,38 +48,38 @@ std::optional<Message> shownMessage(const std::string& program) {
   return std::nullopt;
 }
 
-std::optional<Message> waitForMessage(const std::string& program, int milliseconds) {
+std::optional<Message> WaitForMessage(const std::string& program, int milliseconds) {
   std::optional<Message> message;
-  waitUntil(milliseconds, [&] { return (message = shownMessage(program)).has_value(); });
+  WaitUntil(milliseconds, [&] { return (message = ShownMessage(program)).has_value(); });
   return message;
 }
 
-bool answer(const Message& message, int button) {
+bool Answer(const Message& message, int button) {
   // A box with a single button may have given it either identifier.
   Window pressed = message.window.child(button);
   if (!pressed) pressed = message.window.childOfClass("Button");
   pressed.click();
-  return waitUntil(kAnswerTime, [&] { return gone(message.window); });
+  return WaitUntil(kAnswerTime, [&] { return Gone(message.window); });
 }
 
-bool answerFileDialog(const std::string& program, const std::string& path, int milliseconds) {
+bool AnswerFileDialog(const std::string& program, const std::string& path, int milliseconds) {
   Window dialog;
-  const bool shown = waitUntil(milliseconds, [&] {
-    for (const Window& window : windowsOf(program)) {
-      if (window.visible() && window.className() == kDialogClass && !isMessage(window))
+  const bool shown = WaitUntil(milliseconds, [&] {
+    for (const Window& window : WindowsOf(program)) {
+      if (window.visible() && window.className() == kDialogClass && !IsMessage(window))
         dialog = window;
     }
-    return static_cast<bool>(dialog) && buttonOf(dialog, IDOK);
+    return static_cast<bool>(dialog) && ButtonOf(dialog, IDOK);
   });
   if (!shown) return false;
   if (path.empty()) {
-    buttonOf(dialog, IDCANCEL).click();
+    ButtonOf(dialog, IDCANCEL).click();
   } else {
-    const Window field = fileNameField(dialog);
+    const Window field = FileNameField(dialog);
     (field ? field : dialog.childOfClass("Edit")).enterText(path);
-    buttonOf(dialog, IDOK).click();
+    ButtonOf(dialog, IDOK).click();
   }
-  return waitUntil(kAnswerTime, [&] { return gone(dialog); });
+  return WaitUntil(kAnswerTime, [&] { return Gone(dialog); });
 }
 
 }  // namespace bench

@@ -16,13 +16,13 @@ struct Message {
 };
 
 // The message box that the program shows now.
-std::optional<Message> shownMessage(const std::string& program);
-std::optional<Message> waitForMessage(const std::string& program, int milliseconds);
+std::optional<Message> ShownMessage(const std::string& program);
+std::optional<Message> WaitForMessage(const std::string& program, int milliseconds);
 
 // Answers with IDOK or IDCANCEL and waits until the box has gone.
-bool answer(const Message& message, int button);
+bool Answer(const Message& message, int button);
 
 // Fills in the file or folder chooser that the program shows and accepts it; empty cancels it.
-bool answerFileDialog(const std::string& program, const std::string& path, int milliseconds);
+bool AnswerFileDialog(const std::string& program, const std::string& path, int milliseconds);
 
 }  // namespace bench

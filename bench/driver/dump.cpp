@@ -5,13 +5,13 @@
 namespace bench {
 namespace {
 
-int depthBelow(HWND window, HWND top) {
+int DepthBelow(HWND window, HWND top) {
   int depth = 0;
   for (; window && window != top; window = GetAncestor(window, GA_PARENT)) ++depth;
   return depth;
 }
 
-void describe(std::ostream& out, const Window& window, int depth) {
+void Describe(std::ostream& out, const Window& window, int depth) {
   const RECT place = window.rectangle();
   out << std::string(2 * depth, ' ') << window.className() << " #" << window.id()
       << (window.visible() ? "" : " hidden") << (window.enabled() ? "" : " disabled") << " "
@@ -34,13 +34,13 @@ void describe(std::ostream& out, const Window& window, int depth) {
 
 }  // namespace
 
-std::string dumpWindows(const std::string& program) {
+std::string DumpWindows(const std::string& program) {
   std::ostringstream out;
-  for (const Window& top : windowsOf(program)) {
+  for (const Window& top : WindowsOf(program)) {
     if (!top.visible()) continue;
-    describe(out, top, 0);
+    Describe(out, top, 0);
     for (const Window& child : top.children())
-      describe(out, child, depthBelow(child.handle(), top.handle()));
+      Describe(out, child, DepthBelow(child.handle(), top.handle()));
   }
   return out.str();
 }

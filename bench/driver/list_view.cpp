@@ -42,7 +42,7 @@ class RemoteMemory {
   void* address_ = nullptr;
 };
 
-std::string cell(HWND list, int row, int column) {
+std::string Cell(HWND list, int row, int column) {
   const RemoteMemory memory(list, sizeof(LVITEMW) + kTextLength * sizeof(wchar_t));
   LVITEMW item{};
   item.iSubItem = column;
@@ -52,7 +52,7 @@ std::string cell(HWND list, int row, int column) {
   SendMessageW(list, LVM_GETITEMTEXTW, row, reinterpret_cast<LPARAM>(memory.address()));
   wchar_t text[kTextLength] = {};
   memory.read(sizeof(item), text, sizeof(text) - sizeof(wchar_t));
-  return toUtf8(text);
+  return ToUtf8(text);
 }
 
 }  // namespace
@@ -63,7 +63,7 @@ std::vector<std::vector<std::string>> Window::rows() const {
   std::vector<std::vector<std::string>> result(ask(LVM_GETITEMCOUNT, 0, 0));
   for (size_t row = 0; row < result.size(); ++row) {
     for (int column = 0; column < columns; ++column) {
-      result[row].push_back(cell(handle_, static_cast<int>(row), column));
+      result[row].push_back(Cell(handle_, static_cast<int>(row), column));
     }
   }
   return result;

@@ -18,13 +18,13 @@ class MainWindow {
 
   // Told from the program's dialogs by its class: their controls are numbered alike.
   Window window() const {
-    for (const Window& window : windowsOf(program_)) {
+    for (const Window& window : WindowsOf(program_)) {
       if (window.visible() && window.className() == "Pavoline." + model_.name()) return window;
     }
     return {};
   }
   bool waitUntilShown(int milliseconds) const {
-    return waitUntil(milliseconds, [this] { return static_cast<bool>(window()); });
+    return WaitUntil(milliseconds, [this] { return static_cast<bool>(window()); });
   }
 
   // control([](auto& form) -> auto& { return form.command1[kStart]; })

@@ -4,7 +4,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <map>
 
 #include "bridge/unix_side.h"
 #include "driver/dialogs.h"
@@ -13,165 +12,149 @@
 
 namespace {
 
+using bench::Window;
 using Arguments = std::vector<std::string>;
-using Action = std::function<bool(const std::string& program, const Arguments& arguments)>;
 
-struct Verb {
-  size_t arguments;  // at least
-  const char* help;
-  Action action;
-};
+int Number(const std::string& text) { return static_cast<int>(strtol(text.c_str(), nullptr, 0)); }
 
-bool print(const std::string& text) {
+bool Print(const std::string& text) {
   printf("%s\n", text.c_str());
   return true;
 }
 
-int number(const std::string& text) { return static_cast<int>(strtol(text.c_str(), nullptr, 0)); }
+// What is done with one control, whose number is the first argument.
+struct ControlVerb {
+  const char* name;
+  size_t arguments;  // besides the number, at least
+  const char* help;
+  void (*act)(const Window& control, const Arguments& arguments);
+};
+
+const ControlVerb kControlVerbs[] = {
+    {"text", 0, "ID", [](auto& control, auto&) { Print(control.text()); }},
+    {"enter", 1, "ID TEXT", [](auto& control, auto& a) { control.enterText(a[0]); }},
+    {"type", 1, "ID TEXT", [](auto& control, auto& a) { control.typeText(a[0]); }},
+    {"click", 0, "ID", [](auto& control, auto&) { control.click(); }},
+    {"tick", 1, "ID 0|1", [](auto& control, auto& a) { control.tick(Number(a[0]) != 0); }},
+    {"select", 1, "ID INDEX", [](auto& control, auto& a) { control.select(Number(a[0])); }},
+    {"pick", 1, "ID ROW (double click in a list)",
+     [](auto& control, auto& a) { control.doubleClickRow(Number(a[0])); }},
+    {"drop", 1, "ID FILE...", [](auto& control, auto& a) { control.dropFiles(a); }},
+};
 
 // The control of this number in any window of the program.
-bench::Window control(const std::string& program, const std::string& id) {
-  for (const bench::Window& window : bench::windowsOf(program)) {
+Window FindControl(const std::string& program, const std::string& id) {
+  for (const Window& window : bench::WindowsOf(program)) {
     if (!window.visible()) continue;
-    if (const bench::Window found = window.child(number(id))) return found;
+    if (const Window found = window.child(Number(id))) return found;
   }
   fprintf(stderr, "no control %s\n", id.c_str());
   return {};
 }
 
-bench::Window mainWindow(const std::string& program) { return bench::findWindow(program, "", ""); }
-
-bool withControl(const std::string& program, const std::string& id,
-                 const std::function<void(const bench::Window&)>& action) {
-  const bench::Window found = control(program, id);
-  if (found) action(found);
-  return static_cast<bool>(found);
+bool PressControl(const ControlVerb& verb, const std::string& program, const Arguments& arguments) {
+  const Window control = FindControl(program, arguments[0]);
+  if (control) verb.act(control, {arguments.begin() + 1, arguments.end()});
+  return static_cast<bool>(control);
 }
 
-bool printMessage(const std::string& program, int milliseconds, int button) {
-  const auto message = bench::waitForMessage(program, milliseconds);
+// What is done with the program or its main window.
+struct ProgramVerb {
+  const char* name;
+  size_t arguments;  // at least
+  const char* help;
+  bool (*act)(const std::string& program, const Arguments& arguments);
+};
+
+Window MainWindow(const std::string& program) { return bench::TopWindow(program, "", ""); }
+
+bool PressKey(const std::string& program, const Arguments& arguments) {
+  MainWindow(program).key(Number(arguments[0]));
+  return true;
+}
+
+bool PressChord(const std::string& program, const Arguments& arguments) {
+  std::vector<int> keys;
+  for (const std::string& key : arguments) keys.push_back(Number(key));
+  MainWindow(program).chord(keys);
+  return true;
+}
+
+bool ChooseFromMenu(const std::string& program, const Arguments& arguments) {
+  MainWindow(program).systemCommand(Number(arguments[0]));
+  return true;
+}
+
+bool AskToClose(const std::string& program, const Arguments&) {
+  MainWindow(program).close();
+  return true;
+}
+
+template <int button>
+bool AnswerMessage(const std::string& program, const Arguments& arguments) {
+  const auto message = bench::WaitForMessage(program, Number(arguments[0]));
   if (!message) return false;
-  print(message->title + "\n" + message->text);
-  return bench::answer(*message, button);
+  Print(message->title + "\n" + message->text);
+  return bench::Answer(*message, button);
 }
 
-bool waitForText(const std::string& program, const Arguments& arguments) {
-  return bench::waitUntil(number(arguments[2]), [&] {
-    for (const bench::Window& window : bench::windowsOf(program)) {
-      const bench::Window found = window.child(number(arguments[0]));
+bool WaitForText(const std::string& program, const Arguments& arguments) {
+  return bench::WaitUntil(Number(arguments[2]), [&] {
+    for (const Window& window : bench::WindowsOf(program)) {
+      const Window found = window.child(Number(arguments[0]));
       if (found && found.text().find(arguments[1]) != std::string::npos) return true;
     }
     return false;
   });
 }
 
-const std::map<std::string, Verb>& verbs() {
-  using bench::Window;
-  static const std::map<std::string, Verb> table = {
-      {"dump", {0, "", [](auto& p, auto&) { return print(bench::dumpWindows(p)); }}},
-      {"text",
-       {1, "ID",
-        [](auto& p, auto& a) {
-          return withControl(p, a[0], [](const Window& w) { print(w.text()); });
-        }}},
-      {"enter",
-       {2, "ID TEXT",
-        [](auto& p, auto& a) {
-          return withControl(p, a[0], [&](const Window& w) { w.enterText(a[1]); });
-        }}},
-      {"type",
-       {2, "ID TEXT",
-        [](auto& p, auto& a) {
-          return withControl(p, a[0], [&](const Window& w) { w.typeText(a[1]); });
-        }}},
-      {"click",
-       {1, "ID",
-        [](auto& p, auto& a) { return withControl(p, a[0], [](const Window& w) { w.click(); }); }}},
-      {"tick",
-       {2, "ID 0|1",
-        [](auto& p, auto& a) {
-          return withControl(p, a[0], [&](const Window& w) { w.tick(number(a[1]) != 0); });
-        }}},
-      {"select",
-       {2, "ID INDEX",
-        [](auto& p, auto& a) {
-          return withControl(p, a[0], [&](const Window& w) { w.select(number(a[1])); });
-        }}},
-      {"pick",
-       {2, "ID ROW (double click in a list)",
-        [](auto& p, auto& a) {
-          return withControl(p, a[0], [&](const Window& w) { w.doubleClickRow(number(a[1])); });
-        }}},
-      {"key",
-       {1, "VIRTUAL-KEY",
-        [](auto& p, auto& a) {
-          mainWindow(p).key(number(a[0]));
-          return true;
-        }}},
-      {"chord",
-       {1, "VIRTUAL-KEY... (held together)",
-        [](auto& p, auto& a) {
-          std::vector<int> keys;
-          for (const std::string& key : a) keys.push_back(number(key));
-          mainWindow(p).chord(keys);
-          return true;
-        }}},
-      {"menu",
-       {1, "ID (system command)",
-        [](auto& p, auto& a) {
-          mainWindow(p).systemCommand(number(a[0]));
-          return true;
-        }}},
-      {"drop",
-       {2, "ID FILE...",
-        [](auto& p, auto& a) {
-          return withControl(p, a[0], [&](const Window& w) {
-            w.dropFiles({a.begin() + 1, a.end()});
-          });
-        }}},
-      {"file",
-       {1, "PATH (answers the file chooser; empty cancels)",
-        [](auto& p, auto& a) { return bench::answerFileDialog(p, a[0], 5000); }}},
-      {"ok",
-       {1, "MS (answers a message box)",
-        [](auto& p, auto& a) { return printMessage(p, number(a[0]), IDOK); }}},
-      {"cancel",
-       {1, "MS", [](auto& p, auto& a) { return printMessage(p, number(a[0]), IDCANCEL); }}},
-      {"wait",
-       {1, "MS (until a window shows)",
-        [](auto& p, auto& a) {
-          return bench::waitUntil(number(a[0]), [&] { return static_cast<bool>(mainWindow(p)); });
-        }}},
-      {"wait-text", {3, "ID PART MS", waitForText}},
-      {"wait-end",
-       {1, "MS (until the program has ended)",
-        [](auto& p, auto& a) {
-          return bench::waitUntil(number(a[0]), [&] { return !bench::isRunning(p); });
-        }}},
-      {"close",
-       {0, "",
-        [](auto& p, auto&) {
-          mainWindow(p).close();
-          return true;
-        }}},
-      {"kill", {0, "", [](auto& p, auto&) { return bench::endProcesses(p) > 0; }}},
-  };
-  return table;
+const ProgramVerb kProgramVerbs[] = {
+    {"dump", 0, "", [](auto& program, auto&) { return Print(bench::DumpWindows(program)); }},
+    {"key", 1, "VIRTUAL-KEY", PressKey},
+    {"chord", 1, "VIRTUAL-KEY... (held together)", PressChord},
+    {"menu", 1, "ID (system command)", ChooseFromMenu},
+    {"file", 1, "PATH (answers the file chooser; empty cancels)",
+     [](auto& program, auto& a) { return bench::AnswerFileDialog(program, a[0], 5000); }},
+    {"ok", 1, "MS (answers a message box)", AnswerMessage<IDOK>},
+    {"cancel", 1, "MS", AnswerMessage<IDCANCEL>},
+    {"wait", 1, "MS (until a window shows)",
+     [](auto& program, auto& a) {
+       return bench::WaitUntil(Number(a[0]),
+                               [&] { return static_cast<bool>(MainWindow(program)); });
+     }},
+    {"wait-text", 3, "ID PART MS", WaitForText},
+    {"wait-end", 1, "MS (until the program has ended)",
+     [](auto& program, auto& a) {
+       return bench::WaitUntil(Number(a[0]), [&] { return !bench::IsRunning(program); });
+     }},
+    {"close", 0, "", AskToClose},
+    {"kill", 0, "", [](auto& program, auto&) { return bench::EndProcesses(program) > 0; }},
+};
+
+int Usage() {
+  fprintf(stderr, "press PROGRAM VERB ARGUMENT...\n");
+  for (const ControlVerb& verb : kControlVerbs) fprintf(stderr, "  %s %s\n", verb.name, verb.help);
+  for (const ProgramVerb& verb : kProgramVerbs) fprintf(stderr, "  %s %s\n", verb.name, verb.help);
+  return 2;
 }
 
-int usage() {
-  fprintf(stderr, "press PROGRAM VERB ARGUMENT...\n");
-  for (const auto& [name, verb] : verbs()) fprintf(stderr, "  %s %s\n", name.c_str(), verb.help);
-  return 2;
+int Run(const std::string& program, const std::string& name, const Arguments& arguments) {
+  for (const ControlVerb& verb : kControlVerbs) {
+    if (name != verb.name || arguments.size() < verb.arguments + 1) continue;
+    return PressControl(verb, program, arguments) ? 0 : 1;
+  }
+  for (const ProgramVerb& verb : kProgramVerbs) {
+    if (name != verb.name || arguments.size() < verb.arguments) continue;
+    return verb.act(program, arguments) ? 0 : 1;
+  }
+  return Usage();
 }
 
 }  // namespace
 
 int wmain(int count, wchar_t** values) {
   Arguments arguments;
-  for (int i = 1; i < count; ++i) arguments.push_back(bench::toUtf8(values[i]));
-  if (arguments.size() < 2) return usage();
-  const auto verb = verbs().find(arguments[1]);
-  if (verb == verbs().end() || arguments.size() - 2 < verb->second.arguments) return usage();
-  return verb->second.action(arguments[0], {arguments.begin() + 2, arguments.end()}) ? 0 : 1;
+  for (int i = 1; i < count; ++i) arguments.push_back(bench::ToUtf8(values[i]));
+  if (arguments.size() < 2) return Usage();
+  return Run(arguments[0], arguments[1], {arguments.begin() + 2, arguments.end()});
 }

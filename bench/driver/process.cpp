@@ -13,11 +13,11 @@ namespace bench {
 namespace {
 
 template <typename Action>
-int forEachProcess(const std::string& program, Action action) {
+int ForEachProcess(const std::string& program, Action action) {
   const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
   PROCESSENTRY32W entry{};
   entry.dwSize = sizeof(entry);
-  const std::wstring wanted = fromUtf8(program);
+  const std::wstring wanted = FromUtf8(program);
   int count = 0;
   for (BOOL more = Process32FirstW(snapshot, &entry); more;
        more = Process32NextW(snapshot, &entry)) {
@@ -29,18 +29,18 @@ int forEachProcess(const std::string& program, Action action) {
   return count;
 }
 
-double milliseconds(const FILETIME& time) {
+double Milliseconds(const FILETIME& time) {
   return (static_cast<double>(time.dwHighDateTime) * 4294967296.0 + time.dwLowDateTime) / 10000.0;
 }
 
 }  // namespace
 
-bool isRunning(const std::string& program) {
-  return forEachProcess(program, [](DWORD) {}) > 0;
+bool IsRunning(const std::string& program) {
+  return ForEachProcess(program, [](DWORD) {}) > 0;
 }
 
-int endProcesses(const std::string& program) {
-  return forEachProcess(program, [](DWORD id) {
+int EndProcesses(const std::string& program) {
+  return ForEachProcess(program, [](DWORD id) {
     const HANDLE process = OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, id);
     if (!process) return;
     TerminateProcess(process, 1);
@@ -50,8 +50,8 @@ int endProcesses(const std::string& program) {
 }
 
 Process::Process(const std::string& commandLine, const std::string& folder) {
-  std::wstring line = fromUtf8(commandLine);
-  const std::wstring start = fromUtf8(folder);
+  std::wstring line = FromUtf8(commandLine);
+  const std::wstring start = FromUtf8(folder);
   STARTUPINFOW startup{};
   startup.cb = sizeof(startup);
   PROCESS_INFORMATION information{};
@@ -92,7 +92,7 @@ void Process::end() const {
 double Process::processorMilliseconds() const {
   FILETIME created, ended, kernel, user;
   if (!handle_ || !GetProcessTimes(handle_, &created, &ended, &kernel, &user)) return 0;
-  return milliseconds(kernel) + milliseconds(user);
+  return Milliseconds(kernel) + Milliseconds(user);
 }
 
 size_t Process::peakMemory() const {

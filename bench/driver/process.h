@@ -6,8 +6,8 @@
 // Programs on the bench, by the name in the process list.
 namespace bench {
 
-bool isRunning(const std::string& program);
-int endProcesses(const std::string& program);  // how many were ended
+bool IsRunning(const std::string& program);
+int EndProcesses(const std::string& program);  // how many were ended
 
 // A program started by this one.
 class Process {

@@ -42,7 +42,7 @@ class Ruler {
 
 // The resolution that a control is laid out in, told by its font: lower than the screen's where the
 // window would not fit.
-int drawnDpi(HWND window) {
+int DrawnDpi(HWND window) {
   const int dpi = pavoline::DpiOfWindow(window);
   LOGFONTW font{};
   GetObjectW(reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)), sizeof font, &font);
@@ -61,7 +61,7 @@ struct Control {
       : window(of),
         className(of.className()),
         style(GetWindowLongPtrW(of.handle(), GWL_STYLE)),
-        dpi(drawnDpi(of.handle())),
+        dpi(DrawnDpi(of.handle())),
         screenDpi(pavoline::DpiOfWindow(of.handle())) {
     GetClientRect(of.handle(), &inside);
   }
@@ -72,30 +72,30 @@ struct Control {
   int type() const { return static_cast<int>(style & BS_TYPEMASK); }
 };
 
-std::string fault(const Control& control, const std::string& text, int needed, int there) {
+std::string Fault(const Control& control, const std::string& text, int needed, int there) {
   return control.className + " #" + std::to_string(control.window.id()) + " \"" + text +
          "\": " + std::to_string(needed) + " pixels of text in " + std::to_string(there) + "\n";
 }
 
-std::string tooWide(const Control& control, const std::string& text, int beside, UINT format = 0) {
-  const int needed = Ruler(control.font()).widthOf(fromUtf8(text), format);
+std::string TooWide(const Control& control, const std::string& text, int beside, UINT format = 0) {
+  const int needed = Ruler(control.font()).widthOf(FromUtf8(text), format);
   const int there = static_cast<int>(control.inside.right) - beside;
-  return needed > there ? fault(control, text, needed, there) : "";
+  return needed > there ? Fault(control, text, needed, there) : "";
 }
 
-std::string labelFault(const Control& control, const std::string& text) {
-  const SIZE needed = Ruler(control.font()).of(fromUtf8(text), control.inside.right);
+std::string LabelFault(const Control& control, const std::string& text) {
+  const SIZE needed = Ruler(control.font()).of(FromUtf8(text), control.inside.right);
   if (needed.cy > control.inside.bottom) {
-    return fault(control, text, static_cast<int>(needed.cy), control.inside.bottom);
+    return Fault(control, text, static_cast<int>(needed.cy), control.inside.bottom);
   }
   return needed.cx > control.inside.right
-             ? fault(control, text, static_cast<int>(needed.cx), control.inside.right)
+             ? Fault(control, text, static_cast<int>(needed.cx), control.inside.right)
              : "";
 }
 
 // What a button draws beside its text: the edges, or the mark, which has the screen's resolution,
 // and a gap.
-int besideText(const Control& button) {
+int BesideText(const Control& button) {
   switch (button.type()) {
     case BS_GROUPBOX:
       return button.pixels(18);
@@ -107,30 +107,30 @@ int besideText(const Control& button) {
   }
 }
 
-std::string buttonFault(const Control& control, const std::string& text) {
-  return tooWide(control, text, besideText(control));
+std::string ButtonFault(const Control& control, const std::string& text) {
+  return TooWide(control, text, BesideText(control));
 }
 
-std::string linkFault(const Control& control, const std::string& marked) {
+std::string LinkFault(const Control& control, const std::string& marked) {
   std::string text = marked;
   for (const std::string tag : {"<a>", "</a>"}) {
     if (const auto at = text.find(tag); at != std::string::npos) text.erase(at, tag.size());
   }
-  return tooWide(control, text, 0, DT_NOPREFIX);
+  return TooWide(control, text, 0, DT_NOPREFIX);
 }
 
 // A list that only offers its entries must show each; a field holds whatever was typed.
-std::string comboFault(const Control& control, const std::string&) {
+std::string ComboFault(const Control& control, const std::string&) {
   if ((control.style & 3) != CBS_DROPDOWNLIST) return "";
   std::string faults;
   const int beside = GetSystemMetrics(SM_CXVSCROLL) + control.pixels(8);
   for (const std::string& item : control.window.items()) {
-    faults += tooWide(control, item, beside, DT_NOPREFIX);
+    faults += TooWide(control, item, beside, DT_NOPREFIX);
   }
   return faults;
 }
 
-std::string listFault(const Control& control, const std::string&) {
+std::string ListFault(const Control& control, const std::string&) {
   const HWND list = control.window.handle();
   const auto header = reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0));
   const auto columns = static_cast<int>(SendMessageW(header, HDM_GETITEMCOUNT, 0, 0));
@@ -144,49 +144,49 @@ std::string listFault(const Control& control, const std::string&) {
     item.cchTextMax = 256;
     SendMessageW(header, HDM_GETITEMW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&item));
     const int needed = Ruler(control.font()).widthOf(title, DT_NOPREFIX) + control.pixels(12);
-    if (needed > item.cxy) faults += fault(control, toUtf8(title), needed, item.cxy);
+    if (needed > item.cxy) faults += Fault(control, ToUtf8(title), needed, item.cxy);
     sum += item.cxy;
   }
-  if (sum > control.inside.right) faults += fault(control, "columns", sum, control.inside.right);
+  if (sum > control.inside.right) faults += Fault(control, "columns", sum, control.inside.right);
   return faults;
 }
 
 using Measure = std::string (*)(const Control& control, const std::string& text);
 
-const std::map<std::string, Measure>& measures() {
+const std::map<std::string, Measure>& Measures() {
   static const std::map<std::string, Measure> table = {
-      {"Static", labelFault},   {"Button", buttonFault},      {"SysLink", linkFault},
-      {"ComboBox", comboFault}, {"SysListView32", listFault},
+      {"Static", LabelFault},   {"Button", ButtonFault},      {"SysLink", LinkFault},
+      {"ComboBox", ComboFault}, {"SysListView32", ListFault},
   };
   return table;
 }
 
-std::string titleFault(const Window& window) {
+std::string TitleFault(const Window& window) {
   NONCLIENTMETRICSW metrics{};
   metrics.cbSize = sizeof(metrics);
   SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0);
   const HFONT font = CreateFontIndirectW(&metrics.lfCaptionFont);
-  const int needed = Ruler(font).widthOf(fromUtf8(window.text()), DT_NOPREFIX);
+  const int needed = Ruler(font).widthOf(FromUtf8(window.text()), DT_NOPREFIX);
   DeleteObject(font);
   const Control frame(window);
   const int buttons = (frame.style & WS_MINIMIZEBOX) ? 3 : 1;
   const int there =
       frame.inside.right - (buttons + 1) * (GetSystemMetrics(SM_CXSIZE) + frame.pixels(2));
-  return needed > there ? fault(frame, window.text(), needed, there) : "";
+  return needed > there ? Fault(frame, window.text(), needed, there) : "";
 }
 
 }  // namespace
 
-std::string cutText(const Window& window, const std::string& text) {
+std::string CutText(const Window& window, const std::string& text) {
   const Control control(window);
-  const auto measure = measures().find(control.className);
-  return measure == measures().end() ? "" : measure->second(control, text);
+  const auto measure = Measures().find(control.className);
+  return measure == Measures().end() ? "" : measure->second(control, text);
 }
 
-std::string cutTexts(const Window& window) {
-  std::string faults = titleFault(window);
+std::string CutTexts(const Window& window) {
+  std::string faults = TitleFault(window);
   for (const Window& child : window.children()) {
-    if (child.visible()) faults += cutText(child, child.text());
+    if (child.visible()) faults += CutText(child, child.text());
   }
   return faults;
 }

@@ -9,9 +9,9 @@ namespace bench {
 
 // What is cut in a window, one line each: texts of labels, buttons, boxes and links, titles of
 // columns, entries of closed lists, and the window's own title.
-std::string cutTexts(const Window& window);
+std::string CutTexts(const Window& window);
 
 // Whether a control could show another text than it does now: the same line, or nothing.
-std::string cutText(const Window& control, const std::string& text);
+std::string CutText(const Window& control, const std::string& text);
 
 }  // namespace bench

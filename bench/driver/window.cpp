@@ -17,36 +17,36 @@ namespace {
 
 constexpr UINT kAnswerTime = 2000;  // milliseconds
 
-std::string lower(std::string text) {
+std::string Lower(std::string text) {
   std::transform(text.begin(), text.end(), text.begin(),
                  [](unsigned char c) { return tolower(c); });
   return text;
 }
 
-std::string withoutAccessKey(std::string text) {
+std::string WithoutAccessKey(std::string text) {
   text.erase(std::remove(text.begin(), text.end(), '&'), text.end());
   return text;
 }
 
-std::set<DWORD> processesNamed(const std::string& program) {
+std::set<DWORD> ProcessesNamed(const std::string& program) {
   std::set<DWORD> ids;
   const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
   PROCESSENTRY32W entry{};
   entry.dwSize = sizeof(entry);
   for (BOOL more = Process32FirstW(snapshot, &entry); more;
        more = Process32NextW(snapshot, &entry)) {
-    if (lower(toUtf8(entry.szExeFile)) == lower(program)) ids.insert(entry.th32ProcessID);
+    if (Lower(ToUtf8(entry.szExeFile)) == Lower(program)) ids.insert(entry.th32ProcessID);
   }
   CloseHandle(snapshot);
   return ids;
 }
 
-BOOL CALLBACK collect(HWND handle, LPARAM list) {
+BOOL CALLBACK Collect(HWND handle, LPARAM list) {
   reinterpret_cast<std::vector<Window>*>(list)->emplace_back(handle);
   return TRUE;
 }
 
-void sendKey(int virtualKey, bool up) {
+void SendKey(int virtualKey, bool up) {
   INPUT input{};
   input.type = INPUT_KEYBOARD;
   input.ki.wVk = static_cast<WORD>(virtualKey);
@@ -66,13 +66,13 @@ LRESULT Window::ask(UINT message, WPARAM wParam, LPARAM lParam) const {
 std::string Window::text() const {
   std::wstring buffer(32768, L'\0');
   buffer.resize(ask(WM_GETTEXT, buffer.size(), reinterpret_cast<LPARAM>(buffer.data())));
-  return toUtf8(buffer);
+  return ToUtf8(buffer);
 }
 
 std::string Window::className() const {
   wchar_t name[256] = {};
   GetClassNameW(handle_, name, 256);
-  return toUtf8(name);
+  return ToUtf8(name);
 }
 
 RECT Window::rectangle() const {
@@ -83,7 +83,7 @@ RECT Window::rectangle() const {
 
 std::vector<Window> Window::children() const {
   std::vector<Window> found;
-  EnumChildWindows(handle_, collect, reinterpret_cast<LPARAM>(&found));
+  EnumChildWindows(handle_, Collect, reinterpret_cast<LPARAM>(&found));
   return found;
 }
 
@@ -96,27 +96,27 @@ Window Window::child(int id) const {
 
 Window Window::childOfClass(const std::string& className) const {
   for (const Window& window : children()) {
-    if (lower(window.className()) == lower(className)) return window;
+    if (Lower(window.className()) == Lower(className)) return window;
   }
   return {};
 }
 
 Window Window::childWithText(const std::string& part) const {
   for (const Window& window : children()) {
-    if (withoutAccessKey(window.text()).find(withoutAccessKey(part)) != std::string::npos)
+    if (WithoutAccessKey(window.text()).find(WithoutAccessKey(part)) != std::string::npos)
       return window;
   }
   return {};
 }
 
 Window Window::editField() const {
-  if (lower(className()) == "edit") return *this;
+  if (Lower(className()) == "edit") return *this;
   return childOfClass("Edit");
 }
 
 void Window::enterText(const std::string& text) const {
   const Window field = editField();
-  const std::wstring wide = fromUtf8(text);
+  const std::wstring wide = FromUtf8(text);
   field.ask(EM_SETSEL, 0, -1);
   field.ask(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(wide.c_str()));
 }
@@ -124,7 +124,7 @@ void Window::enterText(const std::string& text) const {
 void Window::typeText(const std::string& text) const {
   const Window field = editField();
   field.ask(EM_SETSEL, 0, -1);
-  for (wchar_t letter : fromUtf8(text)) {
+  for (wchar_t letter : FromUtf8(text)) {
     PostMessageW(field.handle(), WM_CHAR, letter, 1);
     Sleep(5);
   }
@@ -137,24 +137,24 @@ bool Window::ticked() const { return ask(BM_GETCHECK, 0, 0) == BST_CHECKED; }
 void Window::tick(bool on) const {
   if (ticked() == on) return;
   click();
-  waitUntil(kAnswerTime, [&] { return ticked() == on; });
+  WaitUntil(kAnswerTime, [&] { return ticked() == on; });
 }
 
 std::vector<std::string> Window::items() const {
-  const bool combo = lower(className()).find("combobox") != std::string::npos;
+  const bool combo = Lower(className()).find("combobox") != std::string::npos;
   const LRESULT count = ask(combo ? CB_GETCOUNT : LB_GETCOUNT, 0, 0);
   std::vector<std::string> result;
   for (LRESULT i = 0; i < count; ++i) {
     const LRESULT length = ask(combo ? CB_GETLBTEXTLEN : LB_GETTEXTLEN, i, 0);
     std::wstring line(std::max<LRESULT>(length, 0) + 1, L'\0');
     ask(combo ? CB_GETLBTEXT : LB_GETTEXT, i, reinterpret_cast<LPARAM>(line.data()));
-    result.push_back(toUtf8(line.c_str()));
+    result.push_back(ToUtf8(line.c_str()));
   }
   return result;
 }
 
 int Window::selected() const {
-  const bool combo = lower(className()).find("combobox") != std::string::npos;
+  const bool combo = Lower(className()).find("combobox") != std::string::npos;
   return static_cast<int>(ask(combo ? CB_GETCURSEL : LB_GETCURSEL, 0, 0));
 }
 
@@ -164,7 +164,7 @@ void Window::tellParent(int notification) const {
 }
 
 void Window::select(int index) const {
-  const bool combo = lower(className()).find("combobox") != std::string::npos;
+  const bool combo = Lower(className()).find("combobox") != std::string::npos;
   ask(combo ? CB_SETCURSEL : LB_SETCURSEL, index, 0);
   // Setting the choice by message tells nobody; a person's pick would have.
   tellParent(combo ? CBN_SELCHANGE : LBN_SELCHANGE);
@@ -186,10 +186,10 @@ void Window::key(int virtualKey) const {
 
 void Window::chord(std::vector<int> virtualKeys) const {
   SetForegroundWindow(handle_);
-  waitUntil(kAnswerTime, [&] { return GetForegroundWindow() == handle_; });
-  for (int virtualKey : virtualKeys) sendKey(virtualKey, false);
+  WaitUntil(kAnswerTime, [&] { return GetForegroundWindow() == handle_; });
+  for (int virtualKey : virtualKeys) SendKey(virtualKey, false);
   std::reverse(virtualKeys.begin(), virtualKeys.end());
-  for (int virtualKey : virtualKeys) sendKey(virtualKey, true);
+  for (int virtualKey : virtualKeys) SendKey(virtualKey, true);
 }
 
 void Window::systemCommand(int id) const { PostMessageW(handle_, WM_SYSCOMMAND, id, 0); }
@@ -199,7 +199,7 @@ void Window::close() const { PostMessageW(handle_, WM_CLOSE, 0, 0); }
 // The list must lie in the receiver's memory, as the shell arranges for a real drop.
 void Window::dropFiles(const std::vector<std::string>& paths) const {
   std::wstring names;
-  for (const std::string& path : paths) names += fromUtf8(path) + L'\0';
+  for (const std::string& path : paths) names += FromUtf8(path) + L'\0';
   names += L'\0';
   std::vector<char> data(sizeof(DROPFILES) + names.size() * sizeof(wchar_t));
   DROPFILES header{};
@@ -217,10 +217,10 @@ void Window::dropFiles(const std::vector<std::string>& paths) const {
   PostMessageW(handle_, WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0);
 }
 
-std::vector<Window> windowsOf(const std::string& program) {
+std::vector<Window> WindowsOf(const std::string& program) {
   std::vector<Window> all, result;
-  EnumWindows(collect, reinterpret_cast<LPARAM>(&all));
-  const std::set<DWORD> processes = processesNamed(program);
+  EnumWindows(Collect, reinterpret_cast<LPARAM>(&all));
+  const std::set<DWORD> processes = ProcessesNamed(program);
   for (const Window& window : all) {
     DWORD process = 0;
     GetWindowThreadProcessId(window.handle(), &process);
@@ -229,17 +229,17 @@ std::vector<Window> windowsOf(const std::string& program) {
   return result;
 }
 
-Window findWindow(const std::string& program, const std::string& className,
-                  const std::string& title) {
-  for (const Window& window : windowsOf(program)) {
+Window TopWindow(const std::string& program, const std::string& className,
+                 const std::string& title) {
+  for (const Window& window : WindowsOf(program)) {
     if (!window.visible()) continue;
-    if (!className.empty() && lower(window.className()) != lower(className)) continue;
+    if (!className.empty() && Lower(window.className()) != Lower(className)) continue;
     if (window.text().find(title) != std::string::npos) return window;
   }
   return {};
 }
 
-bool waitUntil(int milliseconds, const std::function<bool()>& condition) {
+bool WaitUntil(int milliseconds, const std::function<bool()>& condition) {
   const ULONGLONG end = GetTickCount64() + milliseconds;
   while (!condition()) {
     if (GetTickCount64() >= end) return false;

@@ -70,17 +70,17 @@ class Window {
 };
 
 // Top-level windows of every process of this image name ("Pavoline.exe"), front first.
-std::vector<Window> windowsOf(const std::string& program);
+std::vector<Window> WindowsOf(const std::string& program);
 
 // The first top-level window of the program with this class or, when empty, any class, whose title
 // contains the text.
-Window findWindow(const std::string& program, const std::string& className,
-                  const std::string& title);
+Window TopWindow(const std::string& program, const std::string& className,
+                 const std::string& title);
 
 // True as soon as the condition holds; false after the time, in milliseconds.
-bool waitUntil(int milliseconds, const std::function<bool()>& condition);
+bool WaitUntil(int milliseconds, const std::function<bool()>& condition);
 
 // One line per window: depth, class, id, state, text, items.
-std::string dumpWindows(const std::string& program);
+std::string DumpWindows(const std::string& program);
 
 }  // namespace bench

@@ -14,7 +14,7 @@
 
 namespace {
 
-std::vector<std::string> fieldsOf(const std::string& line) {
+std::vector<std::string> FieldsOf(const std::string& line) {
   std::vector<std::string> fields(1);
   for (const char c : line) {
     if (c == '|')
@@ -29,18 +29,18 @@ std::vector<std::string> fieldsOf(const std::string& line) {
   return fields;
 }
 
-std::vector<std::vector<std::string>> rowsOf(const std::string& unixFile) {
+std::vector<std::vector<std::string>> RowsOf(const std::string& unixFile) {
   std::vector<std::vector<std::string>> rows;
-  std::istringstream lines(bench::read(bench::toUtf8(bench::windowsForm(unixFile))));
+  std::istringstream lines(bench::Read(bench::ToUtf8(bench::WindowsForm(unixFile))));
   for (std::string line; std::getline(lines, line);) {
     if (line.empty() || line[0] == '#') continue;
-    rows.push_back(fieldsOf(line));
+    rows.push_back(FieldsOf(line));
     rows.back().resize(8);
   }
   return rows;
 }
 
-std::string resultOf(const std::vector<std::string>& fields) {
+std::string ResultOf(const std::vector<std::string>& fields) {
   faults::Case row;
   row.part = fields[0];
   row.name = fields[1];
@@ -48,12 +48,12 @@ std::string resultOf(const std::vector<std::string>& fields) {
   row.attended = fields[3] == "person";
   faults::Seen seen;
   try {
-    seen = faults::watch(row);
+    seen = faults::TryCase(row);
   } catch (const std::exception& problem) {
     seen.verdict = std::string("not tried: ") + problem.what();
   }
   try {
-    faults::clear();
+    faults::Clear();
   } catch (const std::exception&) {
   }
   std::string told = seen.messages.empty() ? "nothing" : seen.messages;
@@ -69,10 +69,10 @@ std::string resultOf(const std::vector<std::string>& fields) {
 
 int main(int count, char** words) {
   if (count < 4) return 2;
-  const auto rows = rowsOf(words[1]);
+  const auto rows = RowsOf(words[1]);
   for (int i = 3; i < count; ++i) {
-    const std::string line = resultOf(rows.at(static_cast<size_t>(atoi(words[i])) - 1));
-    FILE* results = _wfopen(bench::windowsForm(words[2]).c_str(), L"ab");
+    const std::string line = ResultOf(rows.at(static_cast<size_t>(atoi(words[i])) - 1));
+    FILE* results = _wfopen(bench::WindowsForm(words[2]).c_str(), L"ab");
     if (!results) return 1;
     fputs(line.c_str(), results);
     fclose(results);

@@ -3,15 +3,24 @@
 #include <string>
 #include <vector>
 
-// What stands on the bench when a fault is tried, what goes wrong there, and what is left.
+// What stands on the bench when a fault is tried, and what goes wrong there.
 namespace faults {
 
 inline constexpr char kTemp[] = "C:\\windows\\temp\\";
 
+// What every scene begins with.
+inline constexpr char kOldFile[] = "E:\\letter.txt";
+inline constexpr char kOldMenu[] = "the old menu";
+inline constexpr char kStore[] = "S:\\Boot\\BCD";
+
+inline constexpr const char* kTools[] = {
+    "wimlib-imagex.exe", "ghost.exe",  "dism.exe",     "format.com", "bcdboot.exe", "bootsect.exe",
+    "diskpart.exe",      "imdisk.exe", "shutdown.exe", "CxDir.exe",  "fix.exe"};
+
 // Something that happens while the program works.
 struct Event {
   std::string when;    // "question", "40%", or a tool that has run for some seconds: "dism.exe"
-  std::string action;  // a word of act()
+  std::string action;  // a word of Act()
   bool done = false;
 };
 
@@ -30,21 +39,15 @@ struct Case {
 };
 
 // Makes the scene; throws std::runtime_error with what could not be made.
-void prepare(Case& row);
+void Prepare(Case& row);
 // "unplug", "letter", "full", "end TOOL": what an event does besides the window's own.
-void act(const std::string& action);
-// Gives everything back that prepare() and act() have taken away.
-void clear();
+void Act(const std::string& action);
+// Gives everything back that Prepare() and Act() have taken away.
+void Clear();
 // Ends the program and every tool, as a power cut does.
-void endEverything();
+void EndEverything();
 
-// "E: the system; S: new menu; temp: apply.bat; runs: format.com".
-std::string leftBehind(int edition);
-bool systemComplete(int edition);
-bool menuNew();
-bool driversIn();
-bool otherDrivesWhole();
-// What the program's record says last of an outcome, or of its end.
-std::string recorded();
+// A script of the Unix side, which finds the run's folder in $bench and its argument in $1.
+bool Shell(const std::string& script, const std::string& argument = "");
 
 }  // namespace faults

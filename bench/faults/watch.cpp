@@ -8,6 +8,7 @@
 #include "driver/drive_files.h"
 #include "driver/main_window.h"
 #include "driver/process.h"
+#include "faults/remains.h"
 #include "form/text_numbers.h"
 #include "ui/system_menu.h"
 
@@ -23,7 +24,7 @@ constexpr ULONGLONG kToolRuns = 3'000;       // before the event that a running 
 constexpr ULONGLONG kQuiet = 700;            // idle and without a message: it is over
 constexpr size_t kLongestText = 100;         // bytes of a message that are told
 
-std::string beginning(const std::string& text) {
+std::string Beginning(const std::string& text) {
   std::string line;
   for (const unsigned char c : text) {
     const bool plain = c >= ' ' && c != '|' && c != 0x7F;
@@ -41,7 +42,7 @@ class Watch {
   explicit Watch(Case row) : row_(std::move(row)) {}
 
   Seen run() {
-    prepare(row_);
+    Prepare(row_);
     process_ = start();
     began_ = GetTickCount64();
     if (row_.attended)
@@ -52,8 +53,8 @@ class Watch {
     if (row_.attended && !cut_) leave();
     if (const auto code = process_.exitCode(cut_ ? 0 : 20'000); code && !cut_)
       seen_.exit = std::to_string(*code);
-    seen_.recorded = recorded();
-    seen_.left = leftBehind(row_.edition);
+    seen_.recorded = Recorded();
+    seen_.left = LeftBehind(row_.edition);
     seen_.verdict = verdict();
     if (cut_) nextRun();
     return seen_;
@@ -83,8 +84,8 @@ class Watch {
       if (GetTickCount64() > end) {
         if (milliseconds == kLongest) {
           seen_.verdict = "hangs";
-          bench::takeShot("hangs " + row_.part + " " + row_.name);
-          endEverything();
+          bench::TakeShot("hangs " + row_.part + " " + row_.name);
+          EndEverything();
         }
         return false;
       }
@@ -103,39 +104,39 @@ class Watch {
       answered_ = now;
     if (now - answered_ > kLongestFrozen && seen_.verdict.empty())
       seen_.verdict = "hangs (window frozen)";
-    const auto message = bench::shownMessage(main_.program());
+    const auto message = bench::ShownMessage(main_.program());
     if (!message) return cancelFileDialog();
     quietSince_ = now;
     const bool fresh = !heard_.contains(message->window.handle());
     if (fresh) {
       Sleep(100);  // its texts follow the window
       heard_.insert(message->window.handle());
-      const auto whole = bench::shownMessage(main_.program());
+      const auto whole = bench::ShownMessage(main_.program());
       note(whole ? whole->text : message->text);
     }
-    if (row_.attended) bench::answer(*message, IDOK);
+    if (row_.attended) bench::Answer(*message, IDOK);
   }
 
   void note(const std::string& text) {
-    const bool question = text.find(bench::text(kTextConfirmTail)) != std::string::npos;
+    const bool question = text.find(bench::Text(kTextConfirmTail)) != std::string::npos;
     if (question) {
       confirmed_ = true;
       happen("question");
     }
-    if (text.find(bench::text(kTextFinished)) != std::string::npos) toldFinished_ = true;
-    const std::string noTools = bench::more(kMoreNoBootTools);
+    if (text.find(bench::Text(kTextFinished)) != std::string::npos) toldFinished_ = true;
+    const std::string noTools = bench::More(kMoreNoBootTools);
     const bool warned = question && text.find(noTools) != std::string::npos;
     if (question && !warned) return;
-    const std::string told = beginning(warned ? noTools : text);
+    const std::string told = Beginning(warned ? noTools : text);
     seen_.messages += (seen_.messages.empty() ? "" : ", ") + told;
   }
 
   void cancelFileDialog() {
-    for (const Window& window : bench::windowsOf(main_.program())) {
+    for (const Window& window : bench::WindowsOf(main_.program())) {
       if (!window.visible() || window.className() != "#32770") continue;
       if (!window.childOfClass("Edit") || !row_.attended || row_.virtualDisk) continue;
       seen_.messages += ", the file chooser";
-      bench::answerFileDialog(main_.program(), "", 2000);
+      bench::AnswerFileDialog(main_.program(), "", 2000);
     }
   }
 
@@ -146,10 +147,10 @@ class Watch {
       if (event.action == "close") {
         main_.window().close();
       } else if (event.action == "power") {
-        endEverything();
+        EndEverything();
         cut_ = true;
       } else {
-        act(event.action);
+        Act(event.action);
       }
     }
   }
@@ -157,14 +158,14 @@ class Watch {
   bool due(const std::string& when, const std::string& now) {
     if (when == "question") return now == when;
     if (when.ends_with("%")) return main_.progressBar().progress() >= std::stoi(when);
-    if (!bench::isRunning(when)) return false;
+    if (!bench::IsRunning(when)) return false;
     const ULONGLONG since = running_.emplace(when, GetTickCount64()).first->second;
     return GetTickCount64() - since >= kToolRuns;
   }
 
   bool idle() const {
     const Window start = main_.command(kStart);
-    std::string caption = start.text(), wanted = bench::text(kTextStart);
+    std::string caption = start.text(), wanted = bench::Text(kTextStart);
     std::erase(caption, '&');
     std::erase(wanted, '&');
     return start.enabled() && caption == wanted;
@@ -200,14 +201,14 @@ class Watch {
       Window found;
       wait(
           [&] {
-            found = bench::findWindow(main_.program(), std::string("Pavoline.") + form, "");
+            found = bench::TopWindow(main_.program(), std::string("Pavoline.") + form, "");
             return static_cast<bool>(found);
           },
           20'000);
       return found;
     };
     main_.window().systemCommand(kMenuVirtualDisk);
-    window("VirtualDiskWindow").childWithText(bench::text(kTextCreate)).click();
+    window("VirtualDiskWindow").childWithText(bench::Text(kTextCreate)).click();
     const Window creation = window("VirtualDiskCreation");
     std::vector<Window> fields;
     for (const Window& child : creation.children()) {
@@ -221,7 +222,7 @@ class Watch {
     fields[1].enterText("64");
     creation.childOfClass("ComboBox").select(0);  // megabytes
     began_ = GetTickCount64();
-    creation.childWithText(bench::text(kTextCreateNow)).click();
+    creation.childWithText(bench::Text(kTextCreateNow)).click();
     wait([&] { return !seen_.messages.empty(); });
     Window disks = window("VirtualDiskWindow");
     wait([&] { return disks.enabled() || !creation; }, 5000);
@@ -240,7 +241,7 @@ class Watch {
   // What a cut has left must not stand in the way of a run without any fault.
   void nextRun() {
     for (const char* tool : {"wimlib-imagex-apply", "bcdboot", "dism", "format"}) {
-      bench::setFaults(tool, "");
+      bench::SetFaults(tool, "");
     }
     cut_ = false;
     row_.attended = false;
@@ -248,20 +249,20 @@ class Watch {
     wait([] { return false; });
     const auto code = process_.exitCode(1000);
     seen_.left += "; next run: exit code " + (code ? std::to_string(*code) : "none") + ", " +
-                  recorded() + ", " + leftBehind(row_.edition);
-    const bool whole = code == 0u && systemComplete(row_.edition) && menuNew();
+                  Recorded() + ", " + LeftBehind(row_.edition);
+    const bool whole = code == 0u && SystemComplete(row_.edition) && MenuNew();
     if (!whole && seen_.verdict.empty()) seen_.verdict = "the next run fails";
   }
 
   std::string verdict() const {
     if (!seen_.verdict.empty() || cut_ || row_.virtualDisk) return seen_.verdict;
-    const bool formatted = !bench::callsOf("format").empty();
+    const bool formatted = !bench::CallsOf("format").empty();
     const bool asked = row_.attended ? confirmed_ : row_.switches.find("keep") == std::string::npos;
-    if ((formatted && !asked) || !otherDrivesWhole()) return "formatted unasked";
+    if ((formatted && !asked) || !OtherDrivesWhole()) return "formatted unasked";
     const bool finished = toldFinished_ || seen_.recorded.starts_with("done") || seen_.exit == "0";
-    const bool target = row_.drivers ? driversIn() : true;
+    const bool target = row_.drivers ? DriversIn() : true;
     if (finished && started() && !row_.meantSo &&
-        !(systemComplete(row_.edition) && menuNew() && target))
+        !(SystemComplete(row_.edition) && MenuNew() && target))
       return "says finished though it is not";
     return seen_.recorded.empty() ? "record lost" : "";
   }
@@ -281,6 +282,6 @@ class Watch {
 
 }  // namespace
 
-Seen watch(Case row) { return Watch(std::move(row)).run(); }
+Seen TryCase(Case row) { return Watch(std::move(row)).run(); }
 
 }  // namespace faults

@@ -16,6 +16,6 @@ struct Seen {
 };
 
 // Runs the program once, with a person at it or without, and lets the case's events happen.
-Seen watch(Case row);
+Seen TryCase(Case row);
 
 }  // namespace faults

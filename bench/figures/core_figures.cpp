@@ -19,7 +19,7 @@ namespace {
 
 using namespace pavoline;
 
-double medianMilliseconds(int repetitions, const std::function<void()>& work) {
+double MedianMilliseconds(int repetitions, const std::function<void()>& work) {
   std::vector<double> times;
   for (int i = 0; i < repetitions; ++i) {
     const auto start = std::chrono::steady_clock::now();
@@ -33,7 +33,7 @@ double medianMilliseconds(int repetitions, const std::function<void()>& work) {
 
 // ---- images: what GetWimInfo does with the imaging program's output
 
-std::string imageXml(int count) {
+std::string ImageXml(int count) {
   std::string xml = "<WIM>";
   for (int i = 1; i <= count; ++i) {
     const std::string number = std::to_string(i);
@@ -49,7 +49,7 @@ std::string imageXml(int count) {
   return xml + "</WIM>";
 }
 
-std::string asUtf16(const std::string& ascii) {
+std::string AsUtf16(const std::string& ascii) {
   std::string bytes = "\xFF\xFE";
   for (char letter : ascii) {
     bytes += letter;
@@ -58,10 +58,10 @@ std::string asUtf16(const std::string& ascii) {
   return bytes;
 }
 
-void printImages(Session& session, int count) {
+void PrintImages(Session& session, int count) {
   const std::string file = TempFile(session, "figures.log");
-  session.platform.files.write(file, asUtf16(imageXml(count)));
-  const double time = medianMilliseconds(20, [&] {
+  session.platform.files.write(file, AsUtf16(ImageXml(count)));
+  const double time = MedianMilliseconds(20, [&] {
     session.form.combo[kEditions].clear();
     session.form.combo[kEditionDetails].clear();
     for (const WimImageInfo& image : ParseWimInfo(ReadUnicodeFile(session, file))) {
@@ -75,7 +75,7 @@ void printImages(Session& session, int count) {
 
 // ---- ticks: one look of the apply monitor; the bench keeps a wimlib-imagex.exe running meanwhile
 
-void printTick(Session& session, int updates) {
+void PrintTick(Session& session, int updates) {
   std::string log =
       "Applying image 2 (\"Windows 10 Pro\") from \"install.wim\" to directory \"E:\\\"\r\n";
   for (int i = 0; i < updates; ++i) {
@@ -94,9 +94,9 @@ void printTick(Session& session, int updates) {
     run.bytesRead = 0;
     ApplyMonitorTick(session, run);
   };
-  const double whole = medianMilliseconds(50, first);
-  const double time = medianMilliseconds(50, [&] { ApplyMonitorTick(session, run); });
-  const double bare = medianMilliseconds(50, [&] { session.platform.processes.list(); });
+  const double whole = MedianMilliseconds(50, first);
+  const double time = MedianMilliseconds(50, [&] { ApplyMonitorTick(session, run); });
+  const double bare = MedianMilliseconds(50, [&] { session.platform.processes.list(); });
   printf(
       "a monitor tick on a log of %d updates: %.3f ms with nothing new in it, %.3f ms to read all "
       "of it at once; %.3f ms the bare call (listing the processes)\n",
@@ -112,8 +112,6 @@ class CountingProcesses : public Processes {
   std::unique_ptr<StartedProgram> start(const StartRequest& request) override {
     return real_.start(request);
   }
-  std::uintptr_t disableRedirection() override { return real_.disableRedirection(); }
-  void revertRedirection(std::uintptr_t value) override { real_.revertRedirection(value); }
   std::vector<RunningProcess> list() override { return real_.list(); }
   void terminate(std::uint32_t id) override { real_.terminate(id); }
   void handleEvents() override {
@@ -129,7 +127,7 @@ class CountingProcesses : public Processes {
   Processes& real_;
 };
 
-long enumerate(Files& files, const std::string& folder) {
+long Enumerate(Files& files, const std::string& folder) {
   long count = 0;
   std::vector<std::string> below;
   files.list(folder + "\\*.*", [&](const FileEntry& entry) {
@@ -138,11 +136,11 @@ long enumerate(Files& files, const std::string& folder) {
     if (entry.attributes & kFolderAttribute) below.push_back(folder + "\\" + entry.name);
     return true;
   });
-  for (const std::string& child : below) count += enumerate(files, child);
+  for (const std::string& child : below) count += Enumerate(files, child);
   return count;
 }
 
-void printSearch(Platform& platform, const std::string& drive) {
+void PrintSearch(Platform& platform, const std::string& drive) {
   CountingProcesses processes(platform.processes);
   Platform counted{processes,        platform.files,       platform.drives,
                    platform.profile, platform.environment, platform.text,
@@ -153,8 +151,8 @@ void printSearch(Platform& platform, const std::string& drive) {
   session.options.searchLevel = 3;
   session.partitions.push_back({"1:1\t" + drive + "\t64.00GB\tNTFS\tPrimary\tDisk\tLabel\tGPT\t0"});
   long entries = 0;
-  const double bare = medianMilliseconds(3, [&] { entries = enumerate(platform.files, drive); });
-  const double search = medianMilliseconds(3, [&] {
+  const double bare = MedianMilliseconds(3, [&] { entries = Enumerate(platform.files, drive); });
+  const double search = MedianMilliseconds(3, [&] {
     processes.yields = 0;
     session.search = SearchState{};
     SearchImages(session, SearchMode::kDrives, "");
@@ -173,11 +171,11 @@ int wmain(int count, wchar_t** values) {
   Form1 form;
   Session session(windows.platform(), form);
   if (verb == L"images") {
-    for (int images : {2, 1000, 10000}) printImages(session, images);
+    for (int images : {2, 1000, 10000}) PrintImages(session, images);
   } else if (verb == L"ticks") {
-    for (int updates : {300, 3000, 30000}) printTick(session, updates);
+    for (int updates : {300, 3000, 30000}) PrintTick(session, updates);
   } else if (verb == L"search") {
-    printSearch(windows.platform(), "D:");
+    PrintSearch(windows.platform(), "D:");
   } else {
     return 2;
   }

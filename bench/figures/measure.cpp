@@ -19,76 +19,76 @@ using bench::Process;
 
 constexpr int kTime = 60000;  // milliseconds
 
-double now() {
+double Now() {
   LARGE_INTEGER count, frequency;
   QueryPerformanceCounter(&count);
   QueryPerformanceFrequency(&frequency);
   return 1000.0 * static_cast<double>(count.QuadPart) / static_cast<double>(frequency.QuadPart);
 }
 
-int print(double start, bool reached) {
+int Print(double start, bool reached) {
   if (!reached) return 1;
-  printf("%.0f\n", now() - start);
+  printf("%.0f\n", Now() - start);
   return 0;
 }
 
-bool listed(const MainWindow& main) {
+bool Listed(const MainWindow& main) {
   return !main.editions().items().empty() && !main.text(pavoline::kInstallPartition).text().empty();
 }
 
-int startup(const std::string& installer, const std::string& source) {
-  const double start = now();
+int Startup(const std::string& installer, const std::string& source) {
+  const double start = Now();
   const Process process("\"" + installer + "\" \"/source:" + source + "\"");
   const MainWindow main;
-  const int result = print(start, bench::waitUntil(kTime, [&] { return listed(main); }));
+  const int result = Print(start, bench::WaitUntil(kTime, [&] { return Listed(main); }));
   process.end();
   return result;
 }
 
-int source(const std::string& installer, const std::string& path) {
+int Source(const std::string& installer, const std::string& path) {
   const Process process("\"" + installer + "\"");
   const MainWindow main;
-  bench::waitUntil(kTime, [&] { return !main.text(pavoline::kInstallPartition).text().empty(); });
-  const double start = now();
+  bench::WaitUntil(kTime, [&] { return !main.text(pavoline::kInstallPartition).text().empty(); });
+  const double start = Now();
   main.source().enterText(path);
-  const int result = print(start, bench::waitUntil(kTime, [&] { return listed(main); }));
+  const int result = Print(start, bench::WaitUntil(kTime, [&] { return Listed(main); }));
   main.window().close();  // takes a mounted ISO away again
   if (!process.exitCode(kTime)) process.end();
   return result;
 }
 
 // The program with an empty window is this one.
-int emptyWindow(const std::string& title) {
-  CreateWindowW(L"Static", bench::fromUtf8(title).c_str(), WS_OVERLAPPEDWINDOW | WS_VISIBLE, 50, 50,
+int EmptyWindow(const std::string& title) {
+  CreateWindowW(L"Static", bench::FromUtf8(title).c_str(), WS_OVERLAPPEDWINDOW | WS_VISIBLE, 50, 50,
                 600, 300, nullptr, nullptr, nullptr, nullptr);
   MSG message;
   while (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
   return 0;
 }
 
-int window() {
+int WindowShown() {
   wchar_t path[MAX_PATH] = {};
   GetModuleFileNameW(nullptr, path, MAX_PATH);
-  const double start = now();
-  const Process process("\"" + bench::toUtf8(path) + "\" empty timed");
-  const int result = print(start, bench::waitUntil(kTime, [] {
-                             return bool{bench::findWindow("measure.exe", "Static", "timed")};
+  const double start = Now();
+  const Process process("\"" + bench::ToUtf8(path) + "\" empty timed");
+  const int result = Print(start, bench::WaitUntil(kTime, [] {
+                             return bool{bench::TopWindow("measure.exe", "Static", "timed")};
                            }));
   process.end();
   return result;
 }
 
-int lines(const std::string& batch) {
-  const double start = now();
+int Lines(const std::string& batch) {
+  const double start = Now();
   const Process process("cmd.exe /c \"" + batch + "\"");
-  return print(start, process.exitCode(10 * kTime).has_value());
+  return Print(start, process.exitCode(10 * kTime).has_value());
 }
 
-int consoles(const std::vector<std::string>& batches) {
-  const double start = now();
+int Consoles(const std::vector<std::string>& batches) {
+  const double start = Now();
   for (const std::string& batch : batches) {
     if (batch.empty()) continue;
-    std::wstring line = bench::fromUtf8(batch);
+    std::wstring line = bench::FromUtf8(batch);
     STARTUPINFOW startup{};
     startup.cb = sizeof(startup);
     startup.dwFlags = STARTF_USESHOWWINDOW;
@@ -102,19 +102,19 @@ int consoles(const std::vector<std::string>& batches) {
     CloseHandle(started.hThread);
     CloseHandle(started.hProcess);
   }
-  return print(start, true);
+  return Print(start, true);
 }
 
 }  // namespace
 
 int wmain(int count, wchar_t** values) {
   std::vector<std::string> arguments(4);
-  for (int i = 1; i < std::min(count, 5); ++i) arguments[i - 1] = bench::toUtf8(values[i]);
-  if (arguments[0] == "startup") return startup(arguments[1], arguments[2]);
-  if (arguments[0] == "source") return source(arguments[1], arguments[2]);
-  if (arguments[0] == "window") return window();
-  if (arguments[0] == "lines") return lines(arguments[1]);
-  if (arguments[0] == "consoles") return consoles({arguments.begin() + 1, arguments.end()});
-  if (arguments[0] == "empty") return emptyWindow(arguments[1]);
+  for (int i = 1; i < std::min(count, 5); ++i) arguments[i - 1] = bench::ToUtf8(values[i]);
+  if (arguments[0] == "startup") return Startup(arguments[1], arguments[2]);
+  if (arguments[0] == "source") return Source(arguments[1], arguments[2]);
+  if (arguments[0] == "window") return WindowShown();
+  if (arguments[0] == "lines") return Lines(arguments[1]);
+  if (arguments[0] == "consoles") return Consoles({arguments.begin() + 1, arguments.end()});
+  if (arguments[0] == "empty") return EmptyWindow(arguments[1]);
   return 2;
 }

@@ -4,7 +4,7 @@
 
 namespace bench {
 
-GhostOrder readGhostOrder(const std::wstring& arguments) {
+GhostOrder ReadGhostOrder(const std::wstring& arguments) {
   static const std::wregex whole(
       L"-noide -clone,mode=pload,src=(\"[^\"]+\"|[^\", ]+):1,dst=(@os:([A-Za-z]:)|([0-9]+:[0-9]+)) "
       L"-sure *");

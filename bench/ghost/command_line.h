@@ -13,6 +13,6 @@ struct GhostOrder {
   std::string error;         // why the real program would refuse; empty when all is well
 };
 
-GhostOrder readGhostOrder(const std::wstring& arguments);
+GhostOrder ReadGhostOrder(const std::wstring& arguments);
 
 }  // namespace bench

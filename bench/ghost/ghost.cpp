@@ -18,11 +18,11 @@ namespace {
 
 constexpr int kHoldMilliseconds = 1600;  // longer than any poll: the last title is surely seen
 
-std::string benchFolder() { return bench::toUtf8(bench::environment(L"PAVOLINE_BENCH")); }
+std::string BenchFolder() { return bench::ToUtf8(bench::Environment(L"PAVOLINE_BENCH")); }
 
-std::map<std::string, int> readFaults() {
+std::map<std::string, int> ReadFaults() {
   std::map<std::string, int> faults;
-  FILE* file = _wfopen(bench::windowsForm(benchFolder() + "/faults/ghost").c_str(), L"rb");
+  FILE* file = _wfopen(bench::WindowsForm(BenchFolder() + "/faults/ghost").c_str(), L"rb");
   if (!file) return faults;
   char name[32];
   int value = 0;
@@ -31,14 +31,14 @@ std::map<std::string, int> readFaults() {
   return faults;
 }
 
-int fault(const std::map<std::string, int>& faults, const char* name, int otherwise) {
+int Fault(const std::map<std::string, int>& faults, const char* name, int otherwise) {
   const auto found = faults.find(name);
   return found == faults.end() ? otherwise : found->second;
 }
 
 // Disk and partition of a drive as the system numbers them, written as this program's addresses
 // are.
-std::wstring addressOf(wchar_t letter) {
+std::wstring AddressOf(wchar_t letter) {
   const std::wstring path = std::wstring(L"\\\\.\\") + letter + L":";
   const HANDLE drive = CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                                    OPEN_EXISTING, 0, nullptr);
@@ -52,15 +52,15 @@ std::wstring addressOf(wchar_t letter) {
   return std::to_wstring(number.DeviceNumber + 1) + L":" + std::to_wstring(number.PartitionNumber);
 }
 
-std::wstring driveOf(const bench::GhostOrder& order) {
+std::wstring DriveOf(const bench::GhostOrder& order) {
   if (!order.drive.empty()) return order.drive;
   for (wchar_t letter = L'D'; letter <= L'Z'; ++letter) {
-    if (letter != L'X' && addressOf(letter) == order.destination) return {letter, L':'};
+    if (letter != L'X' && AddressOf(letter) == order.destination) return {letter, L':'};
   }
   return {};
 }
 
-HWND makeWindow(const wchar_t* className, const std::wstring& title) {
+HWND MakeWindow(const wchar_t* className, const std::wstring& title) {
   WNDCLASSW windowClass{};
   windowClass.lpfnWndProc = DefWindowProcW;
   windowClass.lpszClassName = className;
@@ -70,14 +70,14 @@ HWND makeWindow(const wchar_t* className, const std::wstring& title) {
                        nullptr, nullptr, nullptr, nullptr);
 }
 
-std::wstring shortOwnPath() {
+std::wstring ShortOwnPath() {
   wchar_t path[MAX_PATH] = {};
   GetModuleFileNameW(nullptr, path, MAX_PATH);
   GetShortPathNameW(path, path, MAX_PATH);
   return path;
 }
 
-void pumpFor(int milliseconds) {
+void PumpFor(int milliseconds) {
   const ULONGLONG end = GetTickCount64() + milliseconds;
   for (ULONGLONG now = GetTickCount64(); now < end; now = GetTickCount64()) {
     MsgWaitForMultipleObjects(0, nullptr, FALSE, static_cast<DWORD>(end - now), QS_ALLINPUT);
@@ -86,54 +86,54 @@ void pumpFor(int milliseconds) {
   }
 }
 
-int finish(int result, const std::string& note) {
-  bench::journal("ghost", bench::toUtf8(bench::rawArguments()), std::to_string(result), note);
+int Finish(int result, const std::string& note) {
+  bench::Journal("ghost", bench::ToUtf8(bench::RawArguments()), std::to_string(result), note);
   return result;
 }
 
-int restore(const bench::GhostOrder& order, const std::wstring& drive) {
-  const auto faults = readFaults();
-  const int die = fault(faults, "die", -1);
-  const int last = fault(faults, "last", 97);
-  const int pace = fault(faults, "pace", 30);
-  if (const int code = fault(faults, "exit", 0)) return finish(code, "ERROR asked to end at once");
-  pumpFor(fault(faults, "late", 0));
+int Restore(const bench::GhostOrder& order, const std::wstring& drive) {
+  const auto faults = ReadFaults();
+  const int die = Fault(faults, "die", -1);
+  const int last = Fault(faults, "last", 97);
+  const int pace = Fault(faults, "pace", 30);
+  if (const int code = Fault(faults, "exit", 0)) return Finish(code, "ERROR asked to end at once");
+  PumpFor(Fault(faults, "late", 0));
   int unpacked = -1;
   bool done = false;
   std::thread unpacking([&] {
-    unpacked = bench::runUnix({"setpriv", "--pdeathsig", "KILL", "bash",
-                               benchFolder() + "/tools/ghost-restore", bench::unixPath(order.image),
-                               bench::toUtf8(drive.substr(0, 1))});
+    unpacked = bench::RunUnix({"setpriv", "--pdeathsig", "KILL", "bash",
+                               BenchFolder() + "/tools/ghost-restore", bench::UnixPath(order.image),
+                               bench::ToUtf8(drive.substr(0, 1))});
     done = true;
   });
-  makeWindow(L"GhostConsole", shortOwnPath());
-  const HWND screen = makeWindow(L"GhostScreen", L"Ghost");
-  pumpFor(600);
+  MakeWindow(L"GhostConsole", ShortOwnPath());
+  const HWND screen = MakeWindow(L"GhostScreen", L"Ghost");
+  PumpFor(600);
   const int end = die >= 0 ? die : last;
-  const int stay = fault(faults, "stay", -1);
+  const int stay = Fault(faults, "stay", -1);
   for (int percent = 0; percent <= end; ++percent) {
-    while (percent == stay) pumpFor(1000);
-    if (!fault(faults, "untitled", 0))
+    while (percent == stay) PumpFor(1000);
+    if (!Fault(faults, "untitled", 0))
       SetWindowTextW(screen, (L"Ghost - " + std::to_wstring(percent) + L"%").c_str());
-    pumpFor(pace);
+    PumpFor(pace);
   }
-  while (die < 0 && !done) pumpFor(50);
-  pumpFor(kHoldMilliseconds);
+  while (die < 0 && !done) PumpFor(50);
+  PumpFor(kHoldMilliseconds);
   if (die >= 0) {
-    finish(1, "ERROR asked to die");
+    Finish(1, "ERROR asked to die");
     TerminateProcess(GetCurrentProcess(), 1);
   }
   unpacking.join();
-  return finish(unpacked, unpacked == 0 ? "" : "ERROR the image could not be unpacked");
+  return Finish(unpacked, unpacked == 0 ? "" : "ERROR the image could not be unpacked");
 }
 
 }  // namespace
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
-  const bench::GhostOrder order = bench::readGhostOrder(bench::rawArguments());
-  if (!order.error.empty()) return finish(1, "ERROR " + order.error);
-  if (bench::unixPath(order.image).empty()) return finish(1, "ERROR the image does not exist");
-  const std::wstring drive = driveOf(order);
-  if (drive.empty()) return finish(1, "ERROR no such destination");
-  return restore(order, drive);
+  const bench::GhostOrder order = bench::ReadGhostOrder(bench::RawArguments());
+  if (!order.error.empty()) return Finish(1, "ERROR " + order.error);
+  if (bench::UnixPath(order.image).empty()) return Finish(1, "ERROR the image does not exist");
+  const std::wstring drive = DriveOf(order);
+  if (drive.empty()) return Finish(1, "ERROR no such destination");
+  return Restore(order, drive);
 }

@@ -1,4 +1,5 @@
 # ./dev demo: a whole unattended installation through the real window, watched and then verified.
+source "$bench_source/lib/build.sh"
 source "$bench_source/lib/programs.sh"
 source "$bench_source/lib/prefix.sh"
 source "$bench_source/lib/disks.sh"

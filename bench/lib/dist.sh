@@ -1,6 +1,8 @@
 # ./dev dist: what is shipped, one archive per build, and their checksums. The same commit and compilers give the same
 # bytes, wherever and whenever: the archive's times are the commit's, its names sorted, the programs carry no times.
 # ./dev release-notes: what has changed in a version.
+source "$bench_source/lib/build.sh"
+
 user_docs=(medium.md deploying.md user-guide.md real-windows.md faults.md screenshot.png pictures)
 
 product_version() { sed -n 's/^project(Pavoline VERSION \([0-9.]*\).*/\1/p' "$repo/CMakeLists.txt"; }

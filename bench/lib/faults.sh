@@ -1,5 +1,6 @@
 # ./dev faults [PART|ROW...]: every row of bench/faults/table tried on the bench, several benches side by
 # side. What is seen must be what the table says. A whole run writes docs/faults.md.
+source "$bench_source/lib/build.sh"
 source "$bench_source/lib/programs.sh"
 source "$bench_source/lib/image.sh"
 source "$bench_source/lib/props.sh"

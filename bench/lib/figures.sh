@@ -1,4 +1,5 @@
 # ./dev bench [NAME...]: figures, each a ratio or a count from one run, with the command that repeats it.
+source "$bench_source/lib/build.sh"
 source "$bench_source/lib/programs.sh"
 source "$bench_source/lib/prefix.sh"
 source "$bench_source/lib/disks.sh"

@@ -1,4 +1,5 @@
 # ./dev pictures: the windows that the guides and the README show, from the program as it is now.
+source "$bench_source/lib/build.sh"
 source "$bench_source/lib/shots.sh"
 
 # What docs/*.md show as pictures/NAME.png.

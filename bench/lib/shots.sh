@@ -1,4 +1,5 @@
 # ./dev shots: pictures of every window in every language, and a sheet of them per language.
+source "$bench_source/lib/build.sh"
 source "$bench_source/lib/programs.sh"
 source "$bench_source/lib/prefix.sh"
 source "$bench_source/lib/disks.sh"

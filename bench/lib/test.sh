@@ -1,4 +1,5 @@
 # ./dev test: everything that can be tried, one line of sums at the end.
+source "$bench_source/lib/build.sh"
 source "$bench_source/lib/programs.sh"
 source "$bench_source/lib/i386.sh"
 source "$bench_source/lib/fuzz.sh"

@@ -1,4 +1,5 @@
 # ./dev run: the window on the bench, on the user's own display, with a source to choose.
+source "$bench_source/lib/build.sh"
 source "$bench_source/lib/programs.sh"
 source "$bench_source/lib/prefix.sh"
 source "$bench_source/lib/disks.sh"

@@ -13,7 +13,7 @@
 namespace {
 
 // The name of the volume's folder, which the mount manager keeps as the volume's identifier.
-std::string volumeNamed(const std::wstring& link) {
+std::string VolumeNamed(const std::wstring& link) {
   const HANDLE manager =
       CreateFileW(L"\\\\.\\MountPointManager", 0, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                   OPEN_EXISTING, 0, nullptr);
@@ -35,40 +35,40 @@ std::string volumeNamed(const std::wstring& link) {
   return folder.substr(folder.find_last_of('/') + 1);
 }
 
-bool isPresent(wchar_t letter) { return GetLogicalDrives() >> (towupper(letter) - L'A') & 1; }
+bool IsPresent(wchar_t letter) { return GetLogicalDrives() >> (towupper(letter) - L'A') & 1; }
 
-BOOL fail(DWORD error) {
+BOOL Fail(DWORD error) {
   SetLastError(error);
   return FALSE;
 }
 
-BOOL giveLetter(wchar_t letter, const std::string& volume) {
-  const std::string run = bench::toUtf8(bench::environment(L"PAVOLINE_BENCH"));
+BOOL GiveLetter(wchar_t letter, const std::string& volume) {
+  const std::string run = bench::ToUtf8(bench::Environment(L"PAVOLINE_BENCH"));
   const std::string drive(1, static_cast<char>(towupper(letter)));
-  const int result = bench::runUnix({"bash", run + "/bench", "letter", run, drive, volume});
-  bench::journal("mount-point", drive + ": " + volume, std::to_string(result), "");
-  return result == 0 || fail(ERROR_GEN_FAILURE);
+  const int result = bench::RunUnix({"bash", run + "/bench", "letter", run, drive, volume});
+  bench::Journal("mount-point", drive + ": " + volume, std::to_string(result), "");
+  return result == 0 || Fail(ERROR_GEN_FAILURE);
 }
 
-BOOL WINAPI setMountPoint(const wchar_t* place, const wchar_t* volume) {
-  if (!iswalpha(place[0]) || std::wcscmp(place + 1, L":\\") != 0) return fail(ERROR_NOT_SUPPORTED);
-  if (isPresent(place[0])) return fail(ERROR_DIR_NOT_EMPTY);
+BOOL WINAPI SetMountPoint(const wchar_t* place, const wchar_t* volume) {
+  if (!iswalpha(place[0]) || std::wcscmp(place + 1, L":\\") != 0) return Fail(ERROR_NOT_SUPPORTED);
+  if (IsPresent(place[0])) return Fail(ERROR_DIR_NOT_EMPTY);
   std::wstring link = volume;
-  if (link.size() < 5 || link.back() != L'\\') return fail(ERROR_INVALID_NAME);
+  if (link.size() < 5 || link.back() != L'\\') return Fail(ERROR_INVALID_NAME);
   link.pop_back();
   link[1] = L'?';  // the object's name, "\??\Volume{...}"
-  const std::string name = volumeNamed(link);
-  return name.empty() ? fail(ERROR_FILE_NOT_FOUND) : giveLetter(place[0], name);
+  const std::string name = VolumeNamed(link);
+  return name.empty() ? Fail(ERROR_FILE_NOT_FOUND) : GiveLetter(place[0], name);
 }
 
-BOOL WINAPI deleteMountPoint(const wchar_t* place) {
-  if (!iswalpha(place[0]) || std::wcscmp(place + 1, L":\\") != 0) return fail(ERROR_NOT_SUPPORTED);
-  return isPresent(place[0]) ? giveLetter(place[0], "none") : fail(ERROR_FILE_NOT_FOUND);
+BOOL WINAPI DeleteMountPoint(const wchar_t* place) {
+  if (!iswalpha(place[0]) || std::wcscmp(place + 1, L":\\") != 0) return Fail(ERROR_NOT_SUPPORTED);
+  return IsPresent(place[0]) ? GiveLetter(place[0], "none") : Fail(ERROR_FILE_NOT_FOUND);
 }
 
 // The function begins with a jump to the other one.
 template <typename Function>
-void replace(const wchar_t* library, const char* name, Function* other) {
+void Replace(const wchar_t* library, const char* name, Function* other) {
   auto* code = reinterpret_cast<unsigned char*>(GetProcAddress(GetModuleHandleW(library), name));
   constexpr bool wide = sizeof(void*) == 8;
   const unsigned char load[] = {0x48, 0xB8}, jump[] = {0xFF, 0xE0};
@@ -85,7 +85,7 @@ void replace(const wchar_t* library, const char* name, Function* other) {
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, void*) {
   if (reason != DLL_PROCESS_ATTACH) return TRUE;
-  replace(L"kernel32.dll", "SetVolumeMountPointW", setMountPoint);
-  replace(L"kernelbase.dll", "DeleteVolumeMountPointW", deleteMountPoint);
+  Replace(L"kernel32.dll", "SetVolumeMountPointW", SetMountPoint);
+  Replace(L"kernelbase.dll", "DeleteVolumeMountPointW", DeleteMountPoint);
   return TRUE;
 }

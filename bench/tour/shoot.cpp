@@ -15,9 +15,9 @@ namespace {
 using bench::Window;
 
 // An open menu belongs to the picture of its window.
-RECT areaOf(const std::string& program, const Window& window) {
+RECT AreaOf(const std::string& program, const Window& window) {
   RECT area = window.rectangle();
-  for (const Window& other : bench::windowsOf(program)) {
+  for (const Window& other : bench::WindowsOf(program)) {
     if (!other.visible() || other.className() != "#32768") continue;
     const RECT menu = other.rectangle();
     area = {std::min(area.left, menu.left), std::min(area.top, menu.top),
@@ -26,20 +26,20 @@ RECT areaOf(const std::string& program, const Window& window) {
   return area;
 }
 
-bool shoot(const RECT& area, const std::string& file) {
+bool Shoot(const RECT& area, const std::string& file) {
   const std::string geometry = std::to_string(area.right - area.left) + "x" +
                                std::to_string(area.bottom - area.top) + "+" +
                                std::to_string(area.left) + "+" + std::to_string(area.top);
-  return bench::runUnix({"import", "-window", "root", "-crop", geometry, "+repage", file}) == 0;
+  return bench::RunUnix({"import", "-window", "root", "-crop", geometry, "+repage", file}) == 0;
 }
 
-bool (*partOf(const std::wstring& name))(const std::string&, const bench::Visit&) {
-  if (name == L"main") return bench::tourMainWindow;
-  if (name == L"small") return bench::tourSmallWindows;
-  return name == L"installation" ? bench::tourInstallation : nullptr;
+bool (*PartOf(const std::wstring& name))(const std::string&, const bench::Visit&) {
+  if (name == L"main") return bench::TourMainWindow;
+  if (name == L"small") return bench::TourSmallWindows;
+  return name == L"installation" ? bench::TourInstallation : nullptr;
 }
 
-bool fontThere(const std::wstring& name) {
+bool FontThere(const std::wstring& name) {
   LOGFONTW wanted{};
   wanted.lfCharSet = DEFAULT_CHARSET;
   lstrcpynW(wanted.lfFaceName, name.c_str(), LF_FACESIZE);
@@ -54,10 +54,10 @@ bool fontThere(const std::wstring& name) {
   return found;
 }
 
-bool setSystemFont(const std::wstring& names) {
+bool SetSystemFont(const std::wstring& names) {
   std::wstring name;
   std::wistringstream list(names);
-  while (std::getline(list, name, L',') && !fontThere(name)) name.clear();
+  while (std::getline(list, name, L',') && !FontThere(name)) name.clear();
   if (name.empty()) return false;
   wprintf(L"font: %ls\n", name.c_str());
   NONCLIENTMETRICSW metrics{};
@@ -74,17 +74,17 @@ bool setSystemFont(const std::wstring& names) {
 }  // namespace
 
 int wmain(int count, wchar_t** values) {
-  if (count == 3 && values[1] == std::wstring(L"font")) return setSystemFont(values[2]) ? 0 : 1;
+  if (count == 3 && values[1] == std::wstring(L"font")) return SetSystemFont(values[2]) ? 0 : 1;
   if (count < 5) return 2;
-  const std::string program = bench::toUtf8(values[1]);
-  const std::string folder = bench::toUtf8(values[2]), suffix = bench::toUtf8(values[3]);
+  const std::string program = bench::ToUtf8(values[1]);
+  const std::string folder = bench::ToUtf8(values[2]), suffix = bench::ToUtf8(values[3]);
   SetCursorPos(0, 0);  // nothing lights up below the pointer
   bool good = true;
   const bench::Visit visit = [&](const std::string& name, const Window& window) {
-    good &= shoot(areaOf(program, window), folder + "/" + name + suffix + ".png");
+    good &= Shoot(AreaOf(program, window), folder + "/" + name + suffix + ".png");
   };
   for (int i = 4; i < count; ++i) {
-    const auto part = partOf(values[i]);
+    const auto part = PartOf(values[i]);
     if (!part || !part(program, visit)) return 1;
   }
   return good ? 0 : 1;

@@ -31,8 +31,8 @@ class Guide {
 
   Window form(const std::string& name) const {
     Window found;
-    waitUntil(kShowTime, [&] {
-      found = findWindow(program_, "Pavoline." + name, "");
+    WaitUntil(kShowTime, [&] {
+      found = TopWindow(program_, "Pavoline." + name, "");
       return static_cast<bool>(found);
     });
     return found;
@@ -46,13 +46,13 @@ class Guide {
     const Window window = form(formName);
     if (!show(name, window) || (inside && !inside(window))) return false;
     window.close();
-    return waitUntil(kShowTime, [&] { return !window.visible(); }) || missing("end of " + name);
+    return WaitUntil(kShowTime, [&] { return !window.visible(); }) || missing("end of " + name);
   }
 
   bool showMessage(const std::string& name, int button) const {
-    const auto message = waitForMessage(program_, kShowTime);
+    const auto message = WaitForMessage(program_, kShowTime);
     if (!message) return missing(name);
-    return show(name, message->window) && answer(*message, button);
+    return show(name, message->window) && Answer(*message, button);
   }
 
   // Opens the system menu and a submenu of it, the keyboard's way.
@@ -70,19 +70,19 @@ class Guide {
   }
   bool showOpened(const std::string& name, int downs) const {
     const Window window = main_.window();
-    if (!waitUntil(kShowTime, [&] { return menus() > 0; })) return missing(name);
+    if (!WaitUntil(kShowTime, [&] { return menus() > 0; })) return missing(name);
     Sleep(kSettleTime);
     for (int i = 0; i < downs; ++i) press(window, VK_DOWN);
     press(window, VK_RIGHT);
-    if (!waitUntil(kShowTime, [&] { return menus() > 1; })) return missing(name);
+    if (!WaitUntil(kShowTime, [&] { return menus() > 1; })) return missing(name);
     const bool shown = show(name, window);
     PostMessageW(window.handle(), WM_CANCELMODE, 0, 0);
-    return (waitUntil(kShowTime, [&] { return menus() == 0; }) || missing("end of " + name)) &&
+    return (WaitUntil(kShowTime, [&] { return menus() == 0; }) || missing("end of " + name)) &&
            shown;
   }
 
   bool missing(const std::string& name) const {
-    fprintf(stderr, "not shown: %s\n%s", name.c_str(), dumpWindows(program_).c_str());
+    fprintf(stderr, "not shown: %s\n%s", name.c_str(), DumpWindows(program_).c_str());
     return false;
   }
 
@@ -93,7 +93,7 @@ class Guide {
   }
   int menus() const {
     int count = 0;
-    for (const Window& window : windowsOf(program_)) {
+    for (const Window& window : WindowsOf(program_)) {
       count += window.visible() && window.className() == "#32768";
     }
     return count;
@@ -106,11 +106,11 @@ class Guide {
 
 }  // namespace
 
-bool tourMainWindow(const std::string& program, const Visit& visit) {
+bool TourMainWindow(const std::string& program, const Visit& visit) {
   const Guide guide(program, visit);
   const MainWindow& main = guide.main();
   const auto ready = [&] { return main.source().enabled() && !main.editions().items().empty(); };
-  if (!main.waitUntilShown(kShowTime) || !waitUntil(kShowTime, ready)) return guide.missing("main");
+  if (!main.waitUntilShown(kShowTime) || !WaitUntil(kShowTime, ready)) return guide.missing("main");
   if (!guide.show("main", main.window())) return false;
   main.window().key(VK_F2);
   Sleep(kSettleTime);
@@ -119,7 +119,7 @@ bool tourMainWindow(const std::string& program, const Visit& visit) {
   return true;
 }
 
-bool tourSmallWindows(const std::string& program, const Visit& visit) {
+bool TourSmallWindows(const std::string& program, const Visit& visit) {
   const Guide guide(program, visit);
   const MainWindow& main = guide.main();
   const auto command = [&](int id) { return [&main, id] { main.window().systemCommand(id); }; };
@@ -139,11 +139,11 @@ bool tourSmallWindows(const std::string& program, const Visit& visit) {
          guide.showMenu("menu-tools", 2) && guide.showButtonMenu("menu-modes", 4);
 }
 
-bool tourInstallation(const std::string& program, const Visit& visit) {
+bool TourInstallation(const std::string& program, const Visit& visit) {
   const Guide guide(program, visit);
   const MainWindow& main = guide.main();
   main.command(kStart).click();
-  const auto question = waitForMessage(program, kShowTime);
+  const auto question = WaitForMessage(program, kShowTime);
   const auto details = [&] {
     if (question) question->window.child(IDHELP).click();
   };
@@ -156,7 +156,7 @@ bool tourInstallation(const std::string& program, const Visit& visit) {
     secondPhase |= percent == 100;
     return secondPhase && percent >= 30 && percent < 100;
   };
-  if (!waitUntil(kApplyTime, halfWay)) return guide.missing("installing");
+  if (!WaitUntil(kApplyTime, halfWay)) return guide.missing("installing");
   if (!guide.show("installing", main.window())) return false;
   main.window().close();
   return guide.showMessage("message-close", IDOK);

@@ -23,7 +23,8 @@ FileRequest AnswerFileRequest(Session& session) {
   FileRequest request;
   request.title = String(session, kTextBrowseTitle);
   request.filters = {{"XML Files(*.xml)", "*.xml"}};
-  std::string start = FromProgram(session.paths, session.form.text[kAnswerFile].text());
+  std::string start =
+      FromProgram(session.paths, session.form.optionRows[kAnswerFileRow].field.text());
   if (start.empty() || !session.platform.files.exists(start)) {
     start = session.paths.binDir + "\\unattend\\unattend.xml";
   }
@@ -45,6 +46,11 @@ void TellOfEmptyPassword(Session& session, const std::string& path) {
 // Only UTF-8 with its byte-order mark is taken; both UTF-16 orders and ANSI are refused.
 bool IsMarkedUtf8(const std::string& bytes) { return bytes.starts_with("\xEF\xBB"); }
 
+// Nothing was chosen: a step that has no path yet is not wanted after all.
+void LeaveWithoutPath(const OptionRow& row) {
+  if (row.field.text().empty()) row.box.setValue(0);
+}
+
 }  // namespace
 
 void BrowseImage(Session& session) {
@@ -61,32 +67,24 @@ void BrowseImage(Session& session) {
 }
 
 void BrowseAnswerFile(Session& session) {
-  Form1& form = session.form;
+  const OptionRow& row = session.form.optionRows[kAnswerFileRow];
   const std::string path = session.platform.dialogs.openFile(AnswerFileRequest(session));
-  if (path.empty()) {
-    if (form.text[kAnswerFile].text().empty()) form.check[kUseAnswerFile].setValue(0);
-    return;
-  }
+  if (path.empty()) return LeaveWithoutPath(row);
   if (!IsMarkedUtf8(session.platform.files.readPart(path, 0, 2).value_or(""))) {
     Message(session, String(session, kTextWrongEncoding), kErrorMessage,
             String(session, kTextInformation));
-    if (form.text[kAnswerFile].text().empty()) form.check[kUseAnswerFile].setValue(0);
-    return;
+    return LeaveWithoutPath(row);
   }
-  form.text[kAnswerFile].setText(RelativeToProgram(session, path));
+  row.field.setText(RelativeToProgram(session, path));
   TellOfEmptyPassword(session, path);
 }
 
 void BrowseDrivers(Session& session) {
-  Form1& form = session.form;
+  const OptionRow& row = session.form.optionRows[kDriversRow];
   const std::string folder = session.platform.dialogs.chooseFolder(
-      String(session, kTextBrowseTitle),
-      FromProgram(session.paths, form.text[kDriverFolder].text()));
-  if (!folder.empty()) {
-    form.text[kDriverFolder].setText(RelativeToProgram(session, folder));
-  } else if (form.text[kDriverFolder].text().empty()) {
-    form.check[kAddDrivers].setValue(0);
-  }
+      String(session, kTextBrowseTitle), FromProgram(session.paths, row.field.text()));
+  if (folder.empty()) return LeaveWithoutPath(row);
+  row.field.setText(RelativeToProgram(session, folder));
 }
 
 void BrowsePlugin(Session& session) {
@@ -94,7 +92,8 @@ void BrowsePlugin(Session& session) {
   request.title = String(session, kTextBrowseTitle);
   request.filters = {{"(*.exe;*.bat)", "*.exe;*.bat"}};
   const std::string path = session.platform.dialogs.openFile(request);
-  if (!path.empty()) session.form.combo2.setText(RelativeToProgram(session, path));
+  if (path.empty()) return;
+  session.form.optionRows[kPluginRow].field.setText(RelativeToProgram(session, path));
 }
 
 }  // namespace pavoline

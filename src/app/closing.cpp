@@ -66,9 +66,10 @@ void Unload(Session& session) {
   if (const auto running = session.installation) {
     // Behind its record only the last message was open, or the restart under way.
     const bool over = !running->recorded.empty();
-    EndInstallation(session,
-                    over ? Completed(*running)
-                         : Outcome{Outcome::kCancelled, "", {"", "", 0, ExitCode::kCancelled}});
+    EndInstallation(
+        session,
+        over ? Completed(*running)
+             : Outcome{Outcome::kCancelled, "", {"", "", kErrorMessage, ExitCode::kCancelled}});
   }
   session.activity = Activity::kClosed;
   TakeLetterBack(session);

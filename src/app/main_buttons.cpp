@@ -11,16 +11,16 @@
 namespace pavoline {
 namespace {
 
-void ChoosePartition(Session& session, PartitionPurpose purpose) {
-  if (LeadingNumber(session.form.tag()) == 0) {
+void ChoosePartition(Session& session, PartitionListKind kind) {
+  if (session.form.marks.startupStage == 0) {
     Message(session, String(session, kTextListNotReady), kInformationMessage, "Initializing...");
     return;
   }
-  if (May(session, Action::kChoose)) ShowPartitionChooser(session, purpose);
+  if (May(session, Action::kChoose)) ShowPartitionChooser(session, kind);
 }
 
-void ChooseBoot(Session& session) { ChoosePartition(session, PartitionPurpose::kBoot); }
-void ChooseInstall(Session& session) { ChoosePartition(session, PartitionPurpose::kInstall); }
+void ChooseBoot(Session& session) { ChoosePartition(session, PartitionListKind::kBoot); }
+void ChooseInstall(Session& session) { ChoosePartition(session, PartitionListKind::kInstall); }
 
 }  // namespace
 
@@ -32,15 +32,9 @@ void Command1_Click(Session& session, int index) {
   kHandlers[index](session);
 }
 
-void Check_Click(Session& session, int index) {
-  Form1& form = session.form;
-  const bool ticked = form.check[index].ticked();
-  Control& field = index == kUseAnswerFile ? static_cast<Control&>(form.text[kAnswerFile])
-                   : index == kAddDrivers  ? static_cast<Control&>(form.text[kDriverFolder])
-                                           : form.combo2;
-  field.setEnabled(ticked);
-  form.command1[index].setEnabled(ticked);  // a row's button has the number of its box
-  if (ticked && index != kRunPlugin && field.text().empty()) Command1_Click(session, index);
+void Check_Click(const OptionRow& row) {
+  row.setOpen(row.box.ticked());
+  if (row.box.ticked() && row.browsesWhenEmpty && row.field.text().empty()) row.browse.press();
 }
 
 void ToggleSearch(Session& session) {

@@ -7,9 +7,9 @@ namespace pavoline {
 // One handler for the array of seven buttons.
 void Command1_Click(Session& session, int index);
 
-// Keeps an optional row's field and button in step with its box; ticking a row without a path
-// asks for one at once.
-void Check_Click(Session& session, int index);
+// Keeps an option row's field and button in step with its box, after this has been ticked or
+// unticked.
+void Check_Click(const OptionRow& row);
 
 // Starts the image search, or stops the one that runs.
 void ToggleSearch(Session& session);

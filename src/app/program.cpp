@@ -33,7 +33,8 @@ void Program::fault(const std::string& what) {
   session_.exitCode = ExitCode::kFault;
   session_.form.unload();
   // Behind the window's end: nothing is waited for in a state that nobody expected.
-  CloseRecord(session_, ended.get(), {Outcome::kFailed, "", {what, "", 0, ExitCode::kFault}});
+  CloseRecord(session_, ended.get(),
+              {Outcome::kFailed, "", {what, "", kErrorMessage, ExitCode::kFault}});
 }
 
 void Program::connect() {
@@ -53,8 +54,8 @@ void Program::connect() {
   for (int index = 0; index <= kStart; ++index) {
     form.command1[index].onClick = [&session, index] { Command1_Click(session, index); };
   }
-  for (int index = kUseAnswerFile; index <= kRunPlugin; ++index) {
-    form.check[index].onChange = [&session, index] { Check_Click(session, index); };
+  for (const OptionRow& row : form.optionRows) {
+    row.box.onChange = [&row] { Check_Click(row); };
   }
 
   for (const int index : {kBootPartition, kInstallPartition}) {

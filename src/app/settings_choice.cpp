@@ -25,13 +25,14 @@ std::string ChooseSettingsFile(Session& session) {
 void TakeNamedValues(Session& session) {
   const CommandLineOptions& line = session.commandLine;
   if (!line.computerName.empty()) session.options.computerName = line.computerName;
-  const auto take = [&](const std::string& value, TextIndex field, CheckIndex box) {
+  const auto take = [&](const std::string& value, OptionRowIndex index) {
     if (value.empty()) return;
-    session.form.text[field].setText(value);
-    session.form.check[box].setValue(1);
+    const OptionRow& row = session.form.optionRows[index];
+    row.field.setText(value);
+    row.box.setValue(1);
   };
-  take(line.answerFile, kAnswerFile, kUseAnswerFile);
-  take(line.driverFolder, kDriverFolder, kAddDrivers);
+  take(line.answerFile, kAnswerFileRow);
+  take(line.driverFolder, kDriversRow);
 }
 
 }  // namespace pavoline

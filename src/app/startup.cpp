@@ -1,5 +1,7 @@
 #include "app/startup.h"
 
+#include <algorithm>
+
 #include "app/command_line.h"
 #include "app/hot_keys.h"
 #include "app/main_buttons.h"
@@ -70,7 +72,7 @@ void ReadCommandLine(Session& session) {
 bool RefuseToStart(Session& session, const Failure& failure) {
   session.exitCode = failure.code;
   CloseRecord(session, nullptr, {Outcome::kRefused, "start", failure});
-  Message(session, failure.text, failure.flags, failure.title);
+  Message(session, failure.text, failure.kind, failure.title);
   return false;
 }
 
@@ -92,8 +94,8 @@ bool ChooseImageTool(Session& session) {
 
 void HideAdvancedMode(Session& session) {
   const Form1& form = session.form;
-  const bool anyStep = form.check[kUseAnswerFile].ticked() || form.check[kAddDrivers].ticked() ||
-                       form.check[kRunPlugin].ticked();
+  const bool anyStep =
+      std::ranges::any_of(form.optionRows, [](const OptionRow& row) { return row.box.ticked(); });
   if (anyStep || !session.advancedModeHide) return;
   session.form.status.setText(String(session, kTextStatusWide));
   ShowOptionFrames(session.form, false);
@@ -198,17 +200,17 @@ void StartupTick(Session& session) {
   const bool unattended = session.commandLine.install;
   if (unattended) LockForUnattended(session);
   form.timer2.setEnabled(false);
-  form.setTag("0");
+  form.marks.startupStage = 0;
   GetPart(session);
   if (form.unloaded()) return;
   FillPartitionList(session, PartitionListKind::kInstall);
   FillPartitionList(session, PartitionListKind::kBoot);
   ShowPartitionFacts(session);
-  form.setTag("1");
+  form.marks.startupStage = 1;
   DiscoverPlugins(session, session.options.pluginDir);
   if (form.unloaded()) return;
   session.platform.files.setCurrentFolder(session.paths.appDir);
-  form.setTag("2");
+  form.marks.startupStage = 2;
   if (!session.commandLine.sourcePath.empty()) form.combo1.setText(session.commandLine.sourcePath);
   if (form.unloaded()) return;
   if (unattended) {

@@ -106,9 +106,7 @@ void ApplyCaptions(Session& session) {
   form.command1[kChooseBoot].setText(caption(kCaptionChooseBoot));
   form.command1[kChooseInstall].setText(caption(kCaptionChooseInstall));
   form.check[kDoNotFormat].setText(caption(kCaptionDoNotFormat));
-  form.check[kUseAnswerFile].setText(caption(kCaptionAnswerFile));
-  form.check[kAddDrivers].setText(caption(kCaptionDrivers));
-  form.check[kRunPlugin].setText(caption(kCaptionPlugin));
+  for (const OptionRow& row : form.optionRows) row.box.setText(caption(row.caption));
   form.frame[kOptionsFrame].setText(caption(kCaptionOptions));
   form.frame[kDetailsFrame].setText(String(session, kTextDetails));
 }
@@ -129,25 +127,21 @@ std::string Spoken(const std::string& caption) {
 void NameControls(Session& session) {
   Form1& form = session.form;
   const auto caption = [&](CaptionNumber n) { return Spoken(session.texts.captions[n]); };
-  form.text[kAnswerFile].setSpokenName(caption(kCaptionAnswerFile));
-  form.text[kDriverFolder].setSpokenName(caption(kCaptionDrivers));
-  form.combo2.setSpokenName(caption(kCaptionPlugin));
   form.progressBar1.setSpokenName(More(session, kMoreProgress));
   form.menu.setSpokenName(Spoken(More(session, kMoreMenu)));
   const auto browse = [&](CaptionNumber n) {
     return String(session, kTextBrowseTitle) + " - " + caption(n);
   };
-  const std::pair<CommandIndex, std::string> buttons[] = {
-      {kBrowseImage, browse(kCaptionImage)},
-      {kChooseBoot, String(session, kTextChooseBootTitle)},
-      {kChooseInstall, String(session, kTextChooseInstallTitle)},
-      {kBrowseAnswerFile, browse(kCaptionAnswerFile)},
-      {kBrowseDrivers, browse(kCaptionDrivers)},
-      {kBrowsePlugin, browse(kCaptionPlugin)},
+  const auto name = [](Button& button, const std::string& text) {
+    button.setSpokenName(text);
+    button.setTooltip(text);
   };
-  for (const auto& [index, name] : buttons) {
-    form.command1[index].setSpokenName(name);
-    form.command1[index].setTooltip(name);
+  name(form.command1[kBrowseImage], browse(kCaptionImage));
+  name(form.command1[kChooseBoot], String(session, kTextChooseBootTitle));
+  name(form.command1[kChooseInstall], String(session, kTextChooseInstallTitle));
+  for (const OptionRow& row : form.optionRows) {
+    row.field.setSpokenName(caption(row.caption));
+    name(row.browse, browse(row.caption));
   }
 }
 

@@ -1,6 +1,7 @@
 #include "config/settings_file.h"
 
-#include "form/text_numbers.h"
+#include <algorithm>
+
 #include "platform/profile.h"
 #include "platform/text.h"
 
@@ -12,42 +13,139 @@ constexpr int kSettingBuffer = 128;  // bytes with the final NUL: values hold 12
 constexpr char kProductWord[] = "Pavoline";
 constexpr char kProductTitle[] = "Pavoline Installer";
 
-// A box that is ticked unless the settings say otherwise, and one that is not unless they say so.
-bool DefaultOn(const std::string& value) { return value.empty() || value == "1"; }
-bool DefaultOff(const std::string& value) { return value == "1"; }
+// A key of the file, as it is loaded and as it is saved.
+struct Setting {
+  const char* key;
+  const char* otherwise;  // stands for a value that is missing or empty
+  int saved;              // place among what SaveAsIni writes, from 1; 0: never written
+  void (*load)(Session& session, const std::string& value);
+  std::string (*save)(const Session& session) = nullptr;
+};
 
-// The caption with the program's own title unless the language file's is wanted, and a subtitle
-// in front.
-void ApplyTitle(Session& session) {
-  std::string caption = session.form.caption();
-  if (ReadSetting(session, "TitleLng") != "1") {
-    caption = ReplaceAll(caption, kProductWord, kProductTitle);
-  }
-  const std::string subtitle = ReadSetting(session, "SubTitle");
-  if (!subtitle.empty()) caption = subtitle + " - " + caption;
+constexpr int kNever = 0;  // an administrator's setting
+
+void SetTitle(Session& session, const std::string& caption) {
   session.form.setCaption(caption);
   session.titleCaption = caption;
 }
 
-// An optional step: its path first, so that ticking the box finds the field filled.
-template <class Field>
-void LoadRow(Session& session, Field& field, CheckBox& box, const char* pathKey,
-             const char* flagKey) {
-  const std::string path = ReadSetting(session, pathKey);
-  const bool on = !path.empty() && DefaultOff(ReadSetting(session, flagKey));
-  field.setText(path);
-  box.setValue(on ? 1 : 0);
+// The program's own title unless the language file's is wanted.
+void LoadTitle(Session& session, const std::string& value) {
+  const std::string& caption = session.form.caption();
+  SetTitle(session, value == "1" ? caption : ReplaceAll(caption, kProductWord, kProductTitle));
 }
 
-void LoadFolders(Session& session) {
-  InstallOptions& options = session.options;
-  options.searchType = DefaultOff(ReadSetting(session, "SearchType")) ? 1 : 0;
-  const std::string level = ReadSetting(session, "SearchLevel");
-  options.searchLevel = level.empty() ? 2 : LeadingInteger16(level);
-  options.searchDir = ReadSetting(session, "SearchDir");
-  const std::string pluginDir = ReadSetting(session, "PluginDir");
-  options.pluginDir = pluginDir.empty() ? "Plug-in" : pluginDir;
-  options.logDir = ReadSetting(session, "LogDir");
+void LoadSubtitle(Session& session, const std::string& value) {
+  if (!value.empty()) SetTitle(session, value + " - " + session.form.caption());
+}
+
+// A field of the session or of its options.
+template <class Value>
+Value& At(Session& session, Value RunState::*field) {
+  return session.*field;
+}
+template <class Value>
+Value& At(Session& session, Value InstallOptions::*field) {
+  return session.options.*field;
+}
+
+template <auto field>
+void LoadText(Session& session, const std::string& value) {
+  At(session, field) = value;
+}
+template <auto field>
+std::string SaveText(const Session& session) {
+  return session.options.*field;
+}
+template <auto field>
+void LoadFlag(Session& session, const std::string& value) {
+  At(session, field) = value == "1";
+}
+template <auto field>
+void LoadNumber(Session& session, const std::string& value) {
+  At(session, field) = LeadingInteger16(value);
+}
+// On unless it is said to be off.
+template <auto field>
+void LoadUnlessOff(Session& session, const std::string& value) {
+  At(session, field) = value != "0";
+}
+
+template <CheckIndex index>
+void LoadBox(Session& session, const std::string& value) {
+  session.form.check[index].setValue(value == "1" ? 1 : 0);
+}
+template <CheckIndex index>
+std::string SaveBox(const Session& session) {
+  return std::to_string(session.form.check[index].value());
+}
+
+void LoadFormatChoice(Session& session, const std::string& value) {
+  LoadBox<kDoNotFormat>(session, value);
+  session.form.marks.formatChoice = value == "1" ? "1" : "0";
+}
+// A Ghost image takes the choice away and clears the box; what was chosen is kept.
+std::string SaveFormatChoice(const Session& session) {
+  const CheckBox& box = session.form.check[kDoNotFormat];
+  const std::string& kept = session.form.marks.formatChoice;
+  return !box.enabled() && !kept.empty() ? kept : std::to_string(box.value());
+}
+
+template <OptionRowIndex index>
+void LoadPath(Session& session, const std::string& value) {
+  session.form.optionRows[index].field.setText(value);
+}
+template <OptionRowIndex index>
+std::string SavePath(const Session& session) {
+  return session.form.optionRows[index].field.text();
+}
+// After its path: a step without one is not wanted, and ticking the box finds the field filled.
+template <OptionRowIndex index>
+void LoadStep(Session& session, const std::string& value) {
+  const OptionRow& row = session.form.optionRows[index];
+  row.box.setValue(value == "1" && !row.field.text().empty() ? 1 : 0);
+}
+template <OptionRowIndex index>
+std::string SaveStep(const Session& session) {
+  return std::to_string(session.form.optionRows[index].box.value());
+}
+
+using Options = InstallOptions;
+
+// In the order in which they are loaded.
+constexpr Setting kSettings[] = {
+    {"TitleLng", "0", kNever, LoadTitle},
+    {"SubTitle", "", kNever, LoadSubtitle},
+    {"PCUser", "", 11, LoadText<&Options::pcUser>, SaveText<&Options::pcUser>},
+    {"ComputerName", "", 10, LoadText<&Options::computerName>, SaveText<&Options::computerName>},
+    {"WorkGroup", "", 12, LoadText<&Options::workGroup>, SaveText<&Options::workGroup>},
+    {"DefaultSysEdition", "", kNever, LoadText<&Options::defaultSysEdition>},
+    {"BootRepair", "1", 1, LoadBox<kRepairBoot>, SaveBox<kRepairBoot>},
+    {"AutoRestart", "1", 2, LoadBox<kRestart>, SaveBox<kRestart>},
+    {"USBPartition", "0", kNever, LoadFlag<&Options::usbPartition>},
+    {"NoFormatting", "0", 3, LoadFormatChoice, SaveFormatChoice},
+    {"UnattendFile", "", 5, LoadPath<kAnswerFileRow>, SavePath<kAnswerFileRow>},
+    {"Unattend", "0", 4, LoadStep<kAnswerFileRow>, SaveStep<kAnswerFileRow>},
+    {"AddDriverFile", "", 7, LoadPath<kDriversRow>, SavePath<kDriversRow>},
+    {"AddDriver", "0", 6, LoadStep<kDriversRow>, SaveStep<kDriversRow>},
+    {"PluginFile", "", 9, LoadPath<kPluginRow>, SavePath<kPluginRow>},
+    {"Plugin", "0", 8, LoadStep<kPluginRow>, SaveStep<kPluginRow>},
+    {"SearchType", "0", kNever, LoadFlag<&Options::searchType>},
+    {"SearchLevel", "2", kNever, LoadNumber<&Options::searchLevel>},
+    {"SearchDir", "", kNever, LoadText<&Options::searchDir>},
+    {"PluginDir", "Plug-in", kNever, LoadText<&Options::pluginDir>},
+    {"LogDir", "", kNever, LoadText<&Options::logDir>},
+    {"MinimizeGhost", "1", kNever, LoadUnlessOff<&RunState::minimizeGhost>},
+    {"AdvancedModeHide", "0", kNever, LoadFlag<&RunState::advancedModeHide>},
+};
+
+std::vector<const Setting*> InOrderOfSaving() {
+  std::vector<const Setting*> settings;
+  for (const Setting& setting : kSettings) {
+    if (setting.saved != kNever) settings.push_back(&setting);
+  }
+  std::ranges::sort(settings, {}, &Setting::saved);
+  return settings;
 }
 
 // Reading takes one pair of quotes of either kind off: a value that stands in quotes gets another.
@@ -57,66 +155,28 @@ std::string Quoted(const std::string& value) {
   return quoted ? "\"" + value + "\"" : value;
 }
 
-// A Ghost image takes the choice away and clears the box; what was chosen is kept in its tag.
-std::string FormatChoice(const CheckBox& box) {
-  const bool taken = !box.enabled() && !box.tag().empty();
-  return taken ? box.tag() : std::to_string(box.value());
-}
-
-}  // namespace
-
-std::string ReadSetting(Session& session, const std::string& key) {
+std::string ReadSetting(Session& session, const char* key) {
   return Trim(
       session.platform.profile.read(session.paths.settingsPath, kSection, key, kSettingBuffer));
 }
 
+}  // namespace
+
 void LoadIni(Session& session) {
-  Form1& form = session.form;
-  ApplyTitle(session);
-  session.options.pcUser = ReadSetting(session, "PCUser");
-  session.options.computerName = ReadSetting(session, "ComputerName");
-  session.options.workGroup = ReadSetting(session, "WorkGroup");
-  session.options.defaultSysEdition = ReadSetting(session, "DefaultSysEdition");
-  form.check[kRepairBoot].setValue(DefaultOn(ReadSetting(session, "BootRepair")) ? 1 : 0);
-  form.check[kRestart].setValue(DefaultOn(ReadSetting(session, "AutoRestart")) ? 1 : 0);
-  session.options.usbPartition = DefaultOff(ReadSetting(session, "USBPartition"));
-  const bool keep = DefaultOff(ReadSetting(session, "NoFormatting"));
-  form.check[kDoNotFormat].setValue(keep ? 1 : 0);
-  form.check[kDoNotFormat].setTag(keep ? "1" : "0");
-  LoadRow(session, form.text[kAnswerFile], form.check[kUseAnswerFile], "UnattendFile", "Unattend");
-  LoadRow(session, form.text[kDriverFolder], form.check[kAddDrivers], "AddDriverFile", "AddDriver");
-  LoadRow(session, form.combo2, form.check[kRunPlugin], "PluginFile", "Plugin");
-  LoadFolders(session);
-  session.minimizeGhost = ReadSetting(session, "MinimizeGhost") != "0";
-  session.advancedModeHide = DefaultOff(ReadSetting(session, "AdvancedModeHide"));
+  for (const Setting& setting : kSettings) {
+    const std::string value = ReadSetting(session, setting.key);
+    setting.load(session, value.empty() ? setting.otherwise : value);
+  }
 }
 
 bool SaveAsIni(Session& session) {
-  const Form1& form = session.form;
-  const auto flag = [&](CheckIndex index) { return std::to_string(form.check[index].value()); };
-  const InstallOptions& options = session.options;
-  const std::pair<const char*, std::string> values[] = {
-      {"BootRepair", flag(kRepairBoot)},
-      {"AutoRestart", flag(kRestart)},
-      {"NoFormatting", FormatChoice(form.check[kDoNotFormat])},
-      {"Unattend", flag(kUseAnswerFile)},
-      {"UnattendFile", form.text[kAnswerFile].text()},
-      {"AddDriver", flag(kAddDrivers)},
-      {"AddDriverFile", form.text[kDriverFolder].text()},
-      {"Plugin", flag(kRunPlugin)},
-      {"PluginFile", form.combo2.text()},
-      {"ComputerName", options.computerName},
-      {"PCUser", options.pcUser},
-      {"WorkGroup", options.workGroup},
-  };
+  Profile& profile = session.platform.profile;
+  const std::string& file = session.paths.settingsPath;
   bool saved = true;
-  for (const auto& [key, value] : values) {
-    saved =
-        session.platform.profile.write(session.paths.settingsPath, kSection, key, Quoted(value)) &&
-        saved;
+  for (const Setting* setting : InOrderOfSaving()) {
+    saved = profile.write(file, kSection, setting->key, Quoted(setting->save(session))) && saved;
   }
-  Journal(session,
-          (saved ? "settings saved to " : "settings not saved to ") + session.paths.settingsPath);
+  Journal(session, (saved ? "settings saved to " : "settings not saved to ") + file);
   return saved;
 }
 

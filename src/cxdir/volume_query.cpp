@@ -12,11 +12,6 @@
 namespace pavoline {
 namespace {
 
-struct VolumeSearchCloser {
-  static void close(HANDLE handle) { FindVolumeClose(handle); }
-};
-using VolumeSearch = BasicHandle<VolumeSearchCloser>;
-
 // path: a root with its closing backslash.
 Volume Describe(std::vector<VolumeExtent> extents, std::string root, const std::wstring& path) {
   Volume volume{std::move(extents), std::move(root), {}, {}};
@@ -57,7 +52,7 @@ bool IsKnown(const std::vector<Volume>& volumes, const std::vector<VolumeExtent>
 // System and recovery partitions usually have no letter, yet a file system and a label.
 void AddLetterless(std::vector<Volume>& volumes) {
   wchar_t name[MAX_PATH + 1];
-  VolumeSearch search(FindFirstVolumeW(name, MAX_PATH + 1));
+  VolumeSearchHandle search(FindFirstVolumeW(name, MAX_PATH + 1));
   if (!search) return;
   do {
     const std::wstring path = name;

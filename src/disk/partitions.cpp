@@ -51,11 +51,6 @@ bool SameLetter(const std::string& a, const std::string& b) {
   return !a.empty() && !b.empty() && LowerAscii(a.substr(0, 1)) == LowerAscii(b.substr(0, 1));
 }
 
-// The field's content wins over the letter kept in its tag.
-const std::string& ChosenBefore(const TextBox& field) {
-  return field.text().empty() ? field.tag() : field.text();
-}
-
 // The drive chosen before when it is offered; else the first row on the wanted disk, 0 being none;
 // else the first row.
 std::string DefaultDrive(const std::vector<PartitionEntry>& rows, const std::string& before,
@@ -149,7 +144,7 @@ void FillPartitionList(Session& session, PartitionListKind kind) {
   TextBox& field = session.form.text[install ? kInstallPartition : kBootPartition];
   const PartitionEntry* target =
       install ? nullptr : EntryOf(session, session.form.text[kInstallPartition].text());
-  field.setText(DefaultDrive(rows, ChosenBefore(field), target ? target->diskNumber : 0));
+  field.setText(DefaultDrive(rows, field.text(), target ? target->diskNumber : 0));
 }
 
 bool RefreshPartitions(Session& session) {

@@ -56,10 +56,6 @@ class Control {
   const std::string& spokenName() const { return spokenName_; }
   void setSpokenName(const std::string& name) { set(spokenName_, name); }
 
-  // A word for the logic's own use, never shown.
-  const std::string& tag() const { return tag_; }
-  void setTag(const std::string& tag) { tag_ = tag; }
-
   // Grows with every visible change; what shows the control compares it with what it showed.
   unsigned revision() const { return revision_; }
 
@@ -85,7 +81,6 @@ class Control {
   Rect bounds_;
   std::string tooltip_;
   std::string spokenName_;
-  std::string tag_;
   unsigned revision_ = 0;
 };
 
@@ -169,14 +164,24 @@ class OptionButton : public Control {
 // for.
 using KeyFilter = std::function<bool(char32_t)>;
 
-class TextBox : public Control {
+// A line of text that is entered, or chosen from a list.
+class Field : public Control {
  public:
-  TextBox() : Control(Kind::kTextBox) {}
-  void setText(const std::string& text) {
+  virtual void setText(const std::string& text) = 0;
+
+  std::function<void()> onChange;  // text or selection changed
+  KeyFilter onKeyPress;            // empty: every character is taken
+
+ protected:
+  using Control::Control;
+};
+
+class TextBox : public Field {
+ public:
+  TextBox() : Field(Kind::kTextBox) {}
+  void setText(const std::string& text) override {
     if (set(text_, text) && onChange) onChange();
   }
-  std::function<void()> onChange;
-  KeyFilter onKeyPress;  // empty: every character is taken
 };
 
 // Lines of text to be read: they can be scrolled and copied, not changed.
@@ -187,9 +192,9 @@ class TextView : public Control {
 };
 
 // A drop-down list, or with `editable` a text field with a list.
-class ComboBox : public Control {
+class ComboBox : public Field {
  public:
-  explicit ComboBox(bool editable = false) : Control(Kind::kComboBox), editable_(editable) {}
+  explicit ComboBox(bool editable = false) : Field(Kind::kComboBox), editable_(editable) {}
 
   bool editable() const { return editable_; }
   const std::vector<std::string>& items() const { return items_; }
@@ -201,11 +206,9 @@ class ComboBox : public Control {
   // Chooses a line; an index outside the list chooses none.
   void select(int index);
   // Text typed into an editable box; the selection goes. In a list box it chooses the equal line.
-  void setText(const std::string& text);
+  void setText(const std::string& text) override;
 
-  std::function<void()> onChange;    // text or selection changed
   std::function<void()> onDropDown;  // the list is about to open
-  KeyFilter onKeyPress;
 
  private:
   bool editable_;

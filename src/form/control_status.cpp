@@ -18,18 +18,8 @@ void ControlStatus(Form1& form, const Texts& texts, bool enabled) {
     control->setEnabled(enabled);
   }
   for (CheckBox& box : form.check) box.setEnabled(enabled);
-
-  struct Row {
-    CheckIndex box;
-    Control& field;
-    CommandIndex browse;
-  };
-  for (const Row& row : {Row{kUseAnswerFile, form.text[kAnswerFile], kBrowseAnswerFile},
-                         Row{kAddDrivers, form.text[kDriverFolder], kBrowseDrivers},
-                         Row{kRunPlugin, form.combo2, kBrowsePlugin}}) {
-    if (!form.check[row.box].ticked()) continue;
-    row.field.setEnabled(enabled);
-    form.command1[row.browse].setEnabled(enabled);
+  for (const OptionRow& row : form.optionRows) {
+    if (row.box.ticked()) row.setOpen(enabled);
   }
 }
 

@@ -50,9 +50,6 @@ class Form {
   const std::string& font() const { return font_; }  // empty: the system's message font
   void setFont(const std::string& font) { set(font_, font); }
 
-  const std::string& tag() const { return tag_; }
-  void setTag(const std::string& tag) { tag_ = tag; }
-
   // Controls in tab order. A control's window carries its place in this list + 1000 as identifier.
   const std::vector<Control*>& controls() const { return controls_; }
   void add(Control& control) { controls_.push_back(&control); }
@@ -108,7 +105,7 @@ class Form {
     ++revision_;
   }
 
-  std::string name_, caption_, font_, tag_;
+  std::string name_, caption_, font_;
   int width_ = 0, height_ = 0;
   std::vector<Control*> controls_;
   std::vector<Timer*> timers_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "form/form.h"
+#include "form/text_numbers.h"
 
 namespace pavoline {
 
@@ -25,6 +26,7 @@ enum CommandIndex {
 };
 enum ComboIndex { kEditions = 0, kEditionDetails = 1 };
 enum FrameIndex { kOptionsFrame = 0, kDetailsFrame = 1 };
+enum OptionRowIndex { kAnswerFileRow, kDriversRow, kPluginRow };
 
 // Widths of the window in twips: all options shown, and the option frames hidden.
 inline constexpr int kWideWidth = 13680;
@@ -38,6 +40,34 @@ inline constexpr int kGhostFollowInterval = 500;     // Timer2
 inline constexpr int kDriverMonitorInterval = 1000;  // Timer3
 inline constexpr int kAutoStartInterval = 1000;      // Timer4
 inline constexpr int kOverallInterval = 1000;
+
+// An optional step of an installation: a box that asks for it, a field that says what with, and a
+// button that fills the field. Field and button wait for the box to be ticked.
+struct OptionRow {
+  CheckBox& box;
+  Field& field;
+  Button& browse;
+  CaptionNumber caption;
+  bool browsesWhenEmpty;  // ticking the box with nothing in the field presses the button
+
+  void setOpen(bool open) const;
+  void setVisible(bool visible) const;
+  // What the step is wanted with; empty when it is not wanted.
+  std::string wanted() const { return box.ticked() ? field.text() : std::string(); }
+};
+
+// What the window keeps besides what it shows.
+struct Marks {
+  // How far the start has come: 1 with the partitions listed, 2 with the plug-ins found.
+  int startupStage = 0;
+
+  // The value of the box against formatting, for as long as a Ghost image takes the choice away.
+  std::string formatChoice;
+
+  // Two letters drawn for the installation that was started last. Nothing reads them so far: they
+  // are for whoever has to tell one start from another.
+  std::string installation;
+};
 
 // The main window.
 class Form1 : public Form {
@@ -62,6 +92,11 @@ class Form1 : public Form {
   Label overall;  // below the bar: how far the whole installation is
   Timer timer1, timer2, timer3, timer4;
   Timer overallTimer;
+
+  Marks marks;
+
+  // By OptionRowIndex, from top to bottom.
+  const OptionRow optionRows[3];
 };
 
 }  // namespace pavoline

@@ -1,6 +1,5 @@
 #include "form/main_layout.h"
 
-#include <initializer_list>
 #include <iterator>
 #include <vector>
 
@@ -79,12 +78,6 @@ void PlaceChecksAndStart(Form1& form, const ButtonWidths& widths) {
   ShowStopButton(form, form.stop.visible());
 }
 
-struct OptionRow {
-  CheckBox& box;
-  Control& field;
-  Button& browse;
-};
-
 void PlaceOptions(Form1& form) {
   constexpr int kRowPitch = 51;
   constexpr int kOptionIndent = 18;
@@ -95,11 +88,7 @@ void PlaceOptions(Form1& form) {
   const int left = kRight + kFrameInset;
   const int end = kRightEnd - kFrameInset;
   int top = kOptionsTop + 20;
-  for (const OptionRow& row :
-       {OptionRow{form.check[kUseAnswerFile], form.text[kAnswerFile],
-                  form.command1[kBrowseAnswerFile]},
-        OptionRow{form.check[kAddDrivers], form.text[kDriverFolder], form.command1[kBrowseDrivers]},
-        OptionRow{form.check[kRunPlugin], form.combo2, form.command1[kBrowsePlugin]}}) {
+  for (const OptionRow& row : form.optionRows) {
     row.box.setBounds(Pixels(left, top, end - left, kCheckHeight));
     const int field = left + kOptionIndent;
     row.field.setBounds(Pixels(field, top + 20, end - kBrowseWidth - kGap - field, kFieldHeight));
@@ -146,16 +135,8 @@ void ShowStopButton(Form1& form, bool shown) {
 
 void ShowOptionFrames(Form1& form, bool shown) {
   for (Frame& frame : form.frame) frame.setVisible(shown);
-  for (CheckIndex index : {kUseAnswerFile, kAddDrivers, kRunPlugin}) {
-    form.check[index].setVisible(shown);
-  }
-  for (CommandIndex index : {kBrowseAnswerFile, kBrowseDrivers, kBrowsePlugin}) {
-    form.command1[index].setVisible(shown);
-  }
-  for (Control* control : std::initializer_list<Control*>{
-           &form.text[kAnswerFile], &form.text[kDriverFolder], &form.combo2, &form.details}) {
-    control->setVisible(shown);
-  }
+  for (const OptionRow& row : form.optionRows) row.setVisible(shown);
+  form.details.setVisible(shown);
 }
 
 }  // namespace pavoline

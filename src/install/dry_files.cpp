@@ -127,6 +127,6 @@ std::string DryFiles::fileVersion(const std::string& path) {
   return file != nullptr ? file->version : real_.fileVersion(path);
 }
 
-bool DryFiles::deleteTree(const std::string& path, unsigned) { return remove(path); }
+bool DryFiles::deleteTreeQuietly(const std::string& path) { return remove(path); }
 
 }  // namespace pavoline

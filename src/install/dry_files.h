@@ -48,7 +48,7 @@ class DryFiles : public Files {
   std::string shortPath(const std::string& path) override;
   std::string fileVersion(const std::string& path) override;
   bool setCurrentFolder(const std::string&) override { return true; }
-  bool deleteTree(const std::string& path, unsigned flags) override;
+  bool deleteTreeQuietly(const std::string& path) override;
 
  private:
   struct Changed {

@@ -36,8 +36,6 @@ class DryProcesses : public Processes {
 
   // Tells the command line, or the lines of a batch file that was written for it.
   std::unique_ptr<StartedProgram> start(const StartRequest& request) override;
-  std::uintptr_t disableRedirection() override { return 0; }
-  void revertRedirection(std::uintptr_t) override {}
   std::vector<RunningProcess> list() override { return {}; }
   void terminate(std::uint32_t) override {}
   void handleEvents() override {}
@@ -78,8 +76,8 @@ class DryDrives : public Drives {
 // Nothing is shown; questions are answered with OK.
 class DryDialogs : public Dialogs {
  public:
-  int message(const std::string&, int, const std::string&, const MessageLimit&,
-              const MessageButton&) override {
+  Answer message(const std::string&, MessageKind, const std::string&, const MessageLimit&,
+                 const MessageButton&) override {
     return kAnswerOk;
   }
   std::string openFile(const FileRequest&) override { return {}; }

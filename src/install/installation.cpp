@@ -76,9 +76,9 @@ void EndStopped(Session& session) {
   session.stopping = false;
   Form1& form = session.form;
   for (Timer* timer : {&form.timer1, &form.timer2, &form.timer3}) timer->setEnabled(false);
-  EndInstallation(
-      session,
-      {Outcome::kCancelled, CurrentStep(*session.installation), {"", "", 0, ExitCode::kCancelled}});
+  EndInstallation(session, {Outcome::kCancelled,
+                            CurrentStep(*session.installation),
+                            {"", "", kErrorMessage, ExitCode::kCancelled}});
 }
 
 // Runs steps until one waits or the installation is over.
@@ -179,7 +179,7 @@ void EndInstallation(Session& session, const Outcome& outcome) {
   CloseRecord(session, held.get(), outcome);
   if (ran) held->activity.leave();
   if (!outcome.failure.text.empty() && !form.unloaded()) {
-    Message(session, outcome.failure.text, outcome.failure.flags, outcome.failure.title);
+    Message(session, outcome.failure.text, outcome.failure.kind, outcome.failure.title);
   }
   if (form.unloaded()) return;
   if (ran) {

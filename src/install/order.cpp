@@ -104,7 +104,7 @@ bool HasSetupPasses(const Installation& installation) {
   return installation.appliedVersion >= kFirstVersionWithSetupPasses;
 }
 
-StepResult Answer(Session& session, Installation& installation) {
+StepResult AnswerFile(Session& session, Installation& installation) {
   const Plan& plan = installation.plan;
   if (HasSetupPasses(installation) && !plan.answerFile.empty()) WriteAnswerFile(session, plan);
   return StepResult::Done();
@@ -219,7 +219,7 @@ constexpr OrderedStep kOrder[] = {
     {"apply", Apply, Applying, Words<kTextExtracting>},
     {"look at the system", LookAtSystem, nullptr, nullptr},
     {"boot files", WriteBoot, nullptr, Words<kTextBootFiles>},
-    {"answer file", Answer, nullptr, Words<kTextWritingAnswerFile>},
+    {"answer file", AnswerFile, nullptr, Words<kTextWritingAnswerFile>},
     {"drivers", Drivers, AddingDrivers, Words<kTextAddingDrivers>},
     {"judge the drivers", JudgeDrivers, nullptr, nullptr},
     {"plug-in", Plugin, nullptr, Words<kTextRunningPlugin>},
@@ -236,7 +236,7 @@ Outcome Completed(const Installation& installation) {
   const bool complete = installation.lacking.empty();
   return {complete ? Outcome::kDone : Outcome::kFailed,
           complete ? "" : "what follows the image",
-          {"", "", 0, complete ? ExitCode::kInstalled : ExitCode::kIncomplete}};
+          {"", "", kErrorMessage, complete ? ExitCode::kInstalled : ExitCode::kIncomplete}};
 }
 
 Outcome FailedIn(const char* step, const Failure& failure) {

@@ -21,9 +21,6 @@ namespace {
 // Fixes what the window shows. Fields are read here and nowhere later.
 Plan PlanFromWindow(Session& session) {
   const Form1& form = session.form;
-  const auto optional = [&](CheckIndex box, const std::string& text) {
-    return form.check[box].ticked() ? text : std::string();
-  };
   Plan plan;
   plan.source = form.combo1.text();
   plan.kind = KindOf(plan.source);
@@ -37,9 +34,9 @@ Plan PlanFromWindow(Session& session) {
   plan.apply = session.apply;
   plan.minimizeGhost = session.minimizeGhost;
   plan.repairBoot = form.check[kRepairBoot].ticked();
-  plan.answerFile = optional(kUseAnswerFile, form.text[kAnswerFile].text());
-  plan.driverFolder = optional(kAddDrivers, form.text[kDriverFolder].text());
-  plan.plugin = optional(kRunPlugin, form.combo2.text());
+  plan.answerFile = form.optionRows[kAnswerFileRow].wanted();
+  plan.driverFolder = form.optionRows[kDriversRow].wanted();
+  plan.plugin = form.optionRows[kPluginRow].wanted();
   plan.restart = form.check[kRestart].ticked();
   return plan;
 }
@@ -56,7 +53,7 @@ std::optional<Refusal> Confirmed(Session& session, const Plan& plan,
   const MessageButton details{
       More(session, kMoreDetailsButton),
       [&] { ShowPlanText(session, PlanText(session, plan, passed, Rehearse(session, plan))); }};
-  const int answer =
+  const Answer answer =
       Message(session, text, kQuestionWarning, String(session, kTextInformation), details);
   if (answer == kAnswerOk) return {};
   return Refusal{"", ExitCode::kCancelled};

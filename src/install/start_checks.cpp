@@ -103,7 +103,7 @@ void MarkInstallation(Session& session) {
   environment.reseedRandom();
   std::string marker;
   for (int i = 0; i < 2; ++i) marker += RandomLetter(environment);
-  session.form.command1[kStart].setTag(marker);
+  session.form.marks.installation = marker;
 }
 
 // Looks the install partition up afresh.

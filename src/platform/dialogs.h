@@ -10,21 +10,21 @@ class Control;
 class Form;
 struct MenuItem;
 
-// Message flags, as the platform has them.
-inline constexpr int kErrorMessage = 16;
-inline constexpr int kQuestionError = 17;  // OK and Cancel
-inline constexpr int kWarningMessage = 48;
-inline constexpr int kQuestionWarning = 49;  // OK and Cancel
-inline constexpr int kInformationMessage = 64;
-// OK and Cancel, Enter taking Cancel.
-inline constexpr int kQuestionDefaultCancel = kQuestionWarning | 256;
-inline constexpr int kAnswerOk = 1;
-inline constexpr int kAnswerCancel = 2;
+// What a message looks like. Questions have OK and Cancel, the others OK alone.
+enum MessageKind {
+  kErrorMessage,
+  kQuestionError,
+  kWarningMessage,
+  kQuestionWarning,
+  kInformationMessage,
+  kQuestionDefaultCancel,  // a warning as well; Enter takes Cancel
+};
+enum Answer { kAnswerOk, kAnswerCancel };
 
 // How long a message waits for an answer: it shows the seconds left and then takes `answer`.
 struct MessageLimit {
   int seconds = 0;  // 0: for as long as the person wants
-  int answer = kAnswerOk;
+  Answer answer = kAnswerOk;
 };
 
 // A further button of a message, which stays open when it is pressed.
@@ -51,8 +51,8 @@ class Dialogs {
  public:
   virtual ~Dialogs() = default;
 
-  virtual int message(const std::string& text, int flags, const std::string& title,
-                      const MessageLimit& limit, const MessageButton& further) = 0;
+  virtual Answer message(const std::string& text, MessageKind kind, const std::string& title,
+                         const MessageLimit& limit, const MessageButton& further) = 0;
 
   // The chosen path, empty when cancelled.
   virtual std::string openFile(const FileRequest& request) = 0;

@@ -16,7 +16,6 @@ struct FileEntry {
 };
 
 inline constexpr std::uint32_t kFolderAttribute = 16;
-inline constexpr std::uint32_t kReparsePointAttribute = 1024;  // junction or symbolic link
 
 // Called for each entry; false ends the listing.
 using EntryVisitor = std::function<bool(const FileEntry&)>;
@@ -86,8 +85,9 @@ class Files {
   // False when the folder is missing or not accessible.
   virtual bool setCurrentFolder(const std::string& path) = 0;
 
-  // Deletes a file or a folder tree through the shell with the shell's operation flags.
-  virtual bool deleteTree(const std::string& path, unsigned flags) = 0;
+  // Deletes a file or a folder with all that is in it; neither asks nor shows anything. True on
+  // success.
+  virtual bool deleteTreeQuietly(const std::string& path) = 0;
 };
 
 }  // namespace pavoline

@@ -59,6 +59,10 @@ struct StartRequest {
 
   // Standard output is dropped instead: the interpreter echoes a batch file's lines there.
   bool errorsOnly = false;
+
+  // The program is looked for in the system's own System32, not in the one that the system shows
+  // to 32-bit processes.
+  bool fromOwnSystem32 = false;
 };
 
 class Processes {
@@ -67,11 +71,6 @@ class Processes {
 
   // Starts a program in the current directory. Null when it could not be started.
   virtual std::unique_ptr<StartedProgram> start(const StartRequest& request) = 0;
-
-  // Switches the 32-bit view of System32 off for this thread and returns the value that
-  // `revertRedirection` wants; 0 when there was nothing to switch off.
-  virtual std::uintptr_t disableRedirection() = 0;
-  virtual void revertRedirection(std::uintptr_t oldValue) = 0;
 
   // Empty when the system gave no list, since the program itself always runs.
   virtual std::vector<RunningProcess> list() = 0;

@@ -23,7 +23,7 @@ BootStores::BootStores(Ground& ground, const std::string& bootDrive) : ground_(g
       if (files.exists(Aside(store))) aside_.push_back(store);
       continue;
     }
-    if (files.exists(Aside(store))) DeleteTree(ground, Aside(store), kDeleteQuietly);
+    if (files.exists(Aside(store))) files.deleteTreeQuietly(Aside(store));
     if (files.rename(store, Aside(store))) {
       aside_.push_back(store);
     } else {
@@ -37,7 +37,7 @@ bool BootStores::settle() {
   bool putBack = false;
   for (const std::string& store : aside_) {
     if (files.exists(store)) {
-      DeleteTree(ground_, Aside(store), kDeleteQuietly);
+      ground_.platform.files.deleteTreeQuietly(Aside(store));
     } else if (files.rename(Aside(store), store)) {
       Journal(ground_, "boot store put back: " + store);
       putBack = true;

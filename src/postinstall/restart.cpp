@@ -39,9 +39,10 @@ bool RestartByShutdown(Session& session, const std::string& told) {
   if (session.commandLine.silent) return Announced(session, *announcing);
   const std::string text = told + "\n" + String(session, kTextRestarting);
   const std::string& title = String(session, kTextInformation);
-  const int answer = session.commandLine.install ? Message(session, text, kQuestionWarning, title,
-                                                           {kUnattendedSeconds, kAnswerOk})
-                                                 : Message(session, text, kQuestionWarning, title);
+  const Answer answer =
+      session.commandLine.install
+          ? Message(session, text, kQuestionWarning, title, {kUnattendedSeconds, kAnswerOk})
+          : Message(session, text, kQuestionWarning, title);
   const bool announced = Announced(session, *announcing);
   if (answer == kAnswerOk) return announced;
   if (announced) ShellNoWait(session, "shutdown.exe -a", ShowMode::kHidden);

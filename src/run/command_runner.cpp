@@ -14,7 +14,7 @@ namespace pavoline {
 namespace {
 
 // Newer systems show a 32-bit process another System32 than the tools need to see.
-constexpr float kLastVersionWithoutRedirection = 5.1f;
+constexpr float kLastVersionWithOneSystem32 = 5.1f;
 
 std::string Variable(Session& session, const char* name) {
   return session.platform.environment.variable(name);
@@ -35,12 +35,9 @@ std::unique_ptr<StartedProgram> Start(Session& session, const std::string& comma
   const std::string& recorded = recordedAs.empty() ? commandLine : recordedAs;
   Journal(session, "run: " + recorded);
   if (!outputFile.empty()) session.platform.files.remove(outputFile);
-  Processes& processes = session.platform.processes;
-  const std::uintptr_t oldView =
-      session.osVersion > kLastVersionWithoutRedirection ? processes.disableRedirection() : 0;
-  auto program = processes.start({commandLine, mode, SystemProgram(session, commandLine),
-                                  outputFile, recordedAs, commandLine.ends_with(".bat")});
-  if (oldView != 0) processes.revertRedirection(oldView);
+  auto program = session.platform.processes.start(
+      {commandLine, mode, SystemProgram(session, commandLine), outputFile, recordedAs,
+       commandLine.ends_with(".bat"), session.osVersion > kLastVersionWithOneSystem32});
   if (!program) Journal(session, "could not be started: " + recorded);
   return program;
 }

@@ -33,8 +33,8 @@ struct RunManner {
 
 // Starts a command line and returns when the program has ended, handling events meanwhile; there
 // is no time-out, but an unattended run gives a program up after an hour. Also returns when the
-// main window has been unloaded: after it, a step checks `session.form.unloaded()` and does nothing
-// more. A command line that begins with a bare name is run from the system's own folder.
+// window has gone or the installation was stopped: after it, a step asks `Interrupted` and does
+// nothing more. A command line that begins with a bare name is run from the system's own folder.
 ToolEnd ShellAndWait(Session& session, const std::string& commandLine, ShowMode mode,
                      const RunManner& manner = {});
 

@@ -70,8 +70,4 @@ std::string LastWords(Session& session, const std::string& path) {
   return words;
 }
 
-bool DeleteTree(Session& session, const std::string& path, unsigned flags) {
-  return session.platform.files.deleteTree(path, flags);
-}
-
 }  // namespace pavoline

@@ -26,10 +26,4 @@ std::string ReadEnd(Session& session, const std::string& path, std::size_t room)
 // The last lines of what a tool has said, in one text of a few hundred characters.
 std::string LastWords(Session& session, const std::string& path);
 
-// Shell flags for a deletion that neither asks nor shows anything.
-inline constexpr unsigned kDeleteQuietly = 0x0414;
-
-// Deletes a file or a folder tree through the shell; true on success.
-bool DeleteTree(Session& session, const std::string& path, unsigned flags);
-
 }  // namespace pavoline

@@ -10,25 +10,25 @@
 namespace pavoline {
 namespace {
 
-bool IsQuestion(int flags) {
-  return flags == kQuestionWarning || flags == kQuestionError || flags == kQuestionDefaultCancel;
+bool IsQuestion(MessageKind kind) {
+  return kind == kQuestionWarning || kind == kQuestionError || kind == kQuestionDefaultCancel;
 }
 
-MessageLimit UsualLimit(const Ground& ground, int flags) {
+MessageLimit UsualLimit(const Ground& ground, MessageKind kind) {
   if (!ground.commandLine.install) return {};
   return {ground.commandLine.silent ? kSilentSeconds : kUnattendedSeconds,
-          IsQuestion(flags) ? kAnswerCancel : kAnswerOk};
+          IsQuestion(kind) ? kAnswerCancel : kAnswerOk};
 }
 
-int Show(Ground& ground, const std::string& text, int flags, const std::string& title,
-         const MessageLimit& limit, const MessageButton& further) {
+Answer Show(Ground& ground, const std::string& text, MessageKind kind, const std::string& title,
+            const MessageLimit& limit, const MessageButton& further) {
   Journal(ground, "message: " + title + ": " + text);
   const std::uint64_t shown = ground.platform.environment.milliseconds();
-  const int answer = ground.platform.dialogs.message(text, flags, title, limit, further);
+  const Answer answer = ground.platform.dialogs.message(text, kind, title, limit, further);
   const std::uint64_t passed = ground.platform.environment.milliseconds() - shown;
   const char* given = answer == kAnswerOk ? "answer: OK" : "answer: Cancel";
   Journal(ground,
-          (IsQuestion(flags) ? given : "closed") + (" after " + std::to_string(passed) + " ms"));
+          (IsQuestion(kind) ? given : "closed") + (" after " + std::to_string(passed) + " ms"));
   if (limit.seconds > 0 && passed >= static_cast<std::uint64_t>(limit.seconds) * 1000) {
     Journal(ground, "not answered in " + std::to_string(limit.seconds) + " seconds");
   }
@@ -49,18 +49,19 @@ std::string TempFile(Ground& ground, const std::string& name) {
   return ground.platform.environment.variable("windir") + "\\temp\\" + name;
 }
 
-int Message(Ground& ground, const std::string& text, int flags, const std::string& title) {
-  return Show(ground, text, flags, title, UsualLimit(ground, flags), {});
+Answer Message(Ground& ground, const std::string& text, MessageKind kind,
+               const std::string& title) {
+  return Show(ground, text, kind, title, UsualLimit(ground, kind), {});
 }
 
-int Message(Ground& ground, const std::string& text, int flags, const std::string& title,
-            const MessageLimit& limit) {
-  return Show(ground, text, flags, title, limit, {});
+Answer Message(Ground& ground, const std::string& text, MessageKind kind, const std::string& title,
+               const MessageLimit& limit) {
+  return Show(ground, text, kind, title, limit, {});
 }
 
-int Message(Ground& ground, const std::string& text, int flags, const std::string& title,
-            const MessageButton& further) {
-  return Show(ground, text, flags, title, UsualLimit(ground, flags), further);
+Answer Message(Ground& ground, const std::string& text, MessageKind kind, const std::string& title,
+               const MessageButton& further) {
+  return Show(ground, text, kind, title, UsualLimit(ground, kind), further);
 }
 
 void Journal(Ground& ground, const std::string& text) {

@@ -37,16 +37,16 @@ std::string TempFile(Ground& ground, const std::string& name);
 inline constexpr int kUnattendedSeconds = 60;
 inline constexpr int kSilentSeconds = 10;
 
-// Shows a message and notes it in the journal; the answer is the platform's (1 = OK). In an
-// unattended run it closes by itself after a minute (ten seconds in a silent one); the answer is
-// then the one that changes nothing, Cancel where there is a choice.
-int Message(Ground& ground, const std::string& text, int flags, const std::string& title);
+// Shows a message and notes it in the journal with its answer. In an unattended run it closes by
+// itself after a minute (ten seconds in a silent one); the answer is then the one that changes
+// nothing, Cancel where there is a choice.
+Answer Message(Ground& ground, const std::string& text, MessageKind kind, const std::string& title);
 // The same with a limit of its own, which also holds for a person.
-int Message(Ground& ground, const std::string& text, int flags, const std::string& title,
-            const MessageLimit& limit);
+Answer Message(Ground& ground, const std::string& text, MessageKind kind, const std::string& title,
+               const MessageLimit& limit);
 // With a further button, and the usual limit.
-int Message(Ground& ground, const std::string& text, int flags, const std::string& title,
-            const MessageButton& further);
+Answer Message(Ground& ground, const std::string& text, MessageKind kind, const std::string& title,
+               const MessageButton& further);
 
 // Adds a line with the time to %windir%\temp\Pavoline.log, so that a person can find out
 // afterwards what was done; where that folder is full or read-only, to a file of the same name

@@ -12,7 +12,7 @@ namespace pavoline {
 struct Failure {
   std::string text;
   std::string title;
-  int flags = kErrorMessage;
+  MessageKind kind = kErrorMessage;
   ExitCode code = ExitCode::kImagingFailed;
 };
 

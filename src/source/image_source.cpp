@@ -15,25 +15,24 @@ void ClearLists(Session& session) {
   Form1& form = session.form;
   session.editions.clear();
   session.ghost.reset();
-  for (ComboBox& list : form.combo) {
-    list.clear();
-    list.setTag("");
-  }
-  form.label[3].setTag("");
+  for (ComboBox& list : form.combo) list.clear();
   form.combo[kEditions].setTooltip("");
 }
 
-// Formatting is no choice for a Ghost image: the box is disabled with one, its value kept in its
-// tag for the next source.
-void DisableFormatChoice(CheckBox& box) {
-  box.setTag(std::to_string(box.value()));
+// Formatting is no choice for a Ghost image: the box is disabled with one, its value kept for the
+// next source.
+void DisableFormatChoice(Form1& form) {
+  CheckBox& box = form.check[kDoNotFormat];
+  form.marks.formatChoice = std::to_string(box.value());
   box.setValue(0);
   box.setEnabled(false);
 }
 
-void RestoreFormatChoice(CheckBox& box) {
+void RestoreFormatChoice(Form1& form) {
+  CheckBox& box = form.check[kDoNotFormat];
   if (box.enabled()) return;
-  if (!box.tag().empty()) box.setValue(LeadingInteger16(box.tag()));
+  const std::string& kept = form.marks.formatChoice;
+  if (!kept.empty()) box.setValue(LeadingInteger16(kept));
   box.setEnabled(true);
 }
 
@@ -50,7 +49,7 @@ void ListGhostProgram(Session& session) {
   }
   ListEditions(session, {line});
   session.form.combo[kEditions].select(0);
-  DisableFormatChoice(session.form.check[kDoNotFormat]);
+  DisableFormatChoice(session.form);
 }
 
 // Another part than the first gives way to the first.
@@ -87,7 +86,7 @@ void ListByKind(Session& session, const std::string& path) {
 void React(Session& session) {
   Form1& form = session.form;
   ClearLists(session);
-  RestoreFormatChoice(form.check[kDoNotFormat]);
+  RestoreFormatChoice(form);
   const std::string path = form.combo1.text();
   if (path.empty() || !session.platform.files.exists(path)) return;
 

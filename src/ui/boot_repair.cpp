@@ -15,7 +15,7 @@ constexpr float kBootSectorVersion = 6.0F;  // asks for a boot sector of the NT 
 
 // Without the list no system would be found to write boot files for.
 bool CanRepair(Session& session, const std::string& boot) {
-  if (LeadingNumber(session.form.tag()) == 0) {
+  if (session.form.marks.startupStage == 0) {
     Message(session, String(session, kTextListNotReady), kInformationMessage, "Initializing...");
     return false;
   }

@@ -6,7 +6,8 @@
 
 namespace pavoline {
 
-// What to do when the cut falls into a double-byte character.
+// What to do when the cut falls into a double-byte character. The names of a machine are split:
+// only single bytes can be typed into them.
 enum class CutMode {
   kSplit = 0,      // cut all the same
   kLeaveOut = 1,   // one byte earlier

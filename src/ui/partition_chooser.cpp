@@ -110,8 +110,8 @@ void PartitionChooser::take() {
 
 }  // namespace
 
-void ShowPartitionChooser(Session& session, PartitionPurpose purpose) {
-  const bool boot = purpose == PartitionPurpose::kBoot;
+void ShowPartitionChooser(Session& session, PartitionListKind kind) {
+  const bool boot = kind == PartitionListKind::kBoot;
   // Disks may have come or gone since the last look; a tool that runs for the source is not
   // disturbed by another one.
   if (session.activity == Activity::kIdle) {

@@ -1,14 +1,13 @@
 #pragma once
 
+#include "disk/partitions.h"
 #include "session/session.h"
 
 // The modal windows beside the main one. Each returns when it has been closed.
 namespace pavoline {
 
-enum class PartitionPurpose { kBoot = 0, kInstall = 1 };
-
-// The list of partitions of one purpose; a choice goes into the main window's partition field.
-void ShowPartitionChooser(Session& session, PartitionPurpose purpose);
+// One of the two lists of partitions; a choice goes into the main window's partition field.
+void ShowPartitionChooser(Session& session, PartitionListKind kind);
 
 // User name, computer name and workgroup for the answer file. Every way of closing stores.
 void ShowComputerNameDialog(Session& session);

@@ -1,14 +1,13 @@
 #include "win32/dpi.h"
 
+#include "win32/owned.h"
 #include "win32/system_library.h"
 
 namespace pavoline {
 
 int ScreenDpi() {
-  const HDC screen = GetDC(nullptr);
-  const int dpi = GetDeviceCaps(screen, LOGPIXELSX);
-  ReleaseDC(nullptr, screen);
-  return dpi;
+  const ScreenContext screen;
+  return GetDeviceCaps(screen.get(), LOGPIXELSX);
 }
 
 int DpiOfWindow(HWND window) {

@@ -64,7 +64,6 @@ FormWindow::~FormWindow() {
   loop_.remove(*this);
   dropSpokenNames();
   if (handle_ != nullptr) DestroyWindow(handle_);
-  if (style_.font != nullptr) DeleteObject(style_.font);
 }
 
 void FormWindow::create() {
@@ -169,12 +168,12 @@ void FormWindow::refreshStyle() {
     std::copy_n(face.c_str(), face.size() + 1, wanted.lfFaceName);
     wanted.lfCharSet = DEFAULT_CHARSET;
   }
-  const HFONT old = style_.font;
-  style_.font = CreateFontIndirectW(&wanted);
+  OwnedFont font(CreateFontIndirectW(&wanted));
+  style_.font = font.get();
   shownFont_ = form_.font();
   for (auto& view : views_) view->restyle(style_);
   SendMessageW(tooltips_, WM_SETFONT, reinterpret_cast<WPARAM>(style_.font), TRUE);
-  if (old != nullptr) DeleteObject(old);
+  font_ = std::move(font);
 }
 
 SIZE FormWindow::frameSize() const {

@@ -9,6 +9,7 @@
 
 #include "form/form.h"
 #include "win32/control_view.h"
+#include "win32/owned.h"
 #include "win32/system_menu_view.h"
 
 namespace pavoline {
@@ -83,7 +84,8 @@ class FormWindow {
   HWND lastFocus_ = nullptr;  // has the keyboard, or gets it back
   HWND refuge_ = nullptr;     // has it meanwhile
   int dpi_ = 96;              // of the screen
-  ViewStyle style_;           // its resolution may be lower, so that the window fits the screen
+  OwnedFont font_;
+  ViewStyle style_;  // its resolution may be lower, so that the window fits the screen
   std::vector<std::unique_ptr<ControlView>> views_;
   std::map<const ControlView*, std::string> shownTooltips_, spokenNames_;
   std::vector<unsigned> shownTimers_;

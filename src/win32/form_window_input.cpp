@@ -130,15 +130,15 @@ bool FormWindow::onSystemCommand(WPARAM wParam) {
 }
 
 void FormWindow::onDropFiles(WPARAM wParam) {
-  const auto drop = reinterpret_cast<HDROP>(wParam);
+  OwnedDrop drop(reinterpret_cast<HDROP>(wParam));
   std::vector<std::string> paths;
-  const UINT count = DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
+  const UINT count = DragQueryFileW(drop.get(), 0xFFFFFFFF, nullptr, 0);
   for (UINT i = 0; i < count; ++i) {
-    std::wstring path(DragQueryFileW(drop, i, nullptr, 0) + 1, L'\0');
-    path.resize(DragQueryFileW(drop, i, path.data(), static_cast<UINT>(path.size())));
+    std::wstring path(DragQueryFileW(drop.get(), i, nullptr, 0) + 1, L'\0');
+    path.resize(DragQueryFileW(drop.get(), i, path.data(), static_cast<UINT>(path.size())));
     paths.push_back(Narrow(path));
   }
-  DragFinish(drop);
+  drop.reset();
   if (form_.onDropFiles && !paths.empty()) form_.onDropFiles(paths);
 }
 

@@ -5,13 +5,15 @@
 
 #include <vector>
 
+#include "win32/owned.h"
+
 namespace pavoline {
 namespace {
 
 struct OpenBox {
   std::wstring title;
   const BoxButton& further;
-  int answer = kAnswerOk;
+  int answer = IDOK;
   ULONGLONG end = 0;  // of GetTickCount64; 0: no limit
   ULONGLONG shownSeconds = 0;
   HWND window = nullptr;
@@ -21,7 +23,9 @@ struct OpenBox {
 // All of the one thread that shows windows, the topmost last.
 std::vector<OpenBox*> openBoxes;
 // Waits for the box's window, which the system makes.
-HHOOK windowHook = nullptr;
+OwnedHook windowHook;
+
+int ButtonOf(Answer answer) { return answer == kAnswerOk ? IDOK : IDCANCEL; }
 
 ULONGLONG SecondsLeft(const OpenBox& box) {
   const ULONGLONG now = GetTickCount64();
@@ -32,10 +36,7 @@ std::wstring TitleOf(const OpenBox& box) {
   return box.title + L" (" + std::to_wstring(box.shownSeconds) + L")";
 }
 
-void StopWaiting() {
-  if (windowHook != nullptr) UnhookWindowsHookEx(windowHook);
-  windowHook = nullptr;
-}
+void StopWaiting() { windowHook.reset(); }
 
 // The help button, under a text of its own, does what the further button is for.
 LRESULT CALLBACK BoxWithFurther(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
@@ -49,7 +50,7 @@ LRESULT CALLBACK BoxWithFurther(HWND window, UINT message, WPARAM wParam, LPARAM
 
 // The first dialog that the thread makes is the box. Its buttons are there when it is activated.
 LRESULT CALLBACK NoteBox(int code, WPARAM wParam, LPARAM lParam) {
-  const HHOOK hook = windowHook;
+  const HHOOK hook = windowHook.get();
   OpenBox& box = *openBoxes.back();
   const auto window = reinterpret_cast<HWND>(wParam);
   if (code == HCBT_CREATEWND && box.window == nullptr) {
@@ -100,16 +101,16 @@ void CALLBACK CountDown(HWND, UINT, UINT_PTR, DWORD) {
 
 }  // namespace
 
-int ShowMessageBox(HWND owner, const std::wstring& text, const std::wstring& title, UINT style,
-                   const MessageLimit& limit, const BoxButton& further) {
+Answer ShowMessageBox(HWND owner, const std::wstring& text, const std::wstring& title, UINT style,
+                      const MessageLimit& limit, const BoxButton& further) {
   OpenBox box{title, further};
-  box.answer = (style & MB_TYPEMASK) == MB_OK ? IDOK : limit.answer;
+  box.answer = (style & MB_TYPEMASK) == MB_OK ? IDOK : ButtonOf(limit.answer);
   openBoxes.push_back(&box);
   UINT_PTR timer = 0;
   std::wstring shownTitle = title;
   StopWaiting();
   if (limit.seconds > 0 || !further.text.empty()) {
-    windowHook = SetWindowsHookExW(WH_CBT, NoteBox, nullptr, GetCurrentThreadId());
+    windowHook.reset(SetWindowsHookExW(WH_CBT, NoteBox, nullptr, GetCurrentThreadId()));
   }
   if (limit.seconds > 0) {
     constexpr UINT kTickMs = 250;
@@ -124,7 +125,7 @@ int ShowMessageBox(HWND owner, const std::wstring& text, const std::wstring& tit
   StopWaiting();
   openBoxes.pop_back();
   const bool failed = answer == 0 && limit.seconds > 0;
-  return box.timeIsUp || failed ? box.answer : answer;
+  return (box.timeIsUp || failed ? box.answer : answer) == IDOK ? kAnswerOk : kAnswerCancel;
 }
 
 }  // namespace pavoline

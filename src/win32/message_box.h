@@ -18,7 +18,7 @@ struct BoxButton {
 // The system's message box, which ends by itself when its limit has passed; its title shows the
 // seconds left ("Please note (57)"). A box that has one over it waits for that to be answered, one
 // with a window over it closes that first.
-int ShowMessageBox(HWND owner, const std::wstring& text, const std::wstring& title, UINT style,
-                   const MessageLimit& limit, const BoxButton& further);
+Answer ShowMessageBox(HWND owner, const std::wstring& text, const std::wstring& title, UINT style,
+                      const MessageLimit& limit, const BoxButton& further);
 
 }  // namespace pavoline

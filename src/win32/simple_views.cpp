@@ -2,6 +2,7 @@
 #include "resource_ids.h"
 #include "win32/control_view.h"
 #include "win32/dpi.h"
+#include "win32/owned.h"
 #include "win32/wide_text.h"
 
 namespace pavoline {
@@ -149,23 +150,21 @@ class IconView : public ControlView {
  public:
   IconView(Icon& icon, HWND parent, int id)
       : ControlView(icon, CreateControl(WC_STATICW, SS_ICON | SS_REALSIZECONTROL, 0, parent, id)) {}
-  ~IconView() override { DestroyIcon(picture_); }
 
  protected:
   void show() override {}
   void place(const RECT& area) override {
     const int size = static_cast<int>(area.right - area.left);
-    HICON fresh = static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr),
-                                                MAKEINTRESOURCEW(PAVOLINE_ICON_MAIN), IMAGE_ICON,
-                                                size, size, LR_DEFAULTCOLOR));
-    SendMessageW(handle(), STM_SETICON, reinterpret_cast<WPARAM>(fresh), 0);
-    if (picture_ != nullptr) DestroyIcon(picture_);
-    picture_ = fresh;
+    OwnedIcon fresh(static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr),
+                                                  MAKEINTRESOURCEW(PAVOLINE_ICON_MAIN), IMAGE_ICON,
+                                                  size, size, LR_DEFAULTCOLOR)));
+    SendMessageW(handle(), STM_SETICON, reinterpret_cast<WPARAM>(fresh.get()), 0);
+    picture_ = std::move(fresh);
     ControlView::place(area);
   }
 
  private:
-  HICON picture_ = nullptr;
+  OwnedIcon picture_;
 };
 
 template <class View, class Model>

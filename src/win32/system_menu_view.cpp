@@ -35,34 +35,28 @@ void ShowStates(HMENU menu, const std::vector<MenuItem>& items) {
 // The icon on the menu's ground, as not every system blends a bitmap beside a menu text, and in
 // the size of a check mark, as not every system shows more. Shrunk from twice the size, which
 // looks better than a small icon made smaller.
-HBITMAP BitmapOfIcon(int resource) {
+OwnedBitmap BitmapOfIcon(int resource) {
   const int width = GetSystemMetrics(SM_CXMENUCHECK), height = GetSystemMetrics(SM_CYMENUCHECK);
-  const auto icon = static_cast<HICON>(LoadImageW(
-      GetModuleHandleW(nullptr), MAKEINTRESOURCEW(resource), IMAGE_ICON, 32, 32, LR_DEFAULTCOLOR));
-  if (icon == nullptr) return nullptr;
-  const HDC screen = GetDC(nullptr);
-  const HDC large = CreateCompatibleDC(screen), small = CreateCompatibleDC(screen);
-  const HBITMAP drawn = CreateCompatibleBitmap(screen, 32, 32);
-  const HBITMAP shrunk = CreateCompatibleBitmap(screen, width, height);
-  ReleaseDC(nullptr, screen);
-  const HGDIOBJ oldLarge = SelectObject(large, drawn), oldSmall = SelectObject(small, shrunk);
-  DrawIconEx(large, 0, 0, icon, 32, 32, 0, GetSysColorBrush(COLOR_MENU), DI_NORMAL);
-  SetStretchBltMode(small, HALFTONE);
-  StretchBlt(small, 0, 0, width, height, large, 0, 0, 32, 32, SRCCOPY);
-  SelectObject(large, oldLarge);
-  SelectObject(small, oldSmall);
-  DeleteDC(large);
-  DeleteDC(small);
-  DeleteObject(drawn);
-  DestroyIcon(icon);
+  const OwnedIcon icon(static_cast<HICON>(LoadImageW(
+      GetModuleHandleW(nullptr), MAKEINTRESOURCEW(resource), IMAGE_ICON, 32, 32, LR_DEFAULTCOLOR)));
+  if (!icon) return nullptr;
+  const ScreenContext screen;
+  const OwnedBitmap drawn(CreateCompatibleBitmap(screen.get(), 32, 32));
+  OwnedBitmap shrunk(CreateCompatibleBitmap(screen.get(), width, height));
+  {
+    // Gone before the bitmaps: what a context has selected is not deleted.
+    const MemoryContext large(CreateCompatibleDC(screen.get()));
+    const MemoryContext small(CreateCompatibleDC(screen.get()));
+    SelectObject(large.get(), drawn.get());
+    SelectObject(small.get(), shrunk.get());
+    DrawIconEx(large.get(), 0, 0, icon.get(), 32, 32, 0, GetSysColorBrush(COLOR_MENU), DI_NORMAL);
+    SetStretchBltMode(small.get(), HALFTONE);
+    StretchBlt(small.get(), 0, 0, width, height, large.get(), 0, 0, 32, 32, SRCCOPY);
+  }
   return shrunk;
 }
 
 }  // namespace
-
-SystemMenuView::~SystemMenuView() {
-  for (const auto& [resource, bitmap] : pictures_) DeleteObject(bitmap);
-}
 
 void SystemMenuView::show(HWND window, const std::vector<MenuItem>& items) {
   if (!SameEntries(items, shown_)) {
@@ -76,18 +70,16 @@ void SystemMenuView::show(HWND window, const std::vector<MenuItem>& items) {
 }
 
 int SystemMenuView::choose(HWND window, const RECT& below, const std::vector<MenuItem>& items) {
-  const HMENU menu = CreatePopupMenu();
+  const OwnedMenu menu(CreatePopupMenu());
   UINT place = 0;
-  for (const MenuItem& item : items) insert(menu, place++, item);
-  ShowStates(menu, items);
+  for (const MenuItem& item : items) insert(menu.get(), place++, item);
+  ShowStates(menu.get(), items);
   TPMPARAMS beside{};
   beside.cbSize = sizeof beside;
   beside.rcExclude = below;
-  const int chosen = TrackPopupMenuEx(
-      menu, TPM_RETURNCMD | TPM_NONOTIFY | TPM_LEFTALIGN | TPM_VERTICAL,
-      static_cast<int>(below.left), static_cast<int>(below.bottom), window, &beside);
-  DestroyMenu(menu);
-  return chosen;
+  return TrackPopupMenuEx(menu.get(), TPM_RETURNCMD | TPM_NONOTIFY | TPM_LEFTALIGN | TPM_VERTICAL,
+                          static_cast<int>(below.left), static_cast<int>(below.bottom), window,
+                          &beside);
 }
 
 void SystemMenuView::insert(HMENU menu, UINT position, const MenuItem& item) {
@@ -99,11 +91,14 @@ void SystemMenuView::insert(HMENU menu, UINT position, const MenuItem& item) {
     InsertMenuW(menu, position, MF_BYPOSITION | MF_STRING, static_cast<UINT_PTR>(item.id),
                 text.c_str());
   } else {
-    const HMENU popup = CreatePopupMenu();
+    OwnedMenu popup(CreatePopupMenu());
     UINT place = 0;
-    for (const MenuItem& inner : item.items) insert(popup, place++, inner);
-    InsertMenuW(menu, position, MF_BYPOSITION | MF_POPUP, reinterpret_cast<UINT_PTR>(popup),
-                text.c_str());
+    for (const MenuItem& inner : item.items) insert(popup.get(), place++, inner);
+    // From then on the menu's own.
+    if (InsertMenuW(menu, position, MF_BYPOSITION | MF_POPUP,
+                    reinterpret_cast<UINT_PTR>(popup.get()), text.c_str())) {
+      popup.release();
+    }
   }
   if (item.image == 0) return;
   const HBITMAP bitmap = picture(item.image);
@@ -111,9 +106,9 @@ void SystemMenuView::insert(HMENU menu, UINT position, const MenuItem& item) {
 }
 
 HBITMAP SystemMenuView::picture(int resource) {
-  HBITMAP& bitmap = pictures_[resource];
-  if (bitmap == nullptr) bitmap = BitmapOfIcon(resource);
-  return bitmap;
+  OwnedBitmap& bitmap = pictures_[resource];
+  if (!bitmap) bitmap = BitmapOfIcon(resource);
+  return bitmap.get();
 }
 
 }  // namespace pavoline

@@ -6,17 +6,13 @@
 #include <vector>
 
 #include "form/form.h"
+#include "win32/owned.h"
 
 namespace pavoline {
 
 // A form's entries above the standard ones of its window's system menu.
 class SystemMenuView {
  public:
-  SystemMenuView() = default;
-  ~SystemMenuView();
-  SystemMenuView(const SystemMenuView&) = delete;
-  SystemMenuView& operator=(const SystemMenuView&) = delete;
-
   // Brings the window's menu up to date. Where only check marks or greyed entries changed the menu
   // is kept, as it may be open.
   void show(HWND window, const std::vector<MenuItem>& items);
@@ -30,7 +26,7 @@ class SystemMenuView {
   HBITMAP picture(int resource);
 
   std::vector<MenuItem> shown_;
-  std::map<int, HBITMAP> pictures_;
+  std::map<int, OwnedBitmap> pictures_;
 };
 
 }  // namespace pavoline

@@ -11,6 +11,7 @@
 #include "win32/form_window.h"
 #include "win32/message_box.h"
 #include "win32/message_loop.h"
+#include "win32/owned.h"
 #include "win32/wide_text.h"
 
 namespace pavoline {
@@ -68,13 +69,31 @@ int CALLBACK ChooseInitialFolder(HWND dialog, UINT message, LPARAM, LPARAM folde
   return 0;
 }
 
+UINT BoxStyle(MessageKind kind) {
+  switch (kind) {
+    case kErrorMessage:
+      return MB_ICONERROR;
+    case kQuestionError:
+      return MB_ICONERROR | MB_OKCANCEL;
+    case kWarningMessage:
+      return MB_ICONWARNING;
+    case kQuestionWarning:
+      return MB_ICONWARNING | MB_OKCANCEL;
+    case kInformationMessage:
+      return MB_ICONINFORMATION;
+    case kQuestionDefaultCancel:
+      return MB_ICONWARNING | MB_OKCANCEL | MB_DEFBUTTON2;
+  }
+  return MB_OK;
+}
+
 }  // namespace
 
-int WinDialogs::message(const std::string& text, int flags, const std::string& title,
-                        const MessageLimit& limit, const MessageButton& further) {
+Answer WinDialogs::message(const std::string& text, MessageKind kind, const std::string& title,
+                           const MessageLimit& limit, const MessageButton& further) {
   loop_.sync();
   const HWND owner = loop_.dialogOwner();
-  UINT style = static_cast<UINT>(flags);
+  UINT style = BoxStyle(kind);
   if (owner == nullptr || GetActiveWindow() == nullptr) style |= MB_SETFOREGROUND;
   const auto press = [&] {
     loop_.guard(further.press);
@@ -106,11 +125,10 @@ std::string WinDialogs::chooseFolder(const std::string& title, const std::string
   request.ulFlags = BIF_RETURNONLYFSDIRS | BIF_NEWDIALOGSTYLE;
   request.lpfn = ChooseInitialFolder;
   request.lParam = folder.empty() ? 0 : reinterpret_cast<LPARAM>(folder.c_str());
-  PIDLIST_ABSOLUTE chosen = SHBrowseForFolderW(&request);
-  if (chosen == nullptr) return {};
+  const TaskMemory<PIDLIST_ABSOLUTE> chosen(SHBrowseForFolderW(&request));
+  if (!chosen) return {};
   wchar_t path[MAX_PATH] = L"";
-  SHGetPathFromIDListW(chosen, path);
-  CoTaskMemFree(chosen);
+  SHGetPathFromIDListW(chosen.get(), path);
   return Narrow(path);
 }
 

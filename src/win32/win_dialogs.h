@@ -10,8 +10,8 @@ class WinDialogs : public Dialogs {
  public:
   explicit WinDialogs(MessageLoop& loop) : loop_(loop) {}
 
-  int message(const std::string& text, int flags, const std::string& title,
-              const MessageLimit& limit, const MessageButton& further) override;
+  Answer message(const std::string& text, MessageKind kind, const std::string& title,
+                 const MessageLimit& limit, const MessageButton& further) override;
   std::string openFile(const FileRequest& request) override;
   std::string saveFile(const FileRequest& request) override;
   std::string chooseFolder(const std::string& title, const std::string& initialFolder) override;

@@ -8,6 +8,8 @@
 
 #include "platform/paths.h"
 #include "win32/dpi.h"
+#include "win32/handle.h"
+#include "win32/owned.h"
 #include "win32/wide_text.h"
 
 namespace pavoline {
@@ -37,10 +39,10 @@ bool Write(HANDLE output, const std::string& text) {
 // programs that this one starts must not come to share it.
 bool PrintToParent(const std::string& text) {
   if (!AttachConsole(ATTACH_PARENT_PROCESS)) return false;
-  const HANDLE console = CreateFileW(L"CONOUT$", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_WRITE,
-                                     nullptr, OPEN_EXISTING, 0, nullptr);
-  const bool written = IsOpen(console) && Write(console, text);
-  if (console != INVALID_HANDLE_VALUE) CloseHandle(console);
+  Handle console(CreateFileW(L"CONOUT$", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_WRITE, nullptr,
+                             OPEN_EXISTING, 0, nullptr));
+  const bool written = IsOpen(console.get()) && Write(console.get(), text);
+  console.reset();
   FreeConsole();
   return written;
 }
@@ -61,11 +63,10 @@ void WinEnvironment::setVariable(const std::string& name, const std::string& val
 
 std::vector<std::string> WinEnvironment::arguments() {
   int count = 0;
-  wchar_t** parts = CommandLineToArgvW(GetCommandLineW(), &count);
-  if (parts == nullptr) return {};
+  const LocalMemory<wchar_t**> parts(CommandLineToArgvW(GetCommandLineW(), &count));
+  if (!parts) return {};
   std::vector<std::string> result;
-  for (int i = 0; i < count; ++i) result.push_back(Narrow(parts[i]));
-  LocalFree(parts);
+  for (int i = 0; i < count; ++i) result.push_back(Narrow(parts.get()[i]));
   return result;
 }
 
@@ -105,9 +106,8 @@ bool WinEnvironment::fontExists(const std::string& name) {
   wanted.lfCharSet = DEFAULT_CHARSET;
 
   bool found = false;
-  const HDC screen = GetDC(nullptr);
-  EnumFontFamiliesExW(screen, &wanted, NoteFont, reinterpret_cast<LPARAM>(&found), 0);
-  ReleaseDC(nullptr, screen);
+  const ScreenContext screen;
+  EnumFontFamiliesExW(screen.get(), &wanted, NoteFont, reinterpret_cast<LPARAM>(&found), 0);
   return found;
 }
 

@@ -252,13 +252,13 @@ bool WinFiles::setCurrentFolder(const std::string& path) {
   return SetCurrentDirectoryW(Wide(path).c_str()) != 0;
 }
 
-bool WinFiles::deleteTree(const std::string& path, unsigned flags) {
+bool WinFiles::deleteTreeQuietly(const std::string& path) {
   std::wstring names = Wide(path);
   names.push_back(L'\0');  // the list of names ends with an empty one
   SHFILEOPSTRUCTW operation{};
   operation.wFunc = FO_DELETE;
   operation.pFrom = names.c_str();
-  operation.fFlags = static_cast<FILEOP_FLAGS>(flags);
+  operation.fFlags = FOF_SILENT | FOF_NOCONFIRMATION | FOF_NOERRORUI;
   return SHFileOperationW(&operation) == 0;
 }
 

@@ -27,7 +27,7 @@ class WinFiles : public Files {
   std::string shortPath(const std::string& path) override;
   std::string fileVersion(const std::string& path) override;
   bool setCurrentFolder(const std::string& path) override;
-  bool deleteTree(const std::string& path, unsigned flags) override;
+  bool deleteTreeQuietly(const std::string& path) override;
 };
 
 }  // namespace pavoline

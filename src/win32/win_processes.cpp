@@ -48,9 +48,34 @@ bool IsFile(const std::wstring& path) {
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
 }
 
+// While it stands, this thread sees System32 as it is.
+class UnredirectedSystem32 {
+ public:
+  explicit UnredirectedSystem32(bool wanted) {
+    // Both are looked up first: where System32 is seen as it is, no library of it can be loaded.
+    using Disable = BOOL WINAPI(void**);
+    static const auto disable =
+        SystemFunction<Disable>(L"kernel32.dll", "Wow64DisableWow64FsRedirection");
+    static const auto revert =
+        SystemFunction<Revert>(L"kernel32.dll", "Wow64RevertWow64FsRedirection");
+    if (wanted && disable != nullptr && revert != nullptr && disable(&old_)) revert_ = revert;
+  }
+  ~UnredirectedSystem32() {
+    if (revert_ != nullptr) revert_(old_);
+  }
+  UnredirectedSystem32(const UnredirectedSystem32&) = delete;
+  UnredirectedSystem32& operator=(const UnredirectedSystem32&) = delete;
+
+ private:
+  using Revert = BOOL WINAPI(void*);
+  Revert* revert_ = nullptr;
+  void* old_ = nullptr;
+};
+
 }  // namespace
 
 std::unique_ptr<StartedProgram> WinProcesses::start(const StartRequest& request) {
+  const UnredirectedSystem32 view(request.fromOwnSystem32);
   std::wstring command = Wide(request.commandLine);
   if (IsFile(command)) command = L'"' + command + L'"';
   const std::wstring program = Wide(request.program);
@@ -70,23 +95,6 @@ std::unique_ptr<StartedProgram> WinProcesses::start(const StartRequest& request)
   Handle process(started.hProcess);
   Handle thread(started.hThread);
   return std::make_unique<WinStartedProgram>(std::move(process), started.dwProcessId, loop_);
-}
-
-std::uintptr_t WinProcesses::disableRedirection() {
-  using Disable = BOOL WINAPI(void**);
-  static const auto disable =
-      SystemFunction<Disable>(L"kernel32.dll", "Wow64DisableWow64FsRedirection");
-  void* old = nullptr;
-  if (disable == nullptr || !disable(&old)) return 0;
-  // The old value may be zero, which the caller reads as nothing to revert.
-  return reinterpret_cast<std::uintptr_t>(old) + 1;
-}
-
-void WinProcesses::revertRedirection(std::uintptr_t oldValue) {
-  using Revert = BOOL WINAPI(void*);
-  static const auto revert =
-      SystemFunction<Revert>(L"kernel32.dll", "Wow64RevertWow64FsRedirection");
-  if (revert != nullptr && oldValue != 0) revert(reinterpret_cast<void*>(oldValue - 1));
 }
 
 std::vector<RunningProcess> WinProcesses::list() {

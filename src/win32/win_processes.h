@@ -11,8 +11,6 @@ class WinProcesses : public Processes {
   explicit WinProcesses(MessageLoop& loop) : loop_(loop) {}
 
   std::unique_ptr<StartedProgram> start(const StartRequest& request) override;
-  std::uintptr_t disableRedirection() override;
-  void revertRedirection(std::uintptr_t oldValue) override;
   std::vector<RunningProcess> list() override;
   void terminate(std::uint32_t id) override;
   void handleEvents() override;

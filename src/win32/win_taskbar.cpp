@@ -4,12 +4,8 @@
 
 namespace pavoline {
 
-WinTaskbar::~WinTaskbar() {
-  if (list_ != nullptr) list_->Release();
-}
-
 bool WinTaskbar::create() {
-  if (list_ != nullptr) return true;
+  if (list_) return true;
   CLSID taskbarList;
   IID taskbarList3;
   if (FAILED(CLSIDFromString(L"{56FDF344-FD6D-11d0-958A-006097C9A090}", &taskbarList)) ||
@@ -21,11 +17,9 @@ bool WinTaskbar::create() {
           CoCreateInstance(taskbarList, nullptr, CLSCTX_INPROC_SERVER, taskbarList3, &created))) {
     return false;
   }
-  list_ = static_cast<ITaskbarList3*>(created);
-  if (SUCCEEDED(list_->HrInit())) return true;
-  list_->Release();
-  list_ = nullptr;
-  return false;
+  list_.reset(static_cast<ITaskbarList3*>(created));
+  if (FAILED(list_->HrInit())) list_.reset();
+  return list_ != nullptr;
 }
 
 void WinTaskbar::setProgressValue(int completed, int total) {

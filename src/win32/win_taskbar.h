@@ -5,6 +5,7 @@
 #include <shobjidl.h>
 
 #include "platform/taskbar.h"
+#include "win32/owned.h"
 
 namespace pavoline {
 
@@ -13,7 +14,6 @@ class MessageLoop;
 class WinTaskbar : public Taskbar {
  public:
   explicit WinTaskbar(const MessageLoop& loop) : loop_(loop) {}
-  ~WinTaskbar() override;
 
   bool create() override;
   void setProgressValue(int completed, int total) override;
@@ -21,7 +21,7 @@ class WinTaskbar : public Taskbar {
 
  private:
   const MessageLoop& loop_;
-  ITaskbarList3* list_ = nullptr;
+  ComObject<ITaskbarList3> list_;
 };
 
 }  // namespace pavoline

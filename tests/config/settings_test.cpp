@@ -34,7 +34,7 @@ TEST(Settings, GiveTheDefaultsWithoutAFileWithGarbageAndWithTheSample) {
     for (int box = kRepairBoot; box <= kRunPlugin; ++box) {
       EXPECT_EQ(form.check[box].ticked(), box == kRepairBoot || box == kRestart) << box;
     }
-    EXPECT_EQ(form.check[kDoNotFormat].tag(), "0");
+    EXPECT_EQ(form.marks.formatChoice, "0");
     EXPECT_EQ(shop.session.options.searchLevel, 2);
     EXPECT_EQ(shop.session.options.pluginDir, "Plug-in");
     EXPECT_TRUE(shop.session.minimizeGhost);
@@ -74,29 +74,33 @@ TEST(Settings, TickAStepOnlyWithItsPathAndCutLongValues) {
   EXPECT_EQ(shop.session.options.searchLevel, 0);
 }
 
-TEST(Settings, SaveWhatTheUserChangedAndNothingElse) {
+TEST(Settings, SaveWhatTheUserChangedInOneOrderAndNothingElse) {
   Workshop shop;
   LoadWith(shop,
-           "SearchLevel=3\r\nUnattendFile=.\\Bin\\unattend\\unattend.xml\r\n"
-           "NoFormatting=1\r\n");
+           "SearchLevel=3\r\nUnattendFile=.\\Bin\\unattend\\unattend.xml\r\nNoFormatting=1\r\n");
   shop.form.check[kUseAnswerFile].setValue(1);
   shop.form.check[kRestart].setValue(0);
   shop.form.check[kDoNotFormat].setValue(0);  // as for a Ghost image
   shop.form.check[kDoNotFormat].setEnabled(false);
+  shop.form.text[kDriverFolder].setText("D:\\drv");
   shop.form.combo2.setText("\"D:\\a b\\x.exe\" \"%ip%\"");
   shop.session.options.computerName = "SHOP-7";
-  shop.session.options.searchLevel = 1;
+  shop.session.options.pcUser = "user";
+  shop.session.options.workGroup = "hall";
+  shop.session.options.searchLevel = 1;  // an administrator's setting
   EXPECT_TRUE(SaveAsIni(shop.session));
+  const std::string saved =  // a new key goes to the head of its section
+      "[Option]\r\nWorkGroup=hall\r\nPCUser=user\r\nComputerName=SHOP-7\r\n"
+      "PluginFile=\"\"D:\\a b\\x.exe\" \"%ip%\"\"\r\nPlugin=0\r\nAddDriverFile=D:\\drv\r\n"
+      "AddDriver=0\r\nUnattend=1\r\nAutoRestart=0\r\nBootRepair=1\r\nSearchLevel=3\r\n"
+      "UnattendFile=.\\Bin\\unattend\\unattend.xml\r\nNoFormatting=1\r\n";
+  EXPECT_EQ(shop.files.text(kIni), saved);
 
   Workshop again;
-  LoadWith(again, shop.files.text(kIni).substr(10));
-  EXPECT_FALSE(again.form.check[kRestart].ticked());
-  EXPECT_TRUE(again.form.check[kUseAnswerFile].ticked());
-  EXPECT_TRUE(again.form.check[kDoNotFormat].ticked());
-  EXPECT_EQ(again.form.text[kAnswerFile].text(), ".\\Bin\\unattend\\unattend.xml");
+  LoadWith(again, saved.substr(10));
   EXPECT_EQ(again.form.combo2.text(), "\"D:\\a b\\x.exe\" \"%ip%\"");
-  EXPECT_EQ(again.session.options.computerName, "SHOP-7");
-  EXPECT_EQ(again.session.options.searchLevel, 3) << "an administrator's setting";
+  EXPECT_TRUE(SaveAsIni(again.session));
+  EXPECT_EQ(again.files.text(kIni), saved) << "what was saved is loaded";
 }
 
 }  // namespace pavoline

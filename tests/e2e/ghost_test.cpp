@@ -13,10 +13,10 @@ constexpr char kGhostImage[] = "D:\\Images\\small.gho";
 class Ghost : public OnTheBench {
  protected:
   static void prepare(const std::string& build, const std::string& faults) {
-    place("small.gho", kGhostImage);
-    writeSettings("AutoRestart=0");
-    ASSERT_TRUE(bench::runBench("ghost", {build}));
-    bench::setFaults("ghost", faults);
+    Place("small.gho", kGhostImage);
+    WriteSettings("AutoRestart=0");
+    ASSERT_TRUE(bench::RunBench("ghost", {build}));
+    bench::SetFaults("ghost", faults);
   }
 
   static void installs(const std::string& build, const std::string& destination) {
@@ -27,13 +27,13 @@ class Ghost : public OnTheBench {
                 ElementsAre(kArch + "\\Ghost.exe Ver:12.0.0." + build));
     EXPECT_FALSE(person.main.check(kDoNotFormat).enabled());
     person.startsAndConfirms();
-    EXPECT_EQ(person.hears(), text(kTextFinished));
+    EXPECT_EQ(person.hears(), Text(kTextFinished));
     EXPECT_TRUE(person.leftInPeace());
-    EXPECT_TRUE(holdsSystem(2, 'E'));
-    EXPECT_THAT(argumentsOf("ghost"),
+    EXPECT_TRUE(HoldsSystem(2, 'E'));
+    EXPECT_THAT(ArgumentsOf("ghost"),
                 ElementsAre(std::string("-noide -clone,mode=pload,src=\"") + kGhostImage +
                             "\":1,dst=" + destination + " -sure"));
-    EXPECT_THAT(toolsRun(), ElementsAre("ghost", "bcdboot", "bcdboot", "bootsect"));
+    EXPECT_THAT(ToolsRun(), ElementsAre("ghost", "bcdboot", "bcdboot", "bootsect"));
   }
 };
 
@@ -52,9 +52,9 @@ TEST_F(Ghost, DyingHalfWayBesideAStrangersWindow) {
   Person person;
   ASSERT_TRUE(person.opensImage(kGhostImage));
   person.startsAndConfirms();
-  EXPECT_THAT(person.hears(), testing::HasSubstr(text(kTextApplyFailed)));
+  EXPECT_THAT(person.hears(), testing::HasSubstr(Text(kTextApplyFailed)));
   EXPECT_TRUE(person.leftInPeace());
-  EXPECT_THAT(toolsRun(), ElementsAre("ghost"));
+  EXPECT_THAT(ToolsRun(), ElementsAre("ghost"));
   DestroyWindow(window);
 }
 

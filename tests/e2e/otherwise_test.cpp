@@ -24,8 +24,8 @@ class Otherwise : public OnTheBench {
   void SetUp() override {
     OnTheBench::SetUp();
     faultsAsked_ = true;
-    place("small.wim", kImage);
-    writeSettings("AutoRestart=0");
+    Place("small.wim", kImage);
+    WriteSettings("AutoRestart=0");
   }
   void TearDown() override {
     for (const auto& [from, to] : moved_) MoveFileA(to.c_str(), from.c_str());
@@ -36,7 +36,7 @@ class Otherwise : public OnTheBench {
     moved_.emplace_back(path, path + ".away");
     ASSERT_TRUE(MoveFileA(path.c_str(), (path + ".away").c_str())) << path;
   }
-  static std::string record() { return read("C:\\windows\\temp\\Pavoline.log"); }
+  static std::string record() { return Read("C:\\windows\\temp\\Pavoline.log"); }
 
  private:
   std::vector<std::pair<std::string, std::string>> moved_;
@@ -45,14 +45,14 @@ class Otherwise : public OnTheBench {
 TEST_F(Otherwise, ImagingProgramThatEndsAtOnceFailsWithItsReason) {
   Person person;
   ASSERT_TRUE(person.opensImage(kImage));
-  bench::setFaults("wimlib-imagex", "fail 28");
+  bench::SetFaults("wimlib-imagex", "fail 28");
   person.startsAndConfirms();
-  const auto shown = bench::waitForMessage(person.main.program(), 2 * kPatience);
+  const auto shown = bench::WaitForMessage(person.main.program(), 2 * kPatience);
   ASSERT_TRUE(shown);
-  EXPECT_THAT(shown->text, AllOf(HasSubstr(text(kTextApplyFailed)), HasSubstr("asked to fail")));
-  EXPECT_TRUE(bench::answer(*shown, IDOK));
+  EXPECT_THAT(shown->text, AllOf(HasSubstr(Text(kTextApplyFailed)), HasSubstr("asked to fail")));
+  EXPECT_TRUE(bench::Answer(*shown, IDOK));
   EXPECT_TRUE(person.leftInPeace());
-  EXPECT_THAT(toolsRun(), ElementsAre("format", "wimlib-imagex"));
+  EXPECT_THAT(ToolsRun(), ElementsAre("format", "wimlib-imagex"));
   EXPECT_THAT(record(), HasSubstr("exit code 28"));
 }
 
@@ -61,92 +61,92 @@ TEST_F(Otherwise, ImagingProgramMissingIsRefusedBeforeTheFormat) {
   ASSERT_TRUE(person.opensImage(kImage));
   takeAway(kBin + "wimlib-imagex\\" + kArch + "\\wimlib-imagex.exe");
   person.main.command(kStart).click();
-  EXPECT_EQ(person.hears(), text(kTextToolMissing));
-  EXPECT_THAT(toolsRun(), IsEmpty());
+  EXPECT_EQ(person.hears(), Text(kTextToolMissing));
+  EXPECT_THAT(ToolsRun(), IsEmpty());
 }
 
 TEST_F(Otherwise, DismThatFailsIsTold) {
-  write("D:\\Drivers\\a.inf", "[Version]\r\n");
-  writeSettings("AddDriver=1\r\nAddDriverFile=D:\\Drivers");
-  bench::setFaults("dism", "die 0");
+  Write("D:\\Drivers\\a.inf", "[Version]\r\n");
+  WriteSettings("AddDriver=1\r\nAddDriverFile=D:\\Drivers");
+  bench::SetFaults("dism", "die 0");
   Person person("/source:" + std::string(kImage) + " /bootpart:S:" + kSwitches);
   EXPECT_EQ(person.exitCode(), 5);
   EXPECT_THAT(record(), HasSubstr("Drivers: not all"));
 }
 
 TEST_F(Otherwise, BootStoresComeBackWhenNothingReplacesThem) {
-  placeSystem(2, 'E');
-  write("S:\\Boot\\BCD", "the old menu");
-  bench::setFaults("bcdboot", "fail 1");
+  PlaceSystem(2, 'E');
+  Write("S:\\Boot\\BCD", "the old menu");
+  bench::SetFaults("bcdboot", "fail 1");
   Person person;
   person.main.window().systemCommand(2011);
   person.hears();
-  EXPECT_THAT(person.hears(), HasSubstr(more(kMoreBootPutBack)));
-  EXPECT_EQ(read("S:\\Boot\\BCD"), "the old menu");
+  EXPECT_THAT(person.hears(), HasSubstr(More(kMoreBootPutBack)));
+  EXPECT_EQ(Read("S:\\Boot\\BCD"), "the old menu");
 }
 
 TEST_F(Otherwise, AnotherVolumeUnderTheLetterIsNotFormatted) {
-  write("E:\\letter.txt", "stays");
-  ASSERT_TRUE(bench::runBench("second"));
+  Write("E:\\letter.txt", "stays");
+  ASSERT_TRUE(bench::RunBench("second"));
   Person person;
   ASSERT_TRUE(person.opensImage(kImage));
   person.main.command(kStart).click();
-  const auto question = bench::waitForMessage(person.main.program(), kPatience);
+  const auto question = bench::WaitForMessage(person.main.program(), kPatience);
   ASSERT_TRUE(question);
-  ASSERT_TRUE(bench::runBench("letter", {"E", "other"}));
-  EXPECT_TRUE(bench::answer(*question, IDOK));
-  EXPECT_EQ(person.hears(), filled(more(kMoreOtherVolume), "%ip%", "E:"));
+  ASSERT_TRUE(bench::RunBench("letter", {"E", "other"}));
+  EXPECT_TRUE(bench::Answer(*question, IDOK));
+  EXPECT_EQ(person.hears(), Filled(More(kMoreOtherVolume), "%ip%", "E:"));
   EXPECT_TRUE(person.leftInPeace());
-  EXPECT_THAT(toolsRun(), IsEmpty());
+  EXPECT_THAT(ToolsRun(), IsEmpty());
 }
 
 TEST_F(Otherwise, AnEfiPartitionWithoutALetterGetsOneForTheInstallation) {
-  ASSERT_TRUE(bench::runBench("letter", {"S", "none"}));
+  ASSERT_TRUE(bench::RunBench("letter", {"S", "none"}));
   {
     Person person("/source:" + std::string(kImage) + " /bootpart:AUTO" + kSwitches);
     EXPECT_EQ(person.exitCode(), 0);
   }
-  EXPECT_THAT(argumentsOf("bootsect"), ElementsAre("/nt60 V: /mbr"));
-  EXPECT_FALSE(exists("V:\\"));
+  EXPECT_THAT(ArgumentsOf("bootsect"), ElementsAre("/nt60 V: /mbr"));
+  EXPECT_FALSE(Exists("V:\\"));
   Person person;
   ASSERT_TRUE(person.opensImage(kImage));
   person.main.command(kStart).click();
   EXPECT_EQ(person.hears(IDCANCEL),
-            filled(filled(more(kMoreLendLetter), "%ip%", "E:"), "%bp%", "V:"));
+            Filled(Filled(More(kMoreLendLetter), "%ip%", "E:"), "%bp%", "V:"));
   EXPECT_TRUE(person.leftInPeace());
 }
 
 TEST_F(Otherwise, RestartsByWpeutilWhereShutdownIsMissing) {
   CopyFileA((kSystem + "shutdown.exe").c_str(), (kSystem + "wpeutil.exe").c_str(), FALSE);
   takeAway(kSystem + "shutdown.exe");
-  writeSettings("AutoRestart=1");
+  WriteSettings("AutoRestart=1");
   Person person;
   ASSERT_TRUE(person.opensImage(kImage));
   person.startsAndConfirms();
-  EXPECT_THAT(person.hears(IDCANCEL), HasSubstr(more(kMoreRestartsSoon)));
+  EXPECT_THAT(person.hears(IDCANCEL), HasSubstr(More(kMoreRestartsSoon)));
   EXPECT_TRUE(person.leftInPeace());
-  EXPECT_THAT(argumentsOf("wpeutil"), IsEmpty());
+  EXPECT_THAT(ArgumentsOf("wpeutil"), IsEmpty());
   person.startsAndConfirms();
-  ASSERT_TRUE(bench::waitForMessage(person.main.program(), kPatience));  // and left alone
-  EXPECT_TRUE(soon([] { return argumentsOf("wpeutil").size() == 1; }));
+  ASSERT_TRUE(bench::WaitForMessage(person.main.program(), kPatience));  // and left alone
+  EXPECT_TRUE(Soon([] { return ArgumentsOf("wpeutil").size() == 1; }));
   DeleteFileA((kSystem + "wpeutil.exe").c_str());
 }
 
 TEST_F(Otherwise, APlantedProgramIsNotRun) {
-  place("install.iso", "D:\\install.iso");
-  write("D:\\Plug-in\\one\\config.ini", "[Option]\r\nPlug-inName=One\r\nPlug-inExe=a.exe\r\n");
+  Place("install.iso", "D:\\install.iso");
+  Write("D:\\Plug-in\\one\\config.ini", "[Option]\r\nPlug-inName=One\r\nPlug-inExe=a.exe\r\n");
   for (const char* folder : {"D:\\", "D:\\Plug-in\\", "D:\\Plug-in\\one\\"}) {
     for (const char* name : {"imdisk.exe", "cmd.exe", "dism.exe", "shutdown.exe"}) {
-      ASSERT_TRUE(bench::placeCompanion(std::string(folder) + name));
+      ASSERT_TRUE(bench::PlaceCompanion(std::string(folder) + name));
     }
   }
-  ASSERT_TRUE(bench::placeCompanion(std::string(kAppFolder) + "\\shutdown.exe"));
-  writeSettings("AutoRestart=1");
+  ASSERT_TRUE(bench::PlaceCompanion(std::string(kAppFolder) + "\\shutdown.exe"));
+  WriteSettings("AutoRestart=1");
   Person person("/source:D:\\install.iso /wimindex:1 /bootpart:S: /reboot" +
                 std::string(kSwitches));
   EXPECT_EQ(person.exitCode(), 0);
-  EXPECT_TRUE(soon([] { return argumentsOf("imdisk").size() == 2; }));  // mounted, dismounted
-  for (const bench::Call& call : bench::journalCalls()) {
+  EXPECT_TRUE(Soon([] { return ArgumentsOf("imdisk").size() == 2; }));  // mounted, dismounted
+  for (const bench::Call& call : bench::JournalCalls()) {
     EXPECT_THAT(call.tool, Not(HasSubstr(".exe"))) << call.arguments;  // as companions are noted
   }
 }
@@ -155,7 +155,7 @@ TEST_F(Otherwise, CheckSaysWhatIsThereAndWhatIsImpossible) {
   const auto check = [] {
     bench::Process shell("cmd /c check.cmd >C:\\check.txt 2>&1", kAppFolder);
     const std::string code = std::to_string(shell.exitCode(kPatience).value_or(99));
-    return code + read("C:\\check.txt");
+    return code + Read("C:\\check.txt");
   };
   EXPECT_THAT(check(), AllOf(StartsWith("0"), HasSubstr("there    wimlib-imagex, version 1."),
                              HasSubstr("there    dism, version 10.0.19041.844\r\n"),
@@ -163,7 +163,7 @@ TEST_F(Otherwise, CheckSaysWhatIsThereAndWhatIsImpossible) {
                              Not(AnyOf(HasSubstr("FAILS"), HasSubstr("Can't")))));
   takeAway(kSystem + "format.com");
   EXPECT_THAT(check(), AllOf(StartsWith("2"), HasSubstr("MISSING  format")));
-  bench::setFaults("wimlib-imagex", "fail 1");
+  bench::SetFaults("wimlib-imagex", "fail 1");
   EXPECT_THAT(check(), AllOf(StartsWith("1"), HasSubstr("FAILS    wimlib-imagex")));
   takeAway(kBin + "CxDir\\" + kArch);
   EXPECT_THAT(check(), AllOf(StartsWith("1"), HasSubstr("MISSING  CxDir")));

@@ -27,13 +27,13 @@ constexpr char kMsr[] = "E3C9E316-0B5C-4DB8-817D-F92DF00215AE";
 constexpr char kBasic[] = "EBD0A0A2-B9E5-4433-87C0-68B6B72699C7";
 constexpr char kRecovery[] = "DE94BBA4-06D1-4D40-A16A-BFD50179D6AC";
 
-std::string part(const std::string& size, const std::string& type, const std::string& more = "") {
+std::string Part(const std::string& size, const std::string& type, const std::string& more = "") {
   return (size.empty() ? "" : "size=" + size + ", ") + "type=" + type + more + "\n";
 }
 
-std::string manyPartitions() {
+std::string ManyPartitions() {
   std::string script = "label: gpt\ntable-length: 256\n";
-  for (int i = 0; i < 250; ++i) script += part("2M", kBasic);
+  for (int i = 0; i < 250; ++i) script += Part("2M", kBasic);
   return script;
 }
 
@@ -50,8 +50,8 @@ const std::vector<TestDisk> kDisks = {
     {1,
      "20G",
      "GPT Disk",
-     "label: gpt\n" + part("100M", kEfi) + part("16M", kMsr) + part("18G", kBasic) +
-         part("", kRecovery),
+     "label: gpt\n" + Part("100M", kEfi) + Part("16M", kMsr) + Part("18G", kBasic) +
+         Part("", kRecovery),
      {{"disk1-1", "1/1", "-", "FAT32", "ESP"},
       {"disk1-3", "1/3", "K", "NTFS", kLabel},
       // A second letter of the volume before it.
@@ -59,41 +59,41 @@ const std::vector<TestDisk> kDisks = {
     {2,
      "30G",
      "MBR Disk",
-     "label: dos\n" + part("10G", "7", ", bootable") + part("", "f") + part("5G", "7") +
-         part("3G", "b"),
+     "label: dos\n" + Part("10G", "7", ", bootable") + Part("", "f") + Part("5G", "7") +
+         Part("3G", "b"),
      {{"disk2-2", "2/2", "M", "NTFS", "First logical"}}},
     {3, "-", "Empty Reader", "", {}},
     {6, "1G", "Raw Disk", "", {{"esp", "6/0", "N", "-", ""}}},
-    {7, "1G", "Many", manyPartitions(), {{"last", "7/250", "O", "NTFS", "Last"}}},
-    {9, "3T", "Large", "label: gpt\n" + part("", kBasic), {{"other", "9/1", "P", "NTFS", ""}}},
+    {7, "1G", "Many", ManyPartitions(), {{"last", "7/250", "O", "NTFS", "Last"}}},
+    {9, "3T", "Large", "label: gpt\n" + Part("", kBasic), {{"other", "9/1", "P", "NTFS", ""}}},
     // The active partition is of the recovery type; a dynamic partition holds two volumes, of
     // which one goes on in the partition behind it.
     {10,
      "9G",
      "Dynamic",
-     "label: dos\n" + part("1G", "27", ", bootable") + part("4G", "42") + part("", "42"),
+     "label: dos\n" + Part("1G", "27", ", bootable") + Part("4G", "42") + Part("", "42"),
      {{"whole", "10/2+1048576", "Q", "NTFS", "Whole"},
       {"spanned", "10/2+2147483648,10/3+1048576", "R", "NTFS", "Spanned"}}}};
 
-std::string imageOf(const TestDisk& disk) {
-  return benchFolder() + "/disks/" + std::to_string(disk.number) + ".disk";
+std::string ImageOf(const TestDisk& disk) {
+  return BenchFolder() + "/disks/" + std::to_string(disk.number) + ".disk";
 }
 
-bool shell(const std::string& line, const std::vector<std::string>& arguments) {
+bool Shell(const std::string& line, const std::vector<std::string>& arguments) {
   std::vector<std::string> call = {"bash", "-c", line, "shell"};
   call.insert(call.end(), arguments.begin(), arguments.end());
-  return bench::runUnix(call) == 0;
+  return bench::RunUnix(call) == 0;
 }
 
 // The value of a key in a piece of sfdisk's JSON, without quotes.
-std::string value(const std::string& line, const std::string& key) {
+std::string Value(const std::string& line, const std::string& key) {
   const size_t at = line.find("\"" + key + "\":");
   if (at == std::string::npos) return {};
   const size_t begin = line.find_first_not_of(" \"", at + key.size() + 3);
   return line.substr(begin, line.find_first_of(",\"} \n", begin) - begin);
 }
 
-std::string sizeText(unsigned long long sectors) {
+std::string SizeText(unsigned long long sectors) {
   const bool large = sectors >= 1u << 21;
   const unsigned long long hundredths = sectors * 512 * 100 >> (large ? 30 : 20);
   char text[40];
@@ -102,7 +102,7 @@ std::string sizeText(unsigned long long sectors) {
   return text;
 }
 
-std::string kindOf(const std::string& type, bool active, const std::string& node) {
+std::string KindOf(const std::string& type, bool active, const std::string& node) {
   static const std::map<std::string, std::string> kinds = {
       {kEfi, "EFI"}, {kMsr, "MSR"}, {kRecovery, "Recovery"}, {"27", "Recovery"}, {"42", "Dynamic"}};
   const auto kind = kinds.find(type);
@@ -111,17 +111,17 @@ std::string kindOf(const std::string& type, bool active, const std::string& node
   return logical ? "Logical" : "Primary";
 }
 
-void addLines(const TestDisk& disk, std::string& lines) {
-  shell("sfdisk -J \"$1\" >\"$2\" 2>/dev/null",
-        {imageOf(disk), benchFolder() + "/prefix/drive_c/table.json"});
-  std::istringstream json(read("C:\\table.json"));
+void AddLines(const TestDisk& disk, std::string& lines) {
+  Shell("sfdisk -J \"$1\" >\"$2\" 2>/dev/null",
+        {ImageOf(disk), BenchFolder() + "/prefix/drive_c/table.json"});
+  std::istringstream json(Read("C:\\table.json"));
   std::string style;
   int number = 0;
   for (std::string line; std::getline(json, line, '}');) {  // each partition is an object
-    if (!value(line, "label").empty()) style = value(line, "label") == "gpt" ? "GPT" : "MBR";
-    const std::string type = value(line, "type"), node = value(line, "node");
+    if (!Value(line, "label").empty()) style = Value(line, "label") == "gpt" ? "GPT" : "MBR";
+    const std::string type = Value(line, "type"), node = Value(line, "node");
     if (type.empty() || type == "5" || type == "f") continue;
-    const bool active = value(line, "bootable") == "true";
+    const bool active = Value(line, "bootable") == "true";
     const std::string place = std::to_string(disk.number) + "/" + std::to_string(++number);
     std::vector<TestVolume> on;
     for (const TestVolume& volume : disk.volumes) {
@@ -135,25 +135,25 @@ void addLines(const TestDisk& disk, std::string& lines) {
       const std::string letter =
           volume.letters == "-" ? "" : volume.letters.substr(volume.letters.size() - 1) + ":";
       lines += std::to_string(disk.number + 1) + ":" + std::to_string(number) + "\t" + letter +
-               "\t" + sizeText(std::stoull(value(line, "size"))) + "\t" + volume.fileSystem + "\t" +
-               kindOf(type, active, node) + "\t" + disk.model + "\t" +
+               "\t" + SizeText(std::stoull(Value(line, "size"))) + "\t" + volume.fileSystem + "\t" +
+               KindOf(type, active, node) + "\t" + disk.model + "\t" +
                (volume.label == kLabel ? kPrinted : volume.label) + "\t" + style + "\t" +
                (active ? "1" : "0") + "\r\n";
     }
   }
 }
 
-std::string tablesAsRead() {
+std::string TablesAsRead() {
   std::string lines;
-  for (const TestDisk& disk : kDisks) addLines(disk, lines);
+  for (const TestDisk& disk : kDisks) AddLines(disk, lines);
   return lines;
 }
 
-std::string listed() {
-  write("C:\\list.bat", "@\"" + std::string(kAppFolder) + "\\Bin\\CxDir\\" + kArch +
+std::string Listed() {
+  Write("C:\\list.bat", "@\"" + std::string(kAppFolder) + "\\Bin\\CxDir\\" + kArch +
                             "\\CxDir.exe\" -vaskor >C:\\listed 2>C:\\said\r\n");
   std::system("C:\\list.bat");
-  return read("C:\\listed");
+  return Read("C:\\listed");
 }
 
 class Listing : public OnTheBench {};
@@ -162,23 +162,23 @@ TEST_F(Listing, IsWhatThePartitionTablesSay) {
   for (const TestDisk& disk : kDisks) {
     if (disk.size.empty()) continue;
     ASSERT_TRUE(
-        shell("bash \"$1/bench\" disk \"$1\" \"$2\" \"$3\" \"$4\" <<<\"$5\"",
-              {benchFolder(), std::to_string(disk.number), disk.size, disk.model, disk.script}));
+        Shell("bash \"$1/bench\" disk \"$1\" \"$2\" \"$3\" \"$4\" <<<\"$5\"",
+              {BenchFolder(), std::to_string(disk.number), disk.size, disk.model, disk.script}));
     for (const TestVolume& volume : disk.volumes) {
-      ASSERT_TRUE(bench::runBench(
+      ASSERT_TRUE(bench::RunBench(
           "volume", {volume.name, volume.place, volume.letters, volume.fileSystem, volume.label}));
     }
   }
   // One more letter, which passes for one of the network and is not asked.
-  ASSERT_TRUE(bench::defineDrive(L'J', "network", benchFolder() + "/volumes/last"));
-  ASSERT_TRUE(bench::runBench("volume", {"last", "7/250", "OJ", "NTFS", "Last"}));
+  ASSERT_TRUE(bench::DefineDrive(L'J', "network", BenchFolder() + "/volumes/last"));
+  ASSERT_TRUE(bench::RunBench("volume", {"last", "7/250", "OJ", "NTFS", "Last"}));
 
-  EXPECT_EQ(listed(), tablesAsRead());
-  EXPECT_EQ(read("C:\\said"), "CxDir: \\\\.\\PhysicalDrive3 cannot be read (error 21)\r\n");
+  EXPECT_EQ(Listed(), TablesAsRead());
+  EXPECT_EQ(Read("C:\\said"), "CxDir: \\\\.\\PhysicalDrive3 cannot be read (error 21)\r\n");
 
-  ASSERT_TRUE(shell("sfdisk -q --delete \"$1\" 4 && sfdisk -q -a \"$1\" <<<\"$2\"",
-                    {imageOf(kDisks[1]), part("100M", kMsr)}));
-  EXPECT_EQ(listed(), tablesAsRead());
+  ASSERT_TRUE(Shell("sfdisk -q --delete \"$1\" 4 && sfdisk -q -a \"$1\" <<<\"$2\"",
+                    {ImageOf(kDisks[1]), Part("100M", kMsr)}));
+  EXPECT_EQ(Listed(), TablesAsRead());
 }
 
 }  // namespace

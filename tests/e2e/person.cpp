@@ -11,12 +11,12 @@ using namespace pavoline;
 
 namespace {
 
-std::string withoutMarks(std::string text) {
+std::string WithoutMarks(std::string text) {
   std::erase(text, '&');
   return text;
 }
 
-std::string inOneLine(const std::string& text) {
+std::string InOneLine(const std::string& text) {
   std::string line;
   for (const char c : text) {
     if (c != '\r' && c != '\n')
@@ -37,7 +37,7 @@ Person::Person(const std::string& switches)
   }
   // An unattended run may have come to its end before it was seen.
   const bool began =
-      soon([&] { return !main.text(kInstallPartition).text().empty() || !process_.running(); });
+      Soon([&] { return !main.text(kInstallPartition).text().empty() || !process_.running(); });
   if (!began) throw std::runtime_error("the program lists no partitions");
 }
 
@@ -45,14 +45,14 @@ Person::~Person() { process_.end(); }
 
 bool Person::idle() const {
   const Window start = main.command(kStart);
-  return start.enabled() && withoutMarks(start.text()) == withoutMarks(text(kTextStart));
+  return start.enabled() && WithoutMarks(start.text()) == WithoutMarks(Text(kTextStart));
 }
 
-bool Person::busy() const { return main.command(kStart).text() == text(kTextBusy); }
+bool Person::busy() const { return main.command(kStart).text() == Text(kTextBusy); }
 
 bool Person::leftInPeace() const {
-  if (!soon([&] { return idle(); })) return false;
-  return !bench::waitForMessage(main.program(), 500);
+  if (!Soon([&] { return idle(); })) return false;
+  return !bench::WaitForMessage(main.program(), 500);
 }
 
 bool Person::gone(int milliseconds) const { return process_.exitCode(milliseconds).has_value(); }
@@ -64,7 +64,7 @@ int Person::exitCode(int milliseconds) const {
 
 bool Person::opensImage(const std::string& path) const {
   main.source().enterText(path);
-  return soon([&] { return main.source().enabled() && !main.editions().items().empty(); });
+  return Soon([&] { return main.source().enabled() && !main.editions().items().empty(); });
 }
 
 void Person::entersPartitions(const std::string& install, const std::string& boot) const {
@@ -74,31 +74,31 @@ void Person::entersPartitions(const std::string& install, const std::string& boo
 
 void Person::startsAndConfirms() const {
   main.command(kStart).click();
-  EXPECT_THAT(hears(IDOK), testing::HasSubstr(text(kTextConfirmTail)));
+  EXPECT_THAT(hears(IDOK), testing::HasSubstr(Text(kTextConfirmTail)));
 }
 
 bool Person::seesProgress(int percent) const {
-  return soon([&] { return main.progressBar().progress() >= percent; });
+  return Soon([&] { return main.progressBar().progress() >= percent; });
 }
 
 std::string Person::hears(int button) const {
-  const auto message = bench::waitForMessage(main.program(), kPatience);
+  const auto message = bench::WaitForMessage(main.program(), kPatience);
   if (!message) return "(silence)";
-  EXPECT_TRUE(bench::answer(*message, button));
-  return inOneLine(message->text);
+  EXPECT_TRUE(bench::Answer(*message, button));
+  return InOneLine(message->text);
 }
 
 Window Person::sees(const std::string& form) const {
   Window window;
-  EXPECT_TRUE(soon([&] {
-    window = bench::findWindow(main.program(), "Pavoline." + form, "");
+  EXPECT_TRUE(Soon([&] {
+    window = bench::TopWindow(main.program(), "Pavoline." + form, "");
     return window && window.enabled();
   })) << form;
   return window;
 }
 
 void Person::presses(const Window& window, const std::string& button) const {
-  EXPECT_TRUE(soon([&] { return window.childWithText(button).enabled(); })) << button;
+  EXPECT_TRUE(Soon([&] { return window.childWithText(button).enabled(); })) << button;
   window.childWithText(button).click();
 }
 

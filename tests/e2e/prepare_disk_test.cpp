@@ -26,13 +26,13 @@ class PrepareDisk : public OnTheBench {
               const std::vector<std::string>& arguments = {}) const {
     std::vector<std::string> call = {
         "bash", "-c",          "image=$1/disks/$2.disk; { " + command + "; } >/dev/null 2>&1",
-        "bash", benchFolder(), std::to_string(number)};
+        "bash", BenchFolder(), std::to_string(number)};
     call.insert(call.end(), arguments.begin(), arguments.end());
-    return bench::runUnix(call);
+    return bench::RunUnix(call);
   }
   std::string tableOf(int number) const {
     onImage(number, "sfdisk -d \"$image\" >\"$1/prefix/drive_c/table\"");
-    return read("C:\\table");
+    return Read("C:\\table");
   }
   Window opens(const Person& person) const {
     person.main.window().systemCommand(kMenuPrepareDisk);
@@ -59,17 +59,17 @@ TEST_F(PrepareDisk, EmptyOnesBecomeThePartitionsOfAnInstallation) {
     const Window window = opens(person);
     EXPECT_EQ(offered(window).front(), std::to_string(number));
     window.childWithText(style).click();
-    person.presses(window, more(kMorePrepare).substr(1));
+    person.presses(window, More(kMorePrepare).substr(1));
     EXPECT_THAT(person.hears(), HasSubstr("(" + model + ", 5.00GB)"));
     const std::string done = person.hears();
     const std::string boot = person.main.text(kBootPartition).text();
     const std::string install = person.main.text(kInstallPartition).text();
     EXPECT_THAT(done, HasSubstr("Boot partition: " + boot + ", install partition: " + install));
-    EXPECT_TRUE(exists(boot + "\\") && exists(install + "\\")) << done;
+    EXPECT_TRUE(Exists(boot + "\\") && Exists(install + "\\")) << done;
     for (const char* part : parts) EXPECT_THAT(tableOf(number), HasSubstr(part));
     EXPECT_TRUE(person.leftInPeace());
   }
-  EXPECT_EQ(argumentsOf("diskpart").size(), 2u);
+  EXPECT_EQ(ArgumentsOf("diskpart").size(), 2u);
 }
 
 TEST_F(PrepareDisk, WhatHoldsAnythingIsNotOfferedAndNeverTouched) {
@@ -84,15 +84,15 @@ TEST_F(PrepareDisk, WhatHoldsAnythingIsNotOfferedAndNeverTouched) {
   Person person;
   const Window window = opens(person);
   EXPECT_THAT(offered(window), ElementsAre("1"));
-  person.presses(window, more(kMorePrepare).substr(1));
-  const auto question = bench::waitForMessage(person.main.program(), kPatience);
+  person.presses(window, More(kMorePrepare).substr(1));
+  const auto question = bench::WaitForMessage(person.main.program(), kPatience);
   ASSERT_TRUE(question);
   ASSERT_EQ(0, onImage(1, "sfdisk -q $image <<<size=2G && cp --sparse=always $image $image.kept"));
-  EXPECT_TRUE(bench::answer(*question, IDOK));
+  EXPECT_TRUE(bench::Answer(*question, IDOK));
   EXPECT_THAT(person.hears(), HasSubstr("(Becomes used) is no longer empty"));
   EXPECT_EQ(0, onImage(1, "cmp $image $image.kept && rm $image.kept")) << "not a byte has changed";
   EXPECT_TRUE(person.leftInPeace());
-  EXPECT_TRUE(argumentsOf("diskpart").empty());
+  EXPECT_TRUE(ArgumentsOf("diskpart").empty());
 }
 
 }  // namespace

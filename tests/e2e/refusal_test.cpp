@@ -16,25 +16,25 @@ class Refusing : public OnTheBench {
  protected:
   void SetUp() override {
     OnTheBench::SetUp();
-    write("E:\\letter.txt", "stays");
+    Write("E:\\letter.txt", "stays");
   }
   void TearDown() override {
-    EXPECT_THAT(toolsRun(), IsEmpty());
-    EXPECT_EQ(read("E:\\letter.txt"), "stays");
+    EXPECT_THAT(ToolsRun(), IsEmpty());
+    EXPECT_EQ(Read("E:\\letter.txt"), "stays");
     OnTheBench::TearDown();
   }
 };
 
 TEST_F(Refusing, EachStartThatCannotSucceed) {
-  place("small.wim", kImage);
+  Place("small.wim", kImage);
   Person person;
   const struct {
     std::string source, install, boot, message;
   } cases[] = {
-      {"", "c:", "S:", text(kTextRunningSystem)},
-      {"", "E:", "S:", " " + text(kTextSourceMissing)},
-      {kImage, "D:", "S:", text(kTextSourceOnTarget, "%ip%", "D:")},
-      {kImage, "E:", "C:", filled(more(kMoreBootIsSystem), "%bp%", "C:")},
+      {"", "c:", "S:", Text(kTextRunningSystem)},
+      {"", "E:", "S:", " " + Text(kTextSourceMissing)},
+      {kImage, "D:", "S:", Text(kTextSourceOnTarget, "%ip%", "D:")},
+      {kImage, "E:", "C:", Filled(More(kMoreBootIsSystem), "%bp%", "C:")},
   };
   for (const auto& each : cases) {
     SCOPED_TRACE(each.source + " to " + each.install + " with " + each.boot);
@@ -49,45 +49,45 @@ TEST_F(Refusing, EachStartThatCannotSucceed) {
   }
   person.entersPartitions("E:", "S:\\");
   person.main.command(kStart).click();
-  const auto question = bench::waitForMessage(person.main.program(), kPatience);
+  const auto question = bench::WaitForMessage(person.main.program(), kPatience);
   ASSERT_TRUE(question);
-  person.presses(question->window, more(kMoreDetailsButton));
+  person.presses(question->window, More(kMoreDetailsButton));
   bench::Window plan = person.sees("PlanText");
   ASSERT_TRUE(plan);
   EXPECT_THAT(plan.childOfClass("Edit").text(), HasSubstr("\\format.com E: /FS:NTFS"));
   EXPECT_FALSE(question->window.enabled());
   plan.key(VK_RETURN);
-  EXPECT_TRUE(soon([&] { return !plan && question->window.enabled(); }));
-  EXPECT_EQ(person.hears(IDCANCEL).find(text(kTextConfirmFormat, "%ip_id%", "E: ")), 0u);
+  EXPECT_TRUE(Soon([&] { return !plan && question->window.enabled(); }));
+  EXPECT_EQ(person.hears(IDCANCEL).find(Text(kTextConfirmFormat, "%ip_id%", "E: ")), 0u);
   EXPECT_TRUE(person.leftInPeace());
 }
 
 TEST_F(Refusing, ADryRunTellsTheLinesOnItsOutput) {
-  place("small.wim", kImage);
-  write("C:\\dry.bat", "@\"" + std::string(kAppFolder) + "\\Pavoline.exe\" /lng:1033 /source:" +
+  Place("small.wim", kImage);
+  Write("C:\\dry.bat", "@\"" + std::string(kAppFolder) + "\\Pavoline.exe\" /lng:1033 /source:" +
                            kImage + " /wimindex:2 /instpart:E: /bootpart:S: /formatinstpart" +
                            " /reboot /install /slient /dryrun >C:\\told\r\n@exit %errorlevel%\r\n");
   EXPECT_EQ(std::system("C:\\dry.bat"), 0);
-  EXPECT_THAT(read("C:\\told"),
-              AllOf(StartsWith(more(kMoreDryRun) + "\r\n"),
+  EXPECT_THAT(Read("C:\\told"),
+              AllOf(StartsWith(More(kMoreDryRun) + "\r\n"),
                     HasSubstr("\\wimlib-imagex.exe apply \"d:\\Images\\small.wim\" 2 E:\\  >"),
                     HasSubstr("\r\n    shutdown.exe -r -f -t 5\r\n"), EndsWith("exit code 0\r\n")));
-  EXPECT_THAT(toolsRun(), testing::IsEmpty());
+  EXPECT_THAT(ToolsRun(), testing::IsEmpty());
 }
 
 TEST_F(Refusing, UnattendedRunsEndThemselves) {
-  place("small.wim", kImage);
+  Place("small.wim", kImage);
   const std::string image = kImage;
   const struct {
     std::string switches, message;
     int code;
   } cases[] = {
-      {"/source:D:\\letter.wim /instpart:E: /bootpart:S:", text(kTextNoEdition), 1},
+      {"/source:D:\\letter.wim /instpart:E: /bootpart:S:", Text(kTextNoEdition), 1},
       // A partition that is not there is no other one.
       {"/source:" + image + " /instpart:Q: /bootpart:S:",
-       filled(filled(more(kMoreOtherPartitions), "%ip%", "E:"), "%bp%", "S:"), 2},
+       Filled(Filled(More(kMoreOtherPartitions), "%ip%", "E:"), "%bp%", "S:"), 2},
   };
-  write("D:\\letter.wim", "no image");
+  Write("D:\\letter.wim", "no image");
   faultsAsked_ = true;  // which the imaging program refuses as well
   for (const auto& each : cases) {
     SCOPED_TRACE(each.switches);
@@ -95,7 +95,7 @@ TEST_F(Refusing, UnattendedRunsEndThemselves) {
     if (each.code == 1) {
       EXPECT_THAT(person.hears(), EndsWith(each.message));
     } else {  // left alone, the message counts down and goes by itself
-      const auto shown = bench::waitForMessage(person.main.program(), kPatience);
+      const auto shown = bench::WaitForMessage(person.main.program(), kPatience);
       ASSERT_TRUE(shown);
       EXPECT_EQ(shown->text, each.message);
     }

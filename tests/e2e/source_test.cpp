@@ -14,7 +14,7 @@ using namespace pavoline;
 class Sources : public OnTheBench {
  protected:
   static bool serves(const Person& person, const std::string& path) {
-    return soon([&] {
+    return Soon([&] {
       return person.main.source().text() == path && person.main.source().enabled() &&
              person.main.editions().items().size() == 2;
     });
@@ -23,7 +23,7 @@ class Sources : public OnTheBench {
   // What the mount program and the reader of images were asked, in order.
   static std::vector<std::string> story() {
     std::vector<std::string> lines;
-    for (const bench::Call& call : bench::journalCalls()) {
+    for (const bench::Call& call : bench::JournalCalls()) {
       if (call.tool == "imdisk" || call.tool == "wimlib-imagex") lines.push_back(call.arguments);
     }
     return lines;
@@ -31,9 +31,9 @@ class Sources : public OnTheBench {
 };
 
 TEST_F(Sources, DroppedImageThenOneIsoAfterTheOther) {
-  place("small.wim", kImage);
-  place("install.iso", "D:\\first.iso");
-  place("install.iso", "D:\\second.iso");
+  Place("small.wim", kImage);
+  Place("install.iso", "D:\\first.iso");
+  Place("install.iso", "D:\\second.iso");
   {
     Person person;
     person.main.window().dropFiles({kImage, "D:\\first.iso"});
@@ -42,11 +42,11 @@ TEST_F(Sources, DroppedImageThenOneIsoAfterTheOther) {
     EXPECT_TRUE(serves(person, "F:\\sources\\install.wim"));
     person.main.source().enterText("D:\\second.iso");
     EXPECT_TRUE(serves(person, "G:\\sources\\install.wim"));
-    EXPECT_TRUE(soon([&] { return story().size() == 6; }));
+    EXPECT_TRUE(Soon([&] { return story().size() == 6; }));
     person.main.window().close();
     EXPECT_TRUE(person.gone(kPatience));
   }
-  EXPECT_TRUE(soon([&] { return story().size() == 7; }));
+  EXPECT_TRUE(Soon([&] { return story().size() == 7; }));
   EXPECT_THAT(
       story(),
       ElementsAre("info --xml \"D:\\Images\\small.wim\"", "-a -m #: -f \"D:\\first.iso\"",
@@ -55,20 +55,20 @@ TEST_F(Sources, DroppedImageThenOneIsoAfterTheOther) {
 }
 
 TEST_F(Sources, SearchFillsTheListAndOffersAPick) {
-  place("large.wim", "D:\\here.wim");
-  place("large.wim", "D:\\zoo\\far.wim");
-  ASSERT_EQ(bench::runUnix({"bash", "-c", "cd \"$1/volumes/d\" && mkdir -p many/{1..3000}", "mkdir",
-                            benchFolder()}),
+  Place("large.wim", "D:\\here.wim");
+  Place("large.wim", "D:\\zoo\\far.wim");
+  ASSERT_EQ(bench::RunUnix({"bash", "-c", "cd \"$1/volumes/d\" && mkdir -p many/{1..3000}", "mkdir",
+                            BenchFolder()}),
             0);
-  writeSettings("SearchType=1\r\nSearchLevel=2");
+  WriteSettings("SearchType=1\r\nSearchLevel=2");
   Person person;
   // The list is filled at the start, without a window.
-  ASSERT_TRUE(soon([&] {
+  ASSERT_TRUE(Soon([&] {
     return person.main.source().items().size() == 2 &&
-           person.main.search().text() == text(kTextSearch);
+           person.main.search().text() == Text(kTextSearch);
   }));
   ASSERT_TRUE(
-      soon([&] { return person.main.search().text() == text(kTextSearch) && person.idle(); }));
+      Soon([&] { return person.main.search().text() == Text(kTextSearch) && person.idle(); }));
   person.main.window().key(VK_F3);
   Window list = person.sees("ImageList");
   const auto rows = list.childOfClass("SysListView32").rows();

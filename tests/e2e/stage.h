@@ -14,16 +14,16 @@
 // The bench as a test finds it, and what a test may look at behind the program's back.
 namespace e2e {
 
-using bench::exists;
-using bench::filled;
-using bench::holdsSystem;
+using bench::Exists;
+using bench::Filled;
+using bench::HoldsSystem;
 using bench::kAppFolder;
-using bench::makeFolder;
-using bench::more;
-using bench::read;
-using bench::setting;
-using bench::text;
-using bench::writeSettings;
+using bench::MakeFolder;
+using bench::More;
+using bench::Read;
+using bench::Setting;
+using bench::Text;
+using bench::WriteSettings;
 
 inline const std::string kArch = sizeof(void*) == 8 ? "x64" : "x86";  // the tools' folders
 inline constexpr char kImage[] = "D:\\Images\\small.wim";
@@ -41,21 +41,21 @@ class OnTheBench : public testing::Test {
 };
 
 // Files of bench/driver/drive_files.h; the test ends when one cannot be made.
-void place(const std::string& prop, const std::string& path);
-void write(const std::string& path, const std::string& bytes);
+void Place(const std::string& prop, const std::string& path);
+void Write(const std::string& path, const std::string& bytes);
 // The second edition, or the first, as files on a drive.
-void placeSystem(int edition, char drive);
+void PlaceSystem(int edition, char drive);
 
-std::string benchFolder();  // as a Unix path
+std::string BenchFolder();  // as a Unix path
 
 // A text of the shipped language file; `value` stands for the placeholder.
-std::string text(int number, const std::string& placeholder, const std::string& value);
+std::string Text(int number, const std::string& placeholder, const std::string& value);
 
 // Names of the tools run so far, the lister of partitions and the reader of images left out, and
 // "tool arguments" of one of them.
-std::vector<std::string> toolsRun();
-std::vector<std::string> argumentsOf(const std::string& tool);
+std::vector<std::string> ToolsRun();
+std::vector<std::string> ArgumentsOf(const std::string& tool);
 
-bool soon(const std::function<bool()>& condition, int milliseconds = kPatience);
+bool Soon(const std::function<bool()>& condition, int milliseconds = kPatience);
 
 }  // namespace e2e

@@ -28,7 +28,7 @@ struct Changing {
   std::vector<int> texts;
 };
 
-std::string cutChangingTexts(const Texts& texts) {
+std::string CutChangingTexts(const Texts& texts) {
   const bench::MainWindow main(kProgram);
   const Changing all[] = {
       {main.status(),
@@ -42,7 +42,7 @@ std::string cutChangingTexts(const Texts& texts) {
   std::string faults;
   for (const Changing& changing : all) {
     for (const int text : changing.texts) {
-      faults += bench::cutText(changing.control, texts.strings[static_cast<size_t>(text)]);
+      faults += bench::CutText(changing.control, texts.strings[static_cast<size_t>(text)]);
     }
   }
   // The longest line that an installation of hours could have.
@@ -51,11 +51,11 @@ std::string cutChangingTexts(const Texts& texts) {
                         PhaseNow{Phase::kExtract, 0},
                         kHours,
                         kHours};
-  return faults + bench::cutText(main.stop(), texts.more[kMoreStopButton]) +
-         bench::cutText(main.overall(), OverallLine(texts, longest));
+  return faults + bench::CutText(main.stop(), texts.more[kMoreStopButton]) +
+         bench::CutText(main.overall(), OverallLine(texts, longest));
 }
 
-std::string leavesScreen(const bench::Window& window) {
+std::string LeavesScreen(const bench::Window& window) {
   RECT room{};
   SystemParametersInfoW(SPI_GETWORKAREA, 0, &room, 0);
   const RECT area = window.rectangle();
@@ -65,17 +65,17 @@ std::string leavesScreen(const bench::Window& window) {
 }
 
 // Walks through the windows from a thread of its own, while the program runs in the first.
-int measureAll(const Texts& texts) {
+int MeasureAll(const Texts& texts) {
   int windows = 0;
   std::string faults;
   const bench::Visit visit = [&](const std::string& name, const bench::Window& window) {
     ++windows;
-    std::string found = bench::cutTexts(window) + leavesScreen(window);
-    if (name == "main") found += cutChangingTexts(texts);
+    std::string found = bench::CutTexts(window) + LeavesScreen(window);
+    if (name == "main") found += CutChangingTexts(texts);
     if (!found.empty()) faults += name + ": " + found;
   };
   const bool shown =
-      bench::tourMainWindow(kProgram, visit) && bench::tourSmallWindows(kProgram, visit);
+      bench::TourMainWindow(kProgram, visit) && bench::TourSmallWindows(kProgram, visit);
   printf("%s%d windows measured\n", faults.c_str(), windows);
   return !shown ? 2 : faults.empty() ? 0 : 1;
 }
@@ -91,7 +91,7 @@ int main() {
   window.show();
   int result = 2;
   std::thread tour([&] {
-    result = measureAll(program.session().texts);
+    result = MeasureAll(program.session().texts);
     fflush(stdout);
     ExitProcess(static_cast<UINT>(result));
   });

@@ -41,11 +41,11 @@ TEST(RestartMachine, TakesTheToolThatIsThereAndCanBeCalledOff) {
   const std::string go = "shutdown.exe -r -f -t 5", stop = "shutdown.exe -a";
   const std::string wpe = "C:\\Windows\\System32\\wpeutil.exe", reboot = wpe + " reboot";
   const std::string asked = "S40\nS42|S8|49", counted = "S40\nM22|S8|49";
-  constexpr int kNobody = 0;
+  constexpr std::nullopt_t kNobody = std::nullopt;
   struct Case {
     const char* tool;
     bool silent;
-    int answer;
+    std::optional<Answer> answer;
     Commands ran, heard;
   };
   for (const Case& c :
@@ -68,7 +68,7 @@ TEST(RestartMachine, TakesTheToolThatIsThereAndCanBeCalledOff) {
     w.session.commandLine.silent = c.silent;
     w.session.commandLine.install = c.answer == kNobody;
     w.dialogs.nobodyThere = c.answer == kNobody;
-    if (c.answer != kNobody) w.dialogs.answers = {c.answer, c.answer};
+    if (c.answer != kNobody) w.dialogs.answers = {*c.answer, *c.answer};
     w.processes.onStart("-r -f", [&](ToolRun& run) { run.endsAt(3000), run.exits(fails); });
     const long began = w.time.now();
     RestartMachine(w.session, "S40");

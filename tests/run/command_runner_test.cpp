@@ -76,12 +76,11 @@ TEST_F(CommandRunner, WhatABatchFileCannotHoldGoesToTheInterpreterItself) {
 }
 
 TEST_F(CommandRunner, ABareNameIsAProgramOfTheSystemAsTheToolsSeeIt) {
-  for (const auto& [version, off] : {std::pair{5.1f, false}, {5.2f, true}, {10.0f, true}}) {
+  for (const auto& [version, own] : {std::pair{5.1f, false}, {5.2f, true}, {10.0f, true}}) {
     session.osVersion = version;
     ShellNoWait(session, "shutdown.exe -a", ShowMode::kHidden);
     EXPECT_EQ(processes.started.back().program, "C:\\Windows\\System32\\shutdown.exe");
-    EXPECT_EQ(processes.started.back().redirectionOff, off) << version;
-    EXPECT_EQ(processes.redirectionOffDepth, 0) << version;
+    EXPECT_EQ(processes.started.back().fromOwnSystem32, own) << version;
   }
   files.put("X:\\Pavoline\\other.exe");  // the current folder's
   EXPECT_FALSE(ShellNoWait(session, "other.exe", ShowMode::kHidden));

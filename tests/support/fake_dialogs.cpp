@@ -7,9 +7,9 @@
 #include "support/layout_check.h"
 
 namespace pavoline::testing {
-int FakeDialogs::message(const std::string& text, int flags, const std::string& title,
-                         const MessageLimit& limit, const MessageButton& further) {
-  const Shown shown{text, flags, title, limit, further};
+Answer FakeDialogs::message(const std::string& text, MessageKind kind, const std::string& title,
+                            const MessageLimit& limit, const MessageButton& further) {
+  const Shown shown{text, kind, title, limit, further};
   messages.push_back(shown);
   if (onMessage) onMessage(shown);
   const long limitMs = limit.seconds * 1000L;

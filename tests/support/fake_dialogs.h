@@ -19,13 +19,13 @@ struct FakeDialogs : Dialogs {
 
   struct Shown {
     std::string text;
-    int flags = 0;
+    MessageKind kind = kErrorMessage;
     std::string title;
     MessageLimit limit;
     MessageButton further;
   };
   std::vector<Shown> messages;
-  std::deque<int> answers;                      // to the next messages, whatever they say
+  std::deque<Answer> answers;                   // to the next messages, whatever they say
   std::function<void(const Shown&)> onMessage;  // while the message is open
   long messageMs = 0;                           // how long each stays open; timers go on
   // Messages end by their limit; one without a limit is a fault.
@@ -42,8 +42,8 @@ struct FakeDialogs : Dialogs {
   bool opensDocuments = true;   // the system has a program for them
   std::deque<int> menuChoices;  // the next entries chosen; none is 0
 
-  int message(const std::string& text, int flags, const std::string& title,
-              const MessageLimit& limit, const MessageButton& further) override;
+  Answer message(const std::string& text, MessageKind kind, const std::string& title,
+                 const MessageLimit& limit, const MessageButton& further) override;
   std::string openFile(const FileRequest& request) override {
     openRequests.push_back(request);
     return next(files, {});

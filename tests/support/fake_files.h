@@ -81,7 +81,7 @@ struct FakeFiles : Files {
     currentFolder = absolute(path);
     return true;
   }
-  bool deleteTree(const std::string& path, unsigned) override { return exists(path) && drop(path); }
+  bool deleteTreeQuietly(const std::string& path) override { return exists(path) && drop(path); }
 
  private:
   struct Node {

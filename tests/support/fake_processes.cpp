@@ -137,7 +137,7 @@ std::unique_ptr<StartedProgram> FakeProcesses::start(const StartRequest& request
   const std::string& command = request.commandLine;
   const std::string batch = BatchOf(command), script = files_.text(batch);
   started.push_back(
-      {command, request.mode, script, redirectionOffDepth > 0, time_.now(), request.program});
+      {command, request.mode, script, request.fromOwnSystem32, time_.now(), request.program});
   if (failNextStarts > 0 && failNextStarts-- > 0) return nullptr;
   const bool given = !request.program.empty();
   if (given ? !files_.exists(request.program) : programMissing(command)) return nullptr;
@@ -228,11 +228,6 @@ void FakeProcesses::countWaitAfterUnload() {
   if (++waitsAfterUnload_ > 1000) {
     throw std::runtime_error("The main window has gone and a wait still goes on");
   }
-}
-
-void FakeProcesses::revertRedirection(std::uintptr_t oldValue) {
-  if (oldValue != 7) throw std::runtime_error("A redirection is reverted that was not disabled");
-  --redirectionOffDepth;
 }
 
 }  // namespace pavoline::testing

@@ -51,7 +51,7 @@ struct FakeProcesses : Processes {
     std::string command;
     ShowMode mode;
     std::string script;  // content of a started batch file
-    bool redirectionOff;
+    bool fromOwnSystem32;
     long at;
     std::string program;
   };
@@ -61,8 +61,7 @@ struct FakeProcesses : Processes {
   int failNextStarts = 0;
   bool noList = false;           // the system gives no process list
   std::function<void()> onList;  // before it is made
-  int redirectionOffDepth = 0;
-  long eventsMs = 1;  // simulated time that handling the pending events takes
+  long eventsMs = 1;             // simulated time that handling the pending events takes
 
   using Behaviour = std::function<void(ToolRun&)>;
   // For commands that contain this text, case ignored. Of several the one given last counts.
@@ -75,8 +74,6 @@ struct FakeProcesses : Processes {
   bool ranLike(const std::string& partOfCommand) const;  // case ignored
 
   std::unique_ptr<StartedProgram> start(const StartRequest& request) override;
-  std::uintptr_t disableRedirection() override { return ++redirectionOffDepth, 7; }
-  void revertRedirection(std::uintptr_t oldValue) override;
   std::vector<RunningProcess> list() override;
   void terminate(std::uint32_t id) override;
   void handleEvents() override { time_.advance(time_.mainUnloaded() ? 0 : eventsMs); }

@@ -107,9 +107,10 @@ bool Workshop::said(const std::string& partOfMessage) const {
 }
 
 std::vector<std::string> Workshop::heard() const {
+  static constexpr int kFlags[] = {16, 17, 48, 49, 64, 305};  // by kind, as the system has them
   std::vector<std::string> result;
   for (const auto& shown : dialogs.messages) {
-    result.push_back(shown.text + "|" + shown.title + "|" + std::to_string(shown.flags));
+    result.push_back(shown.text + "|" + shown.title + "|" + std::to_string(kFlags[shown.kind]));
   }
   return result;
 }

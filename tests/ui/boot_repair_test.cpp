@@ -22,7 +22,7 @@ struct RepairWorkshop : Workshop {
     }
     files.put(kBcdboot);
     form.text[kBootPartition].setText("S:");
-    form.setTag("2");
+    form.marks.startupStage = 2;
     BuildSystemMenu(session);
   }
 
@@ -56,8 +56,10 @@ TEST(BootRepair, AsksThenReportsWhichStoresAreThere) {
 TEST(BootRepair, TouchesNothingWhenItMustNotRun) {
   using Arrange = std::function<void(RepairWorkshop&)>;
   const std::tuple<const char*, Arrange, std::vector<std::string>> cases[] = {
-      {"cancelled", [](auto& w) { w.dialogs.answers = {2}; }, {"S68 S:\n\nS18|S8|49"}},
-      {"list not read yet", [](auto& w) { w.form.setTag("0"); }, {"S45|Initializing...|64"}},
+      {"cancelled", [](auto& w) { w.dialogs.answers = {kAnswerCancel}; }, {"S68 S:\n\nS18|S8|49"}},
+      {"list not read yet",
+       [](auto& w) { w.form.marks.startupStage = 0; },
+       {"S45|Initializing...|64"}},
       {"boot partition gone", [](auto& w) { w.drives.remove("S:"); }, {"S15 S:|S12|16"}},
       {"no Windows",
        [](auto& w) { w.files.drop("D:\\Windows"), w.files.drop("E:\\Windows"); },

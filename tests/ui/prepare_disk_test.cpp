@@ -30,7 +30,7 @@ struct DiskShop : Workshop {
   DiskShop() {
     files.put("X:\\Pavoline\\Bin\\CxDir\\x64\\CxDir.exe");
     files.put("C:\\Windows\\system32\\diskpart.exe");
-    form.setTag("2");
+    form.marks.startupStage = 2;
     form.onQueryUnload = [this] { return QueryUnload(session); };
     form.onUnload = [this] { Unload(session); };
     processes.onStart("CxDir.exe -vaskor", [this](ToolRun& run) { run.print(5, partitions); });

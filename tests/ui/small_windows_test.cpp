@@ -22,11 +22,10 @@ struct ChooserWorkshop : Workshop {
     form.text[kInstallPartition].setText("E:");
   }
   // Opens the chooser, lets the person act in it and returns the letter that the field has then.
-  std::string choose(PartitionPurpose purpose, std::function<void(Form&, ListView&)> act) {
+  std::string choose(PartitionListKind kind, std::function<void(Form&, ListView&)> act) {
     dialogs.modals.push_back([act](Form& window) { act(window, Nth<ListView>(window)); });
-    ShowPartitionChooser(session, purpose);
-    return form.text[purpose == PartitionPurpose::kBoot ? kBootPartition : kInstallPartition]
-        .text();
+    ShowPartitionChooser(session, kind);
+    return form.text[kind == PartitionListKind::kBoot ? kBootPartition : kInstallPartition].text();
   }
 
   std::string listing =
@@ -50,10 +49,10 @@ TEST(PartitionChooser, ListsAfreshAndTakesARow) {
       EXPECT_EQ(window.unloaded(), row == 0);
     }
   };
-  EXPECT_EQ(w.choose(PartitionPurpose::kInstall, choose), "D:");
+  EXPECT_EQ(w.choose(PartitionListKind::kInstall, choose), "D:");
   EXPECT_EQ(w.processes.ran.size(), 1u);
   w.session.activity = Activity::kReadingSource;  // its tool is not disturbed by another
-  EXPECT_EQ(w.choose(PartitionPurpose::kBoot, [](auto&, auto&) {}), "D:");
+  EXPECT_EQ(w.choose(PartitionListKind::kBoot, [](auto&, auto&) {}), "D:");
   EXPECT_EQ(w.processes.ran.size(), 1u);
 
   w.session.activity = Activity::kIdle;
@@ -70,8 +69,8 @@ TEST(PartitionChooser, ListsAfreshAndTakesARow) {
     list.select(1);
     ButtonWith(window, "S9").press();
   };
-  EXPECT_EQ(w.choose(PartitionPurpose::kBoot, takeLetterless), "");
-  EXPECT_EQ(w.choose(PartitionPurpose::kInstall, [](auto&, auto&) {}), "E:");
+  EXPECT_EQ(w.choose(PartitionListKind::kBoot, takeLetterless), "");
+  EXPECT_EQ(w.choose(PartitionListKind::kInstall, [](auto&, auto&) {}), "E:");
   EXPECT_EQ(w.form.text[kBootPartition].text(), "");
   EXPECT_EQ(w.form.facts[kBootPartition].text(), "M20 M1 ESP, 260.00MB, FAT32, Disk B");
 
@@ -80,7 +79,7 @@ TEST(PartitionChooser, ListsAfreshAndTakesARow) {
     EXPECT_FALSE(list.visible() || window.defaultButton->enabled());
     EXPECT_EQ(Nth<Label>(window).text(), "S53");
   };
-  EXPECT_EQ(w.choose(PartitionPurpose::kInstall, nothing), "E:");
+  EXPECT_EQ(w.choose(PartitionListKind::kInstall, nothing), "E:");
 }
 
 TEST(ComputerNameDialog, FiltersTypingAndCutsTheNamesHoweverItIsClosed) {

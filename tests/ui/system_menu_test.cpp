@@ -18,7 +18,7 @@ struct MenuWorkshop : Workshop {
   MenuWorkshop() {
     session.paths.appDir = kHome;
     session.paths.appParentDir = "X:\\Programs";
-    form.setTag("2");
+    form.marks.startupStage = 2;
     BuildSystemMenu(session);
   }
 
