@@ -41,7 +41,7 @@ void LoadSubtitle(Session& session, const std::string& value) {
 
 // A field of the session or of its options.
 template <class Value>
-Value& At(Session& session, Value RunState::*field) {
+Value& At(Session& session, Value Choices::*field) {
   return session.*field;
 }
 template <class Value>
@@ -135,8 +135,8 @@ constexpr Setting kSettings[] = {
     {"SearchDir", "", kNever, LoadText<&Options::searchDir>},
     {"PluginDir", "Plug-in", kNever, LoadText<&Options::pluginDir>},
     {"LogDir", "", kNever, LoadText<&Options::logDir>},
-    {"MinimizeGhost", "1", kNever, LoadUnlessOff<&RunState::minimizeGhost>},
-    {"AdvancedModeHide", "0", kNever, LoadFlag<&RunState::advancedModeHide>},
+    {"MinimizeGhost", "1", kNever, LoadUnlessOff<&Choices::minimizeGhost>},
+    {"AdvancedModeHide", "0", kNever, LoadFlag<&Choices::advancedModeHide>},
 };
 
 std::vector<const Setting*> InOrderOfSaving() {
