@@ -88,7 +88,8 @@ function checkWindow(row, title, texts, owner, slot, alternatives, key, i, n, a)
     split("", alternatives)
     split(slot, alternatives, "|")
     for (a = 1; a in alternatives; a++)
-      if (alternatives[a] in text) claim(title, i, alternatives[a], accessKey(text[alternatives[a]]))
+      if (!(alternatives[a] in english)) wrong(1, alternatives[a], "no such text in 1033.lng (" title ")")
+      else if (alternatives[a] in text) claim(title, i, alternatives[a], accessKey(text[alternatives[a]]))
   }
 }
 
