@@ -41,6 +41,7 @@ shoot_language() {
   (
     export LC_ALL=${shot_locales[$language]}
     cd "$bench/prefix/drive_c"
+    link_fonts
     wine 'C:\shoot.exe' font "${shot_fonts[$language]:-Tahoma}"
     wine "C:\\${bench_app//\//\\}\\Pavoline.exe" "/lng:$language" '/source:D:\iso\install.wim' /wimindex:2 2>/dev/null &
     wine 'C:\shoot.exe' Pavoline.exe "$folder" "$suffix" "$@"
@@ -51,7 +52,8 @@ shoot_language() {
   return $result
 }
 
-# The Tahoma of the bench lacks the arrow of the button "More"; Windows has it.
+# The Tahoma of the bench lacks the arrow of the button "More"; Windows has it. Wine makes the links
+# anew when the language changes.
 link_fonts() {
   wine reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\FontLink\SystemLink' /v Tahoma /t REG_MULTI_SZ \
     /d 'wqy-microhei.ttc,WenQuanYi Micro Hei' /f >/dev/null 2>&1
@@ -86,7 +88,6 @@ prepare_shots() {
   make_shot_scene
   export BENCH_SCREEN=1600x1000
   need_display
-  link_fonts
   set_screen "$BENCH_SCREEN"
 }
 

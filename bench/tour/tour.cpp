@@ -24,6 +24,7 @@ class Guide {
 
   bool show(const std::string& name, const Window& window) const {
     if (!window) return missing(name);
+    waitUntil(kShowTime, [&] { return window.drawn(); });
     Sleep(kSettleTime);
     visit_(name, window);
     return true;
@@ -36,6 +37,17 @@ class Guide {
       return static_cast<bool>(found);
     });
     return found;
+  }
+
+  // Shows or hides the options, which makes the window wider or narrower.
+  bool pressF2() const {
+    const auto width = [this] {
+      const RECT area = main_.window().rectangle();
+      return area.right - area.left;
+    };
+    const LONG before = width();
+    main_.window().key(VK_F2);
+    return waitUntil(kShowTime, [&] { return width() != before; }) || missing("effect of F2");
   }
 
   // Opens a small window, shows it and closes it.
@@ -112,11 +124,8 @@ bool tourMainWindow(const std::string& program, const Visit& visit) {
   const auto ready = [&] { return main.source().enabled() && !main.editions().items().empty(); };
   if (!main.waitUntilShown(kShowTime) || !waitUntil(kShowTime, ready)) return guide.missing("main");
   if (!guide.show("main", main.window())) return false;
-  main.window().key(VK_F2);
-  Sleep(kSettleTime);
-  if (!guide.show("main-F2", main.window())) return false;
-  main.window().key(VK_F2);
-  return true;
+  if (!guide.pressF2() || !guide.show("main-F2", main.window())) return false;
+  return guide.pressF2();
 }
 
 bool tourSmallWindows(const std::string& program, const Visit& visit) {
