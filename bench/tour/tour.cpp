@@ -4,6 +4,7 @@
 
 #include "driver/dialogs.h"
 #include "driver/main_window.h"
+#include "driver/process.h"
 #include "ui/system_menu.h"
 
 namespace bench {
@@ -58,7 +59,8 @@ class Guide {
     const Window window = form(formName);
     if (!show(name, window) || (inside && !inside(window))) return false;
     window.close();
-    return waitUntil(kShowTime, [&] { return !window.visible(); }) || missing("end of " + name);
+    const auto ended = [&] { return !window && main_.window().drawn(); };
+    return waitUntil(kShowTime, ended) || missing("end of " + name);
   }
 
   bool showMessage(const std::string& name, int button) const {
@@ -137,13 +139,16 @@ bool tourSmallWindows(const std::string& program, const Visit& visit) {
     return guide.showSmall("virtual-disk-creation", "VirtualDiskCreation",
                            [&] { window.child(1002).click(); });
   };
+  // The partitions are listed again when the virtual disks' window is closed.
+  const auto listed = [] { return !isRunning("CxDir.exe"); };
   return guide.showSmall("partitions-boot", "PartitionChooser", choose(kChooseBoot)) &&
          guide.showSmall("partitions-install", "PartitionChooser", choose(kChooseInstall)) &&
          guide.showSmall("images", "ImageList", [&] { main.search().click(); }) &&
-         guide.showSmall("names", "Form2", command(kMenuComputerName)) &&
          guide.showSmall("empty-disk", "PrepareDisk", command(kMenuPrepareDisk)) &&
          guide.showSmall("virtual-disks", "VirtualDiskWindow", command(kMenuVirtualDisk),
                          creation) &&
+         waitUntil(kShowTime, listed) &&
+         guide.showSmall("names", "Form2", command(kMenuComputerName)) &&
          guide.showSmall("about", "About", command(kMenuAbout)) &&
          guide.showMenu("menu-tools", 2) && guide.showButtonMenu("menu-modes", 4);
 }
