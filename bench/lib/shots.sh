@@ -41,8 +41,7 @@ shoot_language() {
   (
     export LC_ALL=${shot_locales[$language]}
     cd "$bench/prefix/drive_c"
-    link_fonts
-    wine 'C:\shoot.exe' font "${shot_fonts[$language]:-Tahoma}"
+    set_fonts "$language"
     wine "C:\\${bench_app//\//\\}\\Pavoline.exe" "/lng:$language" '/source:D:\iso\install.wim' /wimindex:2 2>/dev/null &
     wine 'C:\shoot.exe' Pavoline.exe "$folder" "$suffix" "$@"
   ) || result=$?
@@ -52,11 +51,12 @@ shoot_language() {
   return $result
 }
 
-# The Tahoma of the bench lacks the arrow of the button "More"; Windows has it. Wine makes the links
-# anew when the language changes.
-link_fonts() {
+# set_fonts LANGUAGE, in whose locale it runs. The Tahoma of the bench lacks the arrow of the button
+# "More"; Windows has it. Wine makes the links anew when the language changes.
+set_fonts() {
   wine reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\FontLink\SystemLink' /v Tahoma /t REG_MULTI_SZ \
     /d 'wqy-microhei.ttc,WenQuanYi Micro Hei' /f >/dev/null 2>&1
+  wine 'C:\shoot.exe' font "${shot_fonts[$1]:-Tahoma}"
 }
 
 set_dpi() {
