@@ -81,6 +81,15 @@ RECT Window::rectangle() const {
   return result;
 }
 
+bool Window::drawn() const {
+  ask(WM_NULL, 0, 0);  // answered between what it does
+  const auto pending = [](const Window& window) {
+    return window.visible() && GetUpdateRect(window.handle(), nullptr, FALSE);
+  };
+  const std::vector<Window> inside = children();
+  return !pending(*this) && std::none_of(inside.begin(), inside.end(), pending);
+}
+
 std::vector<Window> Window::children() const {
   std::vector<Window> found;
   EnumChildWindows(handle_, Collect, reinterpret_cast<LPARAM>(&found));

@@ -26,6 +26,7 @@ class Window {
   bool enabled() const { return IsWindowEnabled(handle_); }
   bool visible() const { return IsWindowVisible(handle_); }
   RECT rectangle() const;
+  bool drawn() const;  // it and its controls have nothing left to draw
 
   Window child(int id) const;                               // at any depth
   Window childOfClass(const std::string& className) const;  // the first, at any depth

@@ -4,6 +4,7 @@
 
 #include "driver/dialogs.h"
 #include "driver/main_window.h"
+#include "driver/process.h"
 #include "ui/system_menu.h"
 
 namespace bench {
@@ -24,6 +25,7 @@ class Guide {
 
   bool show(const std::string& name, const Window& window) const {
     if (!window) return missing(name);
+    WaitUntil(kShowTime, [&] { return window.drawn(); });
     Sleep(kSettleTime);
     visit_(name, window);
     return true;
@@ -38,6 +40,17 @@ class Guide {
     return found;
   }
 
+  // Shows or hides the options, which makes the window wider or narrower.
+  bool pressF2() const {
+    const auto width = [this] {
+      const RECT area = main_.window().rectangle();
+      return area.right - area.left;
+    };
+    const LONG before = width();
+    main_.window().key(VK_F2);
+    return WaitUntil(kShowTime, [&] { return width() != before; }) || missing("effect of F2");
+  }
+
   // Opens a small window, shows it and closes it.
   bool showSmall(const std::string& name, const std::string& formName,
                  const std::function<void()>& open,
@@ -46,7 +59,8 @@ class Guide {
     const Window window = form(formName);
     if (!show(name, window) || (inside && !inside(window))) return false;
     window.close();
-    return WaitUntil(kShowTime, [&] { return !window.visible(); }) || missing("end of " + name);
+    const auto ended = [&] { return !window && main_.window().drawn(); };
+    return WaitUntil(kShowTime, ended) || missing("end of " + name);
   }
 
   bool showMessage(const std::string& name, int button) const {
@@ -112,11 +126,8 @@ bool TourMainWindow(const std::string& program, const Visit& visit) {
   const auto ready = [&] { return main.source().enabled() && !main.editions().items().empty(); };
   if (!main.waitUntilShown(kShowTime) || !WaitUntil(kShowTime, ready)) return guide.missing("main");
   if (!guide.show("main", main.window())) return false;
-  main.window().key(VK_F2);
-  Sleep(kSettleTime);
-  if (!guide.show("main-F2", main.window())) return false;
-  main.window().key(VK_F2);
-  return true;
+  if (!guide.pressF2() || !guide.show("main-F2", main.window())) return false;
+  return guide.pressF2();
 }
 
 bool TourSmallWindows(const std::string& program, const Visit& visit) {
@@ -128,13 +139,16 @@ bool TourSmallWindows(const std::string& program, const Visit& visit) {
     return guide.showSmall("virtual-disk-creation", "VirtualDiskCreation",
                            [&] { window.child(1002).click(); });
   };
+  // The partitions are listed again when the virtual disks' window is closed.
+  const auto listed = [] { return !isRunning("CxDir.exe"); };
   return guide.showSmall("partitions-boot", "PartitionChooser", choose(kChooseBoot)) &&
          guide.showSmall("partitions-install", "PartitionChooser", choose(kChooseInstall)) &&
          guide.showSmall("images", "ImageList", [&] { main.search().click(); }) &&
-         guide.showSmall("names", "Form2", command(kMenuComputerName)) &&
          guide.showSmall("empty-disk", "PrepareDisk", command(kMenuPrepareDisk)) &&
          guide.showSmall("virtual-disks", "VirtualDiskWindow", command(kMenuVirtualDisk),
                          creation) &&
+         WaitUntil(kShowTime, listed) &&
+         guide.showSmall("names", "Form2", command(kMenuComputerName)) &&
          guide.showSmall("about", "About", command(kMenuAbout)) &&
          guide.showMenu("menu-tools", 2) && guide.showButtonMenu("menu-modes", 4);
 }

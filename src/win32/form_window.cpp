@@ -151,17 +151,17 @@ void FormWindow::sync() {
 void FormWindow::syncForm() {
   shownRevision_ = form_.revision();
   ShowText(handle_, form_.caption());
-  const int dpi = fittingDpi();
-  if (style_.font == nullptr || shownFont_ != form_.font() || style_.dpi != dpi) {
-    style_.dpi = dpi;
-    refreshStyle();
-  }
   menu_.show(handle_, form_.systemMenu());
-  resize();
+  if (style_.font == nullptr || shownFont_ != form_.font() || style_.dpi != fittingDpi()) {
+    refreshStyle();
+  } else {
+    resize();
+  }
   if (form_.onDropFiles) AcceptDrops(handle_);
 }
 
 void FormWindow::refreshStyle() {
+  style_.dpi = fittingDpi();
   LOGFONTW wanted = MessageFont(style_.dpi);
   const std::wstring face = Wide(form_.font());
   if (!face.empty() && face.size() < LF_FACESIZE) {
@@ -174,6 +174,10 @@ void FormWindow::refreshStyle() {
   for (auto& view : views_) view->restyle(style_);
   SendMessageW(tooltips_, WM_SETFONT, reinterpret_cast<WPARAM>(style_.font), TRUE);
   font_ = std::move(font);
+  resize();
+  // Everything has moved, and a combo box may change its height without clearing what it leaves.
+  RedrawWindow(handle_, nullptr, nullptr,
+               RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
 }
 
 SIZE FormWindow::frameSize() const {

@@ -144,11 +144,9 @@ void FormWindow::onDropFiles(WPARAM wParam) {
 
 void FormWindow::onDpiChanged(int dpi, const RECT& suggested) {
   dpi_ = dpi;
-  style_.dpi = fittingDpi();
-  refreshStyle();
   SetWindowPos(handle_, nullptr, suggested.left, suggested.top, 0, 0,
                SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-  resize();
+  refreshStyle();
 }
 
 void FormWindow::onActivate(bool active) {

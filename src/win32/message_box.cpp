@@ -38,14 +38,37 @@ std::wstring TitleOf(const OpenBox& box) {
 
 void StopWaiting() { windowHook.reset(); }
 
+// The system makes the buttons of a box as wide as its own texts need, and not always wider.
+void WidenToText(HWND button, const std::wstring& text) {
+  const HDC context = GetDC(button);
+  const HGDIOBJ before =
+      SelectObject(context, reinterpret_cast<HGDIOBJ>(SendMessageW(button, WM_GETFONT, 0, 0)));
+  RECT needed{};
+  DrawTextW(context, text.c_str(), -1, &needed, DT_SINGLELINE | DT_CALCRECT);
+  SelectObject(context, before);
+  ReleaseDC(button, context);
+
+  RECT area;
+  GetWindowRect(button, &area);
+  MapWindowPoints(nullptr, GetParent(button), reinterpret_cast<POINT*>(&area), 2);
+  const LONG wanted = needed.right + needed.bottom;  // half a line's height at either side
+  const LONG lacking = wanted - (area.right - area.left);
+  if (lacking <= 0) return;
+  SetWindowPos(button, nullptr, area.left - lacking / 2, area.top, wanted, area.bottom - area.top,
+               SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 // The help button, under a text of its own, does what the further button is for.
 LRESULT CALLBACK BoxWithFurther(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                 DWORD_PTR data) {
-  if (message != WM_COMMAND || LOWORD(wParam) != IDHELP) {
-    return DefSubclassProc(window, message, wParam, lParam);
+  const auto& further = *reinterpret_cast<const BoxButton*>(data);
+  if (message == WM_COMMAND && LOWORD(wParam) == IDHELP) {
+    further.press();
+    return 0;
   }
-  reinterpret_cast<const BoxButton*>(data)->press();
-  return 0;
+  // Under Wine the buttons are given their places between activation and this.
+  if (message == WM_SHOWWINDOW) WidenToText(GetDlgItem(window, IDHELP), further.text);
+  return DefSubclassProc(window, message, wParam, lParam);
 }
 
 // The first dialog that the thread makes is the box. Its buttons are there when it is activated.
@@ -60,6 +83,7 @@ LRESULT CALLBACK NoteBox(int code, WPARAM wParam, LPARAM lParam) {
   }
   if (code == HCBT_ACTIVATE && window == box.window) {
     SetDlgItemTextW(window, IDHELP, box.further.text.c_str());
+    WidenToText(GetDlgItem(window, IDHELP), box.further.text);
     SetWindowSubclass(window, BoxWithFurther, 1, reinterpret_cast<DWORD_PTR>(&box.further));
     StopWaiting();
   }
