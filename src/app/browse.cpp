@@ -13,33 +13,34 @@ namespace {
 
 // A path inside the program's folder is kept relative, so that settings survive on a medium whose
 // drive letter changes.
-std::string RelativeToProgram(const Session& session, const std::string& path) {
-  const std::string folder = session.paths.appDir + "\\";
+std::string RelativeToProgram(const Ground& ground, const std::string& path) {
+  const std::string folder = ground.paths.appDir + "\\";
   if (LowerAscii(path.substr(0, folder.size())) != LowerAscii(folder)) return path;
   return ".\\" + path.substr(folder.size());
 }
 
-FileRequest AnswerFileRequest(Session& session) {
+FileRequest AnswerFileRequest(Workplace& workplace) {
   FileRequest request;
-  request.title = String(session, kTextBrowseTitle);
+  request.title = String(workplace, kTextBrowseTitle);
   request.filters = {{"XML Files(*.xml)", "*.xml"}};
   std::string start =
-      FromProgram(session.paths, session.form.optionRows[kAnswerFileRow].field.text());
-  if (start.empty() || !session.platform.files.exists(start)) {
-    start = session.paths.binDir + "\\unattend\\unattend.xml";
+      FromProgram(workplace.paths, workplace.form.optionRows[kAnswerFileRow].field.text());
+  if (start.empty() || !workplace.platform.files.exists(start)) {
+    start = workplace.paths.binDir + "\\unattend\\unattend.xml";
   }
-  if (session.platform.files.exists(start)) request.initialFolder = ParentFolder(start);
+  if (workplace.platform.files.exists(start)) request.initialFolder = ParentFolder(start);
   request.initialName = FileName(start);
   return request;
 }
 
 // An account that anybody at the keyboard can use is not to come as a surprise.
-void TellOfEmptyPassword(Session& session, const std::string& path) {
+void TellOfEmptyPassword(Workplace& workplace, const std::string& path) {
   constexpr std::size_t kLongestTemplate = 1 << 20;  // bytes
-  const std::string text = session.platform.files.readPart(path, 0, kLongestTemplate).value_or("");
+  const std::string text =
+      workplace.platform.files.readPart(path, 0, kLongestTemplate).value_or("");
   if (!Contains(text, "Password>")) return;
   for (const char* empty : {"<Value></Value>", "<Value/>", "<Value />"}) {
-    if (Contains(text, empty)) session.form.status.setText(More(session, kMoreNoPassword));
+    if (Contains(text, empty)) workplace.form.status.setText(More(workplace, kMoreNoPassword));
   }
 }
 

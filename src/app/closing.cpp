@@ -21,15 +21,15 @@ const std::string& CloseQuestion(const Session& session) {
   }
 }
 
-bool Agreed(Session& session, const std::string& question) {
-  return session.commandLine.install ||
-         Message(session, question, kQuestionError, String(session, kTextCloseTitle)) == kAnswerOk;
+bool Agreed(Ground& ground, const std::string& question) {
+  return ground.commandLine.install ||
+         Message(ground, question, kQuestionError, String(ground, kTextCloseTitle)) == kAnswerOk;
 }
 
-void EndTools(Session& session) {
+void EndTools(Ground& ground) {
   for (const std::string& tool :
        {ToolName(Tool::kImaging), ToolName(Tool::kGhost), std::string("dism.exe")}) {
-    KillProcessByName(session, tool);
+    KillProcessByName(ground, tool);
   }
 }
 

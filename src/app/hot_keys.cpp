@@ -11,10 +11,10 @@ namespace pavoline {
 namespace {
 
 // A tool that takes the program's place closes it; one that is not found is ignored.
-bool StartByKey(Session& session, int keyCode) {
+bool StartByKey(Workplace& workplace, int keyCode) {
   const CompanionTool* tool = ToolOfKey(keyCode);
   if (!tool) return false;
-  if (StartTool(session, *tool) && tool->closesProgram) session.form.unload();
+  if (StartTool(workplace, *tool) && tool->closesProgram) workplace.form.unload();
   return true;
 }
 

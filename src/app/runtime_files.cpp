@@ -12,9 +12,9 @@ constexpr int kLastBuildWithoutSystemTemp = 20265;
 
 // The file dialogs of new systems need coml2.dll, which pre-installation environments leave out;
 // whoever prepares the medium may put it beside the program.
-void CopyComl2(Session& session, const std::string& windir) {
-  Files& files = session.platform.files;
-  const std::string ours = session.paths.appDir + "\\coml2.dll";
+void CopyComl2(Ground& ground, const std::string& windir) {
+  Files& files = ground.platform.files;
+  const std::string ours = ground.paths.appDir + "\\coml2.dll";
   if (!files.exists(ours)) return;
   const bool both = files.exists(windir + "\\SysWow64");
   const std::string theirs = windir + (both ? "\\SysWow64" : "\\System32") + "\\coml2.dll";
@@ -23,12 +23,12 @@ void CopyComl2(Session& session, const std::string& windir) {
 
 }  // namespace
 
-void RepairRuntimeFiles(Session& session) {
-  Files& files = session.platform.files;
-  const std::string windir = session.platform.environment.variable("windir");
+void RepairRuntimeFiles(Ground& ground) {
+  Files& files = ground.platform.files;
+  const std::string windir = ground.platform.environment.variable("windir");
   const auto parts = Split(files.fileVersion(windir + "\\system32\\kernel32.dll"), ".");
   if (parts.size() < 3) return;
-  session.osVersion = static_cast<float>(LeadingNumber(parts[0] + "." + parts[1]));
+  ground.osVersion = static_cast<float>(LeadingNumber(parts[0] + "." + parts[1]));
   const double major = LeadingNumber(parts[0]);
   const double build = LeadingNumber(parts[2]);
   if (major <= kLastMajorWithoutRepair) return;
@@ -36,7 +36,7 @@ void RepairRuntimeFiles(Session& session) {
     files.createFolder(windir + "\\SystemTemp");
   }
   // The program is linked statically: it has no runtime library of its own to copy.
-  CopyComl2(session, windir);
+  CopyComl2(ground, windir);
 }
 
 }  // namespace pavoline

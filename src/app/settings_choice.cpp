@@ -7,19 +7,19 @@
 
 namespace pavoline {
 
-std::string ChooseSettingsFile(Session& session) {
-  const std::string& named = session.commandLine.settingsFile;
+std::string ChooseSettingsFile(Ground& ground) {
+  const std::string& named = ground.commandLine.settingsFile;
   if (named.empty()) return {};
-  const MachineValue value = WithMachineFacts(session, named, ValueUse::kPath);
-  if (!value.untold.empty()) return UntoldText(session, named, value);
-  Files& files = session.platform.files;
+  const MachineValue value = WithMachineFacts(ground, named, ValueUse::kPath);
+  if (!value.untold.empty()) return UntoldText(ground, named, value);
+  Files& files = ground.platform.files;
   // The program's folder is not the current one yet.
-  const std::string path = FromProgram(session.paths, value.text);
+  const std::string path = FromProgram(ground.paths, value.text);
   const bool rooted = path.starts_with('\\') || path.find(':') == 1;
-  const std::string full = files.fullPath(rooted ? path : session.paths.appDir + "\\" + path);
-  session.paths.settingsPath = full;
+  const std::string full = files.fullPath(rooted ? path : ground.paths.appDir + "\\" + path);
+  ground.paths.settingsPath = full;
   if (files.exists(full) && !files.isFolder(full)) return {};
-  return ReplaceAll(More(session, kMoreNoSettings), "%f%", full);
+  return ReplaceAll(More(ground, kMoreNoSettings), "%f%", full);
 }
 
 void TakeNamedValues(Session& session) {

@@ -35,29 +35,29 @@ namespace {
 constexpr char kAnyPartition[] = "AUTO";
 constexpr std::uint64_t kLargestJournal = 1 << 20;  // bytes kept from earlier runs
 
-void FindFolders(Session& session) {
-  ProgramPaths& paths = session.paths;
-  paths.appDir = session.platform.environment.programFolder();
+void FindFolders(Ground& ground) {
+  ProgramPaths& paths = ground.paths;
+  paths.appDir = ground.platform.environment.programFolder();
   paths.appParentDir = ParentFolder(paths.appDir);
   paths.binDir = paths.appDir + "\\Bin";
   paths.settingsPath = paths.appDir + "\\Pavoline.ini";
 }
 
-void StartJournal(Session& session) {
-  Files& files = session.platform.files;
-  const std::string path = TempFile(session, "Pavoline.log");
+void StartJournal(Ground& ground) {
+  Files& files = ground.platform.files;
+  const std::string path = TempFile(ground, "Pavoline.log");
   if (files.size(path).value_or(0) > kLargestJournal) files.remove(path);
   std::string line = "Pavoline " PAVOLINE_VERSION_TEXT " started:";
   // The first is the program's own path.
-  const auto arguments = session.platform.environment.arguments();
+  const auto arguments = ground.platform.environment.arguments();
   for (std::size_t i = 0; i < arguments.size(); ++i) {
-    line += " " + (i == 0 ? arguments[i] : RecordedArgument(arguments[i], session.platform.text));
+    line += " " + (i == 0 ? arguments[i] : RecordedArgument(arguments[i], ground.platform.text));
   }
-  Journal(session, line);
-  const MachineFacts facts = FactsOfMachine(session);
+  Journal(ground, line);
+  const MachineFacts facts = FactsOfMachine(ground);
   const auto told = [](const std::string& fact) { return fact.empty() ? "unknown" : fact; };
-  Journal(session, "machine: serial number " + told(facts.serial) + ", model " + told(facts.model) +
-                       ", network address " + told(facts.mac));
+  Journal(ground, "machine: serial number " + told(facts.serial) + ", model " + told(facts.model) +
+                      ", network address " + told(facts.mac));
 }
 
 void ReadCommandLine(Session& session) {
@@ -110,15 +110,15 @@ void StartNarrowOnSmallScreen(Session& session) {
 
 // An unattended run is watched, not operated: only the edition may be changed, and Start is
 // pressed by the auto-start check.
-void LockForUnattended(Session& session) {
-  Form1& form = session.form;
-  ControlStatus(form, session.texts, false);
+void LockForUnattended(Workplace& workplace) {
+  Form1& form = workplace.form;
+  ControlStatus(form, workplace.texts, false);
   form.combo[kEditions].setEnabled(true);
-  form.command1[kStart].setText(String(session, kTextStart));
+  form.command1[kStart].setText(String(workplace, kTextStart));
 }
 
-void TakePartition(Session& session, const std::string& wanted, TextBox& field) {
-  if (wanted.size() == 2 && session.platform.files.exists(wanted)) field.setText(wanted);
+void TakePartition(Ground& ground, const std::string& wanted, TextBox& field) {
+  if (wanted.size() == 2 && ground.platform.files.exists(wanted)) field.setText(wanted);
 }
 
 void ApplySwitches(Session& session) {
@@ -165,11 +165,11 @@ void Started(Session& session) {
 
 }  // namespace
 
-void InitializeProgram(Session& session) {
-  FindFolders(session);
-  TrustSystemFoldersOnly(session);
-  RepairRuntimeFiles(session);
-  session.form.setCaption("Pavoline");
+void InitializeProgram(Workplace& workplace) {
+  FindFolders(workplace);
+  TrustSystemFoldersOnly(workplace);
+  RepairRuntimeFiles(workplace);
+  workplace.form.setCaption("Pavoline");
 }
 
 bool LoadMainWindow(Session& session) {

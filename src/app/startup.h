@@ -6,7 +6,7 @@
 namespace pavoline {
 
 // Before any control exists.
-void InitializeProgram(Session& session);
+void InitializeProgram(Workplace& workplace);
 
 // Locale, command line, language, layout, directories, image tool, menu, settings; ends with the
 // start-up timer on. False when the image tool is missing: the process ends after the message.

@@ -23,8 +23,8 @@ std::string Numbered(const char* word, int n) {
   return std::string(word) + "(" + std::to_string(n) + ")";
 }
 
-std::string FileOf(const Session& session, unsigned locale) {
-  return session.paths.appDir + "\\Lang\\" + std::to_string(locale) + ".lng";
+std::string FileOf(const Ground& ground, unsigned locale) {
+  return ground.paths.appDir + "\\Lang\\" + std::to_string(locale) + ".lng";
 }
 
 // The thread's locale follows the language in use.
@@ -39,8 +39,8 @@ void ChooseLanguageFile(Session& session) {
   session.paths.langFile = FileOf(session, session.language);
 }
 
-std::string ReadLanguageText(Session& session, const std::string& key, const char* section) {
-  return Trim(session.platform.profile.read(session.paths.langFile, section, key, kTextBuffer));
+std::string ReadLanguageText(Ground& ground, const std::string& key, const char* section) {
+  return Trim(ground.platform.profile.read(ground.paths.langFile, section, key, kTextBuffer));
 }
 
 // But for the font, what the file does not say is as in the related language.
@@ -54,49 +54,49 @@ void ReadOptions(Session& session) {
   }
 }
 
-void ReadTables(Session& session) {
+void ReadTables(Ground& ground) {
   for (int n = 0; n < kStringCount; ++n) {
-    session.texts.strings[static_cast<std::size_t>(n)] =
-        ReadLanguageText(session, Numbered("String", n), "Language");
+    ground.texts.strings[static_cast<std::size_t>(n)] =
+        ReadLanguageText(ground, Numbered("String", n), "Language");
     if (n < kCaptionCount) {
-      session.texts.captions[static_cast<std::size_t>(n)] =
-          ReadLanguageText(session, Numbered("Caption", n), "Language");
+      ground.texts.captions[static_cast<std::size_t>(n)] =
+          ReadLanguageText(ground, Numbered("Caption", n), "Language");
     }
   }
 }
 
 // A language file made for an earlier version lacks these: they are then English.
-void ReadMore(Session& session) {
-  const std::string english = FileOf(session, kEnglish);
+void ReadMore(Ground& ground) {
+  const std::string english = FileOf(ground, kEnglish);
   for (int n = 0; n < kMoreCount; ++n) {
     const std::string key = Numbered("More", n);
-    std::string text = ReadLanguageText(session, key, "More");
+    std::string text = ReadLanguageText(ground, key, "More");
     if (text.empty()) {
-      text = Trim(session.platform.profile.read(english, "More", key, kTextBuffer));
+      text = Trim(ground.platform.profile.read(english, "More", key, kTextBuffer));
     }
-    session.texts.more[static_cast<std::size_t>(n)] = text;
+    ground.texts.more[static_cast<std::size_t>(n)] = text;
   }
 }
 
-void ChooseFont(Session& session) {
-  for (const std::string& name : Split(session.texts.options[kOptionFont], ",")) {
+void ChooseFont(Workplace& workplace) {
+  for (const std::string& name : Split(workplace.texts.options[kOptionFont], ",")) {
     const std::string font = Trim(name);
-    if (font.empty() || !session.platform.environment.fontExists(font)) continue;
-    session.form.setFont(font);
+    if (font.empty() || !workplace.platform.environment.fontExists(font)) continue;
+    workplace.form.setFont(font);
     return;
   }
 }
 
-void ApplyCaptions(Session& session) {
-  Form1& form = session.form;
+void ApplyCaptions(Workplace& workplace) {
+  Form1& form = workplace.form;
   const auto caption = [&](CaptionNumber n) -> const std::string& {
-    return session.texts.captions[n];
+    return workplace.texts.captions[n];
   };
-  form.command1[kStart].setText(String(session, kTextStart));
-  form.status.setText(String(session, kTextStatusNormal));
-  form.search.setText(String(session, kTextSearch));
-  form.menu.setText(More(session, kMoreMenu) + " \u25bc");
-  form.stop.setText(More(session, kMoreStopButton));
+  form.command1[kStart].setText(String(workplace, kTextStart));
+  form.status.setText(String(workplace, kTextStatusNormal));
+  form.search.setText(String(workplace, kTextSearch));
+  form.menu.setText(More(workplace, kMoreMenu) + " \u25bc");
+  form.stop.setText(More(workplace, kMoreStopButton));
   form.label[0].setText(caption(kCaptionImage));
   form.label[1].setText(caption(kCaptionEdition));
   form.label[2].setText(caption(kCaptionBootPartition));
@@ -108,7 +108,7 @@ void ApplyCaptions(Session& session) {
   form.check[kDoNotFormat].setText(caption(kCaptionDoNotFormat));
   for (const OptionRow& row : form.optionRows) row.box.setText(caption(row.caption));
   form.frame[kOptionsFrame].setText(caption(kCaptionOptions));
-  form.frame[kDetailsFrame].setText(String(session, kTextDetails));
+  form.frame[kDetailsFrame].setText(String(workplace, kTextDetails));
 }
 
 // A caption as it is spoken: without the mark of its access key, colon and dots.
@@ -124,21 +124,21 @@ std::string Spoken(const std::string& caption) {
 
 // What shows no text of its own, or the same as its neighbour, is told apart by a name; that of a
 // button is its tooltip as well.
-void NameControls(Session& session) {
-  Form1& form = session.form;
-  const auto caption = [&](CaptionNumber n) { return Spoken(session.texts.captions[n]); };
-  form.progressBar1.setSpokenName(More(session, kMoreProgress));
-  form.menu.setSpokenName(Spoken(More(session, kMoreMenu)));
+void NameControls(Workplace& workplace) {
+  Form1& form = workplace.form;
+  const auto caption = [&](CaptionNumber n) { return Spoken(workplace.texts.captions[n]); };
+  form.progressBar1.setSpokenName(More(workplace, kMoreProgress));
+  form.menu.setSpokenName(Spoken(More(workplace, kMoreMenu)));
   const auto browse = [&](CaptionNumber n) {
-    return String(session, kTextBrowseTitle) + " - " + caption(n);
+    return String(workplace, kTextBrowseTitle) + " - " + caption(n);
   };
   const auto name = [](Button& button, const std::string& text) {
     button.setSpokenName(text);
     button.setTooltip(text);
   };
   name(form.command1[kBrowseImage], browse(kCaptionImage));
-  name(form.command1[kChooseBoot], String(session, kTextChooseBootTitle));
-  name(form.command1[kChooseInstall], String(session, kTextChooseInstallTitle));
+  name(form.command1[kChooseBoot], String(workplace, kTextChooseBootTitle));
+  name(form.command1[kChooseInstall], String(workplace, kTextChooseInstallTitle));
   for (const OptionRow& row : form.optionRows) {
     row.field.setSpokenName(caption(row.caption));
     name(row.browse, browse(row.caption));
@@ -165,8 +165,8 @@ void LoadLanguage(Session& session) {
   NameControls(session);
 }
 
-bool WriteLanguageFile(Session& session, const std::string& path) {
-  const Texts& texts = session.texts;
+bool WriteLanguageFile(Ground& ground, const std::string& path) {
+  const Texts& texts = ground.texts;
   std::string file = "[Option]\r\n";
   for (std::size_t n = 0; n < kOptionCount; ++n) {
     if (!texts.options[n].empty()) file += ProfileLine(kOptionKeys[n], texts.options[n]);
@@ -183,12 +183,12 @@ bool WriteLanguageFile(Session& session, const std::string& path) {
     file += ProfileLine(Numbered("More", static_cast<int>(n)), texts.more[n]);
   }
   // UTF-16 holds every language; the new file takes the name only once it is whole.
-  Files& files = session.platform.files;
+  Files& files = ground.platform.files;
   const std::string draft = path + ".new";
-  const bool written = files.write(draft, "\xFF\xFE" + session.platform.text.toUtf16(file)) &&
+  const bool written = files.write(draft, "\xFF\xFE" + ground.platform.text.toUtf16(file)) &&
                        files.rename(draft, path);
   if (!written) files.remove(draft);
-  Journal(session, (written ? "language file written: " : "language file not written: ") + path);
+  Journal(ground, (written ? "language file written: " : "language file not written: ") + path);
   return written;
 }
 

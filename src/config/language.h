@@ -13,6 +13,6 @@ void LoadLanguage(Session& session);
 
 // Writes the texts in use as a language file that loads back to the same. False when the
 // file could not be written; no half-written file stays under the name.
-bool WriteLanguageFile(Session& session, const std::string& path);
+bool WriteLanguageFile(Ground& ground, const std::string& path);
 
 }  // namespace pavoline

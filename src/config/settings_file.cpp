@@ -155,9 +155,9 @@ std::string Quoted(const std::string& value) {
   return quoted ? "\"" + value + "\"" : value;
 }
 
-std::string ReadSetting(Session& session, const char* key) {
+std::string ReadSetting(Ground& ground, const char* key) {
   return Trim(
-      session.platform.profile.read(session.paths.settingsPath, kSection, key, kSettingBuffer));
+      ground.platform.profile.read(ground.paths.settingsPath, kSection, key, kSettingBuffer));
 }
 
 }  // namespace

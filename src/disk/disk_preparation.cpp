@@ -22,8 +22,8 @@ constexpr std::uint64_t kUnusedEnds = 2;  // in front of the first partition, be
 constexpr int kLooks = 10;  // at the partitions, until their volumes have come
 constexpr int kBetweenLooks = 1000;
 
-std::string DiskText(const Session& session, int text, const PhysicalDisk& disk) {
-  const std::string filled = ReplaceAll(More(session, text), "%n%", std::to_string(disk.number));
+std::string DiskText(const Ground& ground, int text, const PhysicalDisk& disk) {
+  const std::string filled = ReplaceAll(More(ground, text), "%n%", std::to_string(disk.number));
   return ReplaceAll(filled, "%disk%", disk.model);
 }
 
@@ -44,10 +44,10 @@ struct PreparedPartitions {
   bool both() const { return !boot.empty() && !install.empty(); }
 };
 
-PreparedPartitions FindPrepared(const Session& session, const DiskPreparation& preparation) {
+PreparedPartitions FindPrepared(const Findings& findings, const DiskPreparation& preparation) {
   const std::string style = preparation.layout == DiskLayout::kUefi ? "GPT" : "MBR";
   PreparedPartitions found;
-  for (const PartitionEntry& entry : session.partitions) {
+  for (const PartitionEntry& entry : findings.partitions) {
     if (entry.diskNumber != static_cast<int>(preparation.disk.number) + 1) continue;
     if (entry.style != style || entry.drive.empty() || entry.fileSystem.empty()) continue;
     if (IsBootCandidate(entry)) {
@@ -70,20 +70,20 @@ PreparedPartitions AwaitPartitions(Session& session, const DiskPreparation& prep
   return found;
 }
 
-void Report(Session& session, const PhysicalDisk& disk, const PreparedPartitions& partitions) {
-  Journal(session, "disk " + std::to_string(disk.number) +
-                       (partitions.both() ? ": prepared" : ": not prepared") + ", boot partition " +
-                       partitions.boot + ", install partition " + partitions.install);
+void Report(Ground& ground, const PhysicalDisk& disk, const PreparedPartitions& partitions) {
+  Journal(ground, "disk " + std::to_string(disk.number) +
+                      (partitions.both() ? ": prepared" : ": not prepared") + ", boot partition " +
+                      partitions.boot + ", install partition " + partitions.install);
   if (!partitions.both()) {
-    Message(session, DiskText(session, kMoreNotPrepared, disk), kErrorMessage,
-            String(session, kTextError));
+    Message(ground, DiskText(ground, kMoreNotPrepared, disk), kErrorMessage,
+            String(ground, kTextError));
     return;
   }
-  std::string text = ReplaceAll(More(session, kMorePrepared), "%bp%", partitions.boot);
+  std::string text = ReplaceAll(More(ground, kMorePrepared), "%bp%", partitions.boot);
   text = ReplaceAll(text, "%ip%", partitions.install);
   text = ReplaceAll(text, "%n%", std::to_string(disk.number));
-  Message(session, ReplaceAll(text, "%disk%", disk.model), kInformationMessage,
-          String(session, kTextInformation));
+  Message(ground, ReplaceAll(text, "%disk%", disk.model), kInformationMessage,
+          String(ground, kTextInformation));
 }
 
 // The fields keep what they held, unless both partitions are there.
@@ -110,10 +110,10 @@ bool FitsLayout(std::uint64_t diskBytes, DiskLayout layout) {
   return layout == DiskLayout::kUefi || diskBytes <= kMbrLimit;
 }
 
-std::string DescribePartitions(const Session& session, const DiskPreparation& preparation) {
+std::string DescribePartitions(const Ground& ground, const DiskPreparation& preparation) {
   const bool uefi = preparation.layout == DiskLayout::kUefi;
   const std::uint64_t others = (uefi ? kEfiSize + kReservedSize : kSystemSize) + kUnusedEnds;
-  std::string text = More(session, uefi ? kMoreUefiPartitions : kMoreBiosPartitions);
+  std::string text = More(ground, uefi ? kMoreUefiPartitions : kMoreBiosPartitions);
   text = ReplaceAll(text, "%efi%", ReadableSize(kEfiSize * kMegabyte));
   text = ReplaceAll(text, "%msr%", ReadableSize(kReservedSize * kMegabyte));
   text = ReplaceAll(text, "%sys%", ReadableSize(kSystemSize * kMegabyte));

@@ -27,7 +27,7 @@ DiskLayout SuggestedLayout(Firmware firmware, std::uint64_t diskBytes);
 bool FitsLayout(std::uint64_t diskBytes, DiskLayout layout);
 
 // The partitions with their sizes, in one line for a person.
-std::string DescribePartitions(const Session& session, const DiskPreparation& preparation);
+std::string DescribePartitions(const Ground& ground, const DiskPreparation& preparation);
 
 // The diskpart script, lines separated by CR LF; letters as "S". The scripts for a blank disk in
 // the program's folder do the same, but erase the disk before.

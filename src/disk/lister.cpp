@@ -8,15 +8,15 @@
 
 namespace pavoline {
 
-std::optional<std::vector<std::string>> RunLister(Session& session, const std::string& argument,
+std::optional<std::vector<std::string>> RunLister(Workplace& workplace, const std::string& argument,
                                                   const std::string& base) {
-  RunBatch(session, BatchTool(session, Tool::kLister) + " " + argument, base);
-  if (Interrupted(session)) return std::nullopt;
-  const std::string path = TempFile(session, base + ".log");
-  const auto log = session.platform.files.read(path);
+  RunBatch(workplace, BatchTool(workplace, Tool::kLister) + " " + argument, base);
+  if (Interrupted(workplace)) return std::nullopt;
+  const std::string path = TempFile(workplace, base + ".log");
+  const auto log = workplace.platform.files.read(path);
   if (!log) return std::nullopt;
-  session.platform.files.remove(path);
-  auto lines = Split(ReplaceAll(session.platform.text.fromAnsi(*log), "\r", ""), "\n");
+  workplace.platform.files.remove(path);
+  auto lines = Split(ReplaceAll(workplace.platform.text.fromAnsi(*log), "\r", ""), "\n");
   std::erase(lines, "");
   return lines;
 }

@@ -19,8 +19,8 @@ constexpr std::size_t kShortestAddress = 3;  // "1:1"
 constexpr std::size_t kInstallFields = 7;  // fields that a row or a filter reads
 constexpr std::size_t kBootFields = 9;
 
-double GhostBuild(Session& session) {
-  const auto ghost = FindGhostProgram(session.platform.files, session.paths);
+double GhostBuild(Ground& ground) {
+  const auto ghost = FindGhostProgram(ground.platform.files, ground.paths);
   return ghost && ghost->build ? *ghost->build : kGhostBuildWithoutProgram;
 }
 
@@ -28,21 +28,21 @@ double GhostBuild(Session& session) {
 // from the drive. The lister and the system count alike, so that this changes nothing as long as
 // both are right; it holds the numbers that newer Ghost builds take to what the system says at this
 // moment. A drive that lies on no partition keeps the lister's address.
-std::string Readdressed(Session& session, const std::string& line) {
+std::string Readdressed(Ground& ground, const std::string& line) {
   const PartitionEntry entry{line};
   const std::string address = entry.address;
   if (address.size() < kShortestAddress) return line;
-  const auto position = session.platform.drives.position(entry.drive);
+  const auto position = ground.platform.drives.position(entry.drive);
   if (!position) return line;
   return ReplaceAll(line, address,
                     std::to_string(position->disk) + ":" + std::to_string(position->partition));
 }
 
-std::vector<PartitionEntry> Entries(Session& session, const std::vector<std::string>& lines) {
-  const bool readdress = GhostBuild(session) > kLastBuildWithOldAddresses;
+std::vector<PartitionEntry> Entries(Ground& ground, const std::vector<std::string>& lines) {
+  const bool readdress = GhostBuild(ground) > kLastBuildWithOldAddresses;
   std::vector<PartitionEntry> entries;
   for (const std::string& line : lines) {
-    entries.emplace_back(readdress ? Readdressed(session, line) : line);
+    entries.emplace_back(readdress ? Readdressed(ground, line) : line);
   }
   return entries;
 }
@@ -65,8 +65,8 @@ std::string DefaultDrive(const std::vector<PartitionEntry>& rows, const std::str
 }
 
 // The disk that the program runs from, which is the technician's and not to be installed to.
-int ProgramDisk(Session& session) {
-  const auto position = session.platform.drives.position(session.paths.appDir.substr(0, 2));
+int ProgramDisk(Ground& ground) {
+  const auto position = ground.platform.drives.position(ground.paths.appDir.substr(0, 2));
   return position ? static_cast<int>(position->disk) : 0;
 }
 
@@ -98,17 +98,17 @@ std::vector<PartitionEntry> Rows(Session& session, bool install) {
   return rows;
 }
 
-const PartitionEntry* EntryOf(const Session& session, const std::string& drive) {
-  for (const PartitionEntry& entry : session.partitions) {
+const PartitionEntry* EntryOf(const Findings& findings, const std::string& drive) {
+  for (const PartitionEntry& entry : findings.partitions) {
     // By its drive, not by any text in it: a label may well hold another drive's name.
     if (!entry.drive.empty() && LowerAscii(entry.drive) == LowerAscii(drive)) return &entry;
   }
   return nullptr;
 }
 
-std::string Describe(const Session& session, const PartitionEntry& entry) {
-  const std::string label = entry.label.empty() ? More(session, kMoreNoLabel) : entry.label;
-  std::string text = More(session, kMoreVolumeFacts);
+std::string Describe(const Ground& ground, const PartitionEntry& entry) {
+  const std::string label = entry.label.empty() ? More(ground, kMoreNoLabel) : entry.label;
+  std::string text = More(ground, kMoreVolumeFacts);
   text = ReplaceAll(text, "%size%", entry.size);
   text = ReplaceAll(text, "%fs%", entry.fileSystem);
   text = ReplaceAll(text, "%disk%", entry.disk);
@@ -180,11 +180,12 @@ std::optional<TargetVolume> FindVolume(Session& session, const std::string& driv
                       session.platform.drives.facts(drive)};
 }
 
-const PartitionEntry* LetterlessBootEntry(const Session& session, const std::string& installDrive) {
-  const PartitionEntry* target = EntryOf(session, installDrive);
+const PartitionEntry* LetterlessBootEntry(const Findings& findings,
+                                          const std::string& installDrive) {
+  const PartitionEntry* target = EntryOf(findings, installDrive);
   if (target == nullptr || target->diskNumber == 0) return nullptr;
   const PartitionEntry* found = nullptr;
-  for (const PartitionEntry& entry : session.partitions) {
+  for (const PartitionEntry& entry : findings.partitions) {
     if (!IsBootCandidate(entry) || entry.diskNumber != target->diskNumber) continue;
     if (found != nullptr || !entry.drive.empty()) return nullptr;
     found = &entry;

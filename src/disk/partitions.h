@@ -34,7 +34,8 @@ std::optional<TargetVolume> FindVolume(Session& session, const std::string& driv
 
 // The one boot candidate on the disk of the install partition, when it has no letter. Null when a
 // candidate there has one, or there are several without.
-const PartitionEntry* LetterlessBootEntry(const Session& session, const std::string& installDrive);
+const PartitionEntry* LetterlessBootEntry(const Findings& findings,
+                                          const std::string& installDrive);
 
 // One line on a listed volume for a person: label, size, file system, disk. Empty when not listed.
 std::string DescribeVolume(const Session& session, const std::string& drive);

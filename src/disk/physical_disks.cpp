@@ -26,11 +26,11 @@ bool IsOneOf(const std::string& text, std::initializer_list<const char*> words) 
 }
 
 // From 0. The disks of the running system and of the program, which hold something anyway.
-bool IsOwnDisk(Session& session, std::uint32_t number) {
-  const std::string drives[] = {session.paths.appDir.substr(0, 2),
-                                "X:", session.platform.environment.variable("SYSTEMDRIVE")};
+bool IsOwnDisk(Ground& ground, std::uint32_t number) {
+  const std::string drives[] = {ground.paths.appDir.substr(0, 2),
+                                "X:", ground.platform.environment.variable("SYSTEMDRIVE")};
   return std::ranges::any_of(drives, [&](const std::string& drive) {
-    const auto position = session.platform.drives.position(drive);
+    const auto position = ground.platform.drives.position(drive);
     return position && position->disk == number + 1;
   });
 }

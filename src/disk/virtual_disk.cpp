@@ -19,11 +19,11 @@ constexpr int kLongestDelay = 5000;  // milliseconds until a volume has its lett
 constexpr int kLookEvery = 250;
 
 // A volume may come or go some time after diskpart has ended: waits for the drives to change.
-bool DrivesChange(Session& session, const std::string& before) {
-  for (int waited = 0; !session.form.unloaded(); waited += kLookEvery) {
-    if (DriveList(session, 0) != before) return true;
+bool DrivesChange(Workplace& workplace, const std::string& before) {
+  for (int waited = 0; !workplace.form.unloaded(); waited += kLookEvery) {
+    if (DriveList(workplace, 0) != before) return true;
     if (waited >= kLongestDelay) return false;
-    session.platform.processes.handleEventsFor(kLookEvery);
+    workplace.platform.processes.handleEventsFor(kLookEvery);
   }
   return false;
 }
@@ -33,71 +33,70 @@ struct MoveTexts {
   int done, failed;
 };
 
-bool MoveVirtualDisk(Session& session, const std::string& file, const std::string& script,
+bool MoveVirtualDisk(Workplace& workplace, const std::string& file, const std::string& script,
                      const MoveTexts& texts) {
   if (file.empty()) return false;
-  const std::string before = DriveList(session, 0);
-  RunDiskpart(session, script, kJobName);
-  const bool changed = DrivesChange(session, before);
-  if (session.form.unloaded()) return true;
-  Journal(session, std::string("virtual disk ") + texts.journal + " " + file +
-                       (changed ? ": done" : ": no drive letter changed"));
+  const std::string before = DriveList(workplace, 0);
+  RunDiskpart(workplace, script, kJobName);
+  const bool changed = DrivesChange(workplace, before);
+  if (workplace.form.unloaded()) return true;
+  Journal(workplace, std::string("virtual disk ") + texts.journal + " " + file +
+                         (changed ? ": done" : ": no drive letter changed"));
   if (changed) {
-    Message(session, ReplaceAll(String(session, texts.done), "%F%", file), kInformationMessage,
-            String(session, kTextVirtualDiskDone));
+    Message(workplace, ReplaceAll(String(workplace, texts.done), "%F%", file), kInformationMessage,
+            String(workplace, kTextVirtualDiskDone));
   } else {
-    Message(session, String(session, texts.failed), kInformationMessage,
-            String(session, kTextInformation));
+    Message(workplace, String(workplace, texts.failed), kInformationMessage,
+            String(workplace, kTextInformation));
   }
   return changed;
 }
 
-bool Refuse(Session& session, int text, const std::string& title) {
-  Message(session, String(session, text), kErrorMessage, title);
+bool Refuse(Ground& ground, int text, const std::string& title) {
+  Message(ground, String(ground, text), kErrorMessage, title);
   return false;
 }
 
 // Relative paths are refused with the folders that do not exist: diskpart has another current
 // folder.
-bool FolderExists(Session& session, const std::string& file) {
+bool FolderExists(Ground& ground, const std::string& file) {
   const std::string folder = WithBackslash(ParentFolder(file));
-  return folder.size() >= 3 && folder[1] == ':' && session.platform.files.isFolder(folder);
+  return folder.size() >= 3 && folder[1] == ':' && ground.platform.files.isFolder(folder);
 }
 
-bool CheckEntries(Session& session, const VirtualDiskRequest& request,
-                  const VirtualDiskSize& size) {
-  if (!FolderExists(session, request.file)) {
-    return Refuse(session, kTextFolderMissing, String(session, kTextError));
+bool CheckEntries(Ground& ground, const VirtualDiskRequest& request, const VirtualDiskSize& size) {
+  if (!FolderExists(ground, request.file)) {
+    return Refuse(ground, kTextFolderMissing, String(ground, kTextError));
   }
   if (!IsVirtualDiskName(FileName(request.file))) {
-    return Refuse(session, kTextBadFileName, kEntryTitle);
+    return Refuse(ground, kTextBadFileName, kEntryTitle);
   }
-  if (size.fault == SizeFault::kNoSize) return Refuse(session, kTextBadSize, kEntryTitle);
-  if (size.fault == SizeFault::kTooLarge) return Refuse(session, kTextSizeTooLarge, kEntryTitle);
+  if (size.fault == SizeFault::kNoSize) return Refuse(ground, kTextBadSize, kEntryTitle);
+  if (size.fault == SizeFault::kTooLarge) return Refuse(ground, kTextSizeTooLarge, kEntryTitle);
   return true;
 }
 
 // An expandable disk is held to the same free space: it may grow to its full size.
-bool HasSpace(Session& session, const std::string& file, std::int32_t megabytes) {
-  const auto free = session.platform.drives.freeBytes(file.substr(0, 2));
+bool HasSpace(Ground& ground, const std::string& file, std::int32_t megabytes) {
+  const auto free = ground.platform.drives.freeBytes(file.substr(0, 2));
   return free.value_or(0) >= static_cast<std::uint64_t>(megabytes) << 20;
 }
 
-bool ReportCreation(Session& session, const std::string& file, const std::string& label,
+bool ReportCreation(Workplace& workplace, const std::string& file, const std::string& label,
                     const std::string& drive) {
-  for (int waited = 0;
-       waited < kLongestDelay && !session.platform.files.exists(drive) && !session.form.unloaded();
+  for (int waited = 0; waited < kLongestDelay && !workplace.platform.files.exists(drive) &&
+                       !workplace.form.unloaded();
        waited += kLookEvery) {
-    session.platform.processes.handleEventsFor(kLookEvery);
+    workplace.platform.processes.handleEventsFor(kLookEvery);
   }
-  if (session.form.unloaded()) return true;
-  const bool created = session.platform.files.exists(drive);
-  Journal(session, "virtual disk " + file + (created ? " created as " + drive : ": not created"));
-  if (!created) return Refuse(session, kTextCreateFailed, "");
-  Message(session,
-          String(session, kTextCreated) + " " + label + "\r\n" +
-              String(session, kTextCreatedDrive) + " " + drive,
-          kInformationMessage, String(session, kTextVirtualDiskDone));
+  if (workplace.form.unloaded()) return true;
+  const bool created = workplace.platform.files.exists(drive);
+  Journal(workplace, "virtual disk " + file + (created ? " created as " + drive : ": not created"));
+  if (!created) return Refuse(workplace, kTextCreateFailed, "");
+  Message(workplace,
+          String(workplace, kTextCreated) + " " + label + "\r\n" +
+              String(workplace, kTextCreatedDrive) + " " + drive,
+          kInformationMessage, String(workplace, kTextVirtualDiskDone));
   return true;
 }
 
@@ -113,21 +112,21 @@ bool DetachVirtualDisk(Session& session, const std::string& file) {
                          {"detach", kTextDetached, kTextDetachFailed});
 }
 
-bool CreateVirtualDisk(Session& session, const VirtualDiskRequest& request) {
+bool CreateVirtualDisk(Workplace& workplace, const VirtualDiskRequest& request) {
   const VirtualDiskSize size = VirtualDiskMegabytes(request.size, request.unit);
-  if (!CheckEntries(session, request, size)) return false;
+  if (!CheckEntries(workplace, request, size)) return false;
 
   const std::string file = WithVirtualDiskExtension(request.file, request.format);
-  if (!HasSpace(session, file, size.megabytes)) {
-    return Refuse(session, kTextNotEnoughSpace, String(session, kTextError));
+  if (!HasSpace(workplace, file, size.megabytes)) {
+    return Refuse(workplace, kTextNotEnoughSpace, String(workplace, kTextError));
   }
-  const std::string letter = GetULetter(DriveList(session, 0));
-  if (letter.empty()) return Refuse(session, kTextNoLetter, String(session, kTextError));
+  const std::string letter = GetULetter(DriveList(workplace, 0));
+  if (letter.empty()) return Refuse(workplace, kTextNoLetter, String(workplace, kTextError));
 
-  RunDiskpart(session, CreateScript(file, size.megabytes, request.type, request.label, letter),
+  RunDiskpart(workplace, CreateScript(file, size.megabytes, request.type, request.label, letter),
               kJobName);
-  if (session.form.unloaded()) return true;
-  return ReportCreation(session, file, request.label, letter + ":");
+  if (workplace.form.unloaded()) return true;
+  return ReportCreation(workplace, file, request.label, letter + ":");
 }
 
 }  // namespace pavoline

@@ -28,7 +28,7 @@ struct VirtualDiskRequest {
 // tells the person the outcome. True: done, the window that asked may close.
 bool AttachVirtualDisk(Session& session, const std::string& file);
 bool DetachVirtualDisk(Session& session, const std::string& file);
-bool CreateVirtualDisk(Session& session, const VirtualDiskRequest& request);
+bool CreateVirtualDisk(Workplace& workplace, const VirtualDiskRequest& request);
 
 // Patterns of the file dialogs that choose an existing virtual disk; older systems know no VHDX.
 std::string VirtualDiskPatterns(float osVersion);

@@ -16,9 +16,9 @@ constexpr int kMostPieces = 256;          // per look, so that no log holds the 
 constexpr std::uint64_t kEmptyLine = 2;
 
 // Takes in what the program has written since the last look. False when the log cannot be read.
-bool ReadNews(Session& session, ApplyRun& run) {
-  Files& files = session.platform.files;
-  const std::string path = TempFile(session, "apply.xml");
+bool ReadNews(Ground& ground, ApplyRun& run) {
+  Files& files = ground.platform.files;
+  const std::string path = TempFile(ground, "apply.xml");
   const auto size = files.size(path);
   if (!size) return false;
   if (*size <= kEmptyLine || *size < run.bytesRead) {
@@ -39,44 +39,44 @@ bool ReadNews(Session& session, ApplyRun& run) {
 
 // The program may have written its last lines and ended after the log was read: a second look
 // tells an end from an accident.
-bool ToolVanished(Session& session, ApplyRun& run, ApplyStep& step) {
-  if (run.tool->look(session, true) != FollowedProgram::Sign::kEnded) return false;
-  if (ReadNews(session, run)) step = ParseApplyLog(run.log, run.progress);
+bool ToolVanished(Ground& ground, ApplyRun& run, ApplyStep& step) {
+  if (run.tool->look(ground, true) != FollowedProgram::Sign::kEnded) return false;
+  if (ReadNews(ground, run)) step = ParseApplyLog(run.log, run.progress);
   return step.toolNeeded;
 }
 
-StepResult Finish(Session& session, ApplyRun& run) {
-  session.form.timer1.setEnabled(false);
-  run.tool->close(session);
-  session.platform.files.remove(TempFile(session, "apply.xml"));
-  session.platform.files.remove(TempFile(session, "apply.bat"));
+StepResult Finish(Workplace& workplace, ApplyRun& run) {
+  workplace.form.timer1.setEnabled(false);
+  run.tool->close(workplace);
+  workplace.platform.files.remove(TempFile(workplace, "apply.xml"));
+  workplace.platform.files.remove(TempFile(workplace, "apply.bat"));
   return StepResult::Done();
 }
 
-StepResult Fail(Session& session, ApplyRun& run) {
-  session.form.timer1.setEnabled(false);
-  Journal(session, ToolName(Tool::kImaging) + " has ended before its work was done");
-  const Failure failure = ImagingFailure(session, run.tool->lastWords(session));
-  run.tool->close(session);
+StepResult Fail(Workplace& workplace, ApplyRun& run) {
+  workplace.form.timer1.setEnabled(false);
+  Journal(workplace, ToolName(Tool::kImaging) + " has ended before its work was done");
+  const Failure failure = ImagingFailure(workplace, run.tool->lastWords(workplace));
+  run.tool->close(workplace);
   return StepResult::Failed(failure);
 }
 
 }  // namespace
 
-StepResult ApplyMonitorTick(Session& session, ApplyRun& run) {
-  if (session.form.unloaded()) return StepResult::Closed();
-  const bool readable = ReadNews(session, run);
+StepResult ApplyMonitorTick(Workplace& workplace, ApplyRun& run) {
+  if (workplace.form.unloaded()) return StepResult::Closed();
+  const bool readable = ReadNews(workplace, run);
   ApplyStep step = ParseApplyLog(run.log, run.progress);
-  if (readable && step.finished) return Finish(session, run);
+  if (readable && step.finished) return Finish(workplace, run);
   // The phases wait as long as the program lives; this watch only sees a dead one.
-  if (run.tool->silentForGood(session)) return Fail(session, run);
+  if (run.tool->silentForGood(workplace)) return Fail(workplace, run);
   if (!readable) return StepResult::Waits();
-  session.form.status.setText(String(session, step.status));
-  if (step.toolNeeded && ToolVanished(session, run, step)) return Fail(session, run);
+  workplace.form.status.setText(String(workplace, step.status));
+  if (step.toolNeeded && ToolVanished(workplace, run, step)) return Fail(workplace, run);
   run.progress = step.progress;
   if (step.shown) {
-    session.form.progressBar1.setValue(*step.shown);
-    CallW7TaskProgress(session);
+    workplace.form.progressBar1.setValue(*step.shown);
+    CallW7TaskProgress(workplace);
   }
   return StepResult::Waits();
 }

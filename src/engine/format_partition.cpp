@@ -28,33 +28,34 @@ std::string LabelOption(const std::string& label) {
   return kept.empty() || refused || kept.size() > kLongestLabel ? std::string() : " /v:" + kept;
 }
 
-Failure FormatMissing(Session& session) {
-  std::string text = String(session, kTextFormatMissing);
+Failure FormatMissing(Ground& ground) {
+  std::string text = String(ground, kTextFormatMissing);
   for (const TextNumber line :
        {kTextFormatMissingFile, kTextFormatMissingStart, kTextFormatMissingKeep}) {
-    text += "\n" + String(session, line);
+    text += "\n" + String(ground, line);
   }
-  return {text, String(session, kTextCloseTitle), kWarningMessage, ExitCode::kToolMissing};
+  return {text, String(ground, kTextCloseTitle), kWarningMessage, ExitCode::kToolMissing};
 }
 
 }  // namespace
 
-StepResult FormatInstallPartition(Session& session, const Plan& plan) {
-  Form1& form = session.form;
+StepResult FormatInstallPartition(Workplace& workplace, const Plan& plan) {
+  Form1& form = workplace.form;
   const std::string& drive = plan.target.drive;
   const std::string program =
-      session.platform.environment.variable("windir") + "\\System32\\format.com";
-  if (!session.platform.files.exists(program)) return StepResult::Failed(FormatMissing(session));
-  session.platform.taskbar.setProgressState(TaskbarState::kIndeterminate);
-  form.status.setText(ReplaceAll(String(session, kTextFormatting), "%ip%", drive));
+      workplace.platform.environment.variable("windir") + "\\System32\\format.com";
+  if (!workplace.platform.files.exists(program))
+    return StepResult::Failed(FormatMissing(workplace));
+  workplace.platform.taskbar.setProgressState(TaskbarState::kIndeterminate);
+  form.status.setText(ReplaceAll(String(workplace, kTextFormatting), "%ip%", drive));
   const ToolEnd end = ShellAndWait(
-      session, program + " " + drive + " /FS:NTFS" + LabelOption(plan.target.label) + " /q /x /y",
+      workplace, program + " " + drive + " /FS:NTFS" + LabelOption(plan.target.label) + " /q /x /y",
       ShowMode::kHidden);
-  session.platform.taskbar.setProgressState(TaskbarState::kNone);
-  if (Interrupted(session)) return StepResult::Closed();
+  workplace.platform.taskbar.setProgressState(TaskbarState::kNone);
+  if (Interrupted(workplace)) return StepResult::Closed();
   if (end.started && end.exitCode) return StepResult::Done();
-  return StepResult::Failed({ReplaceAll(More(session, kMoreNotStarted), "%f%", program),
-                             String(session, kTextError), kErrorMessage, ExitCode::kToolMissing});
+  return StepResult::Failed({ReplaceAll(More(workplace, kMoreNotStarted), "%f%", program),
+                             String(workplace, kTextError), kErrorMessage, ExitCode::kToolMissing});
 }
 
 }  // namespace pavoline

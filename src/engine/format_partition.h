@@ -9,6 +9,6 @@ namespace pavoline {
 // Formats the install partition as NTFS under its present label. Failed when format.com is missing
 // or did not run. What format itself answers is noted, not judged: the apply shows whether the
 // partition can be written.
-StepResult FormatInstallPartition(Session& session, const Plan& plan);
+StepResult FormatInstallPartition(Workplace& workplace, const Plan& plan);
 
 }  // namespace pavoline

@@ -14,7 +14,7 @@
 namespace pavoline {
 
 // Says that the Ghost program is missing or useless, and where it was looked for.
-std::string GhostMissingMessage(Session& session);
+std::string GhostMissingMessage(Ground& ground);
 
 // A restore that runs.
 struct GhostRun {
@@ -26,10 +26,10 @@ struct GhostRun {
 };
 
 // Starts the Ghost program on the plan's image and partition and lets Timer2 follow its window.
-StepResult GhoSetup(Session& session, const Plan& plan, GhostRun& run);
+StepResult GhoSetup(Workplace& workplace, const Plan& plan, GhostRun& run);
 
 // One tick of Timer2, which waits for Ghost's window and then follows it. Done when Ghost has ended
 // with enough of its work shown.
-StepResult GhostTick(Session& session, const Plan& plan, GhostRun& run);
+StepResult GhostTick(Workplace& workplace, const Plan& plan, GhostRun& run);
 
 }  // namespace pavoline

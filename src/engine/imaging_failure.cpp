@@ -4,10 +4,10 @@
 
 namespace pavoline {
 
-Failure ImagingFailure(Session& session, const std::string& lastWords) {
-  std::string text = String(session, kTextApplyFailed);
-  if (!lastWords.empty()) text += "\n\n" + More(session, kMoreToolSaid) + "\n" + lastWords;
-  return {text, String(session, kTextError), kErrorMessage, ExitCode::kImagingFailed};
+Failure ImagingFailure(Ground& ground, const std::string& lastWords) {
+  std::string text = String(ground, kTextApplyFailed);
+  if (!lastWords.empty()) text += "\n\n" + More(ground, kMoreToolSaid) + "\n" + lastWords;
+  return {text, String(ground, kTextError), kErrorMessage, ExitCode::kImagingFailed};
 }
 
 }  // namespace pavoline

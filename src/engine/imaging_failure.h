@@ -2,12 +2,12 @@
 
 #include <string>
 
+#include "session/ground.h"
 #include "session/outcome.h"
-#include "session/session.h"
 
 namespace pavoline {
 
 // The message of an image that was not written, with the tool's own last words below.
-Failure ImagingFailure(Session& session, const std::string& lastWords);
+Failure ImagingFailure(Ground& ground, const std::string& lastWords);
 
 }  // namespace pavoline

@@ -11,19 +11,19 @@ namespace pavoline {
 namespace {
 
 // Copies with the main progress bar as witness; whatever interrupts cancels.
-bool CopyShowingProgress(Session& session, const std::string& from, const std::string& to) {
-  const auto progress = [&session](std::uint64_t done, std::uint64_t total) {
-    ProgressBar& bar = session.form.progressBar1;
+bool CopyShowingProgress(Workplace& workplace, const std::string& from, const std::string& to) {
+  const auto progress = [&workplace](std::uint64_t done, std::uint64_t total) {
+    ProgressBar& bar = workplace.form.progressBar1;
     const int percent = total == 0 ? 100 : static_cast<int>(100.0 * (double(done) / double(total)));
     if (percent != bar.value()) {
       bar.setValue(percent);
-      CallW7TaskProgress(session);
+      CallW7TaskProgress(workplace);
     }
-    session.platform.processes.handleEvents();
-    return !Interrupted(session);
+    workplace.platform.processes.handleEvents();
+    return !Interrupted(workplace);
   };
-  Journal(session, "copy " + from + " to " + to);
-  return session.platform.files.copyWithProgress(from, to, progress);
+  Journal(workplace, "copy " + from + " to " + to);
+  return workplace.platform.files.copyWithProgress(from, to, progress);
 }
 
 std::string Folder(const Plan& plan) { return plan.target.drive + "\\System Volume Information"; }
@@ -36,22 +36,23 @@ bool IsCopied(const Plan& plan) {
 
 std::string WimbootCopyPath(const Plan& plan) { return Folder(plan) + "\\Install.wim"; }
 
-StepResult CopyImageForWimboot(Session& session, const Plan& plan) {
+StepResult CopyImageForWimboot(Workplace& workplace, const Plan& plan) {
   const std::string folder = Folder(plan);
 
-  if (!session.platform.files.exists(folder)) session.platform.files.createFolder(folder);
-  RunBatch(session, "takeown /f " + BatchPath(session, folder) + " /a /r /d y", "takeown");
-  if (Interrupted(session)) return StepResult::Closed();
+  if (!workplace.platform.files.exists(folder)) workplace.platform.files.createFolder(folder);
+  RunBatch(workplace, "takeown /f " + BatchPath(workplace, folder) + " /a /r /d y", "takeown");
+  if (Interrupted(workplace)) return StepResult::Closed();
 
-  session.form.status.setText(String(session, kTextCopyingImage));
-  const bool copied = CopyShowingProgress(session, plan.source, WimbootCopyPath(plan));
-  if (Interrupted(session)) return StepResult::Closed();
+  workplace.form.status.setText(String(workplace, kTextCopyingImage));
+  const bool copied = CopyShowingProgress(workplace, plan.source, WimbootCopyPath(plan));
+  if (Interrupted(workplace)) return StepResult::Closed();
   if (!copied) {
-    return StepResult::Failed({"Copy failed! ", String(session, kTextInformation), kErrorMessage,
+    return StepResult::Failed({"Copy failed! ", String(workplace, kTextInformation), kErrorMessage,
                                ExitCode::kImagingFailed});
   }
-  RunBatch(session, "echo y|cacls " + BatchPath(session, folder) + " /T /Grant SYSTEM:F", "cacls");
-  return Interrupted(session) ? StepResult::Closed() : StepResult::Done();
+  RunBatch(workplace, "echo y|cacls " + BatchPath(workplace, folder) + " /T /Grant SYSTEM:F",
+           "cacls");
+  return Interrupted(workplace) ? StepResult::Closed() : StepResult::Done();
 }
 
 }  // namespace pavoline

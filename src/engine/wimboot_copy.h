@@ -16,6 +16,6 @@ std::string WimbootCopyPath(const Plan& plan);
 
 // Copies the image into the install partition's system folder, where a system that keeps running
 // from its image looks for it, and opens that folder to the system.
-StepResult CopyImageForWimboot(Session& session, const Plan& plan);
+StepResult CopyImageForWimboot(Workplace& workplace, const Plan& plan);
 
 }  // namespace pavoline

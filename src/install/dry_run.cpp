@@ -9,11 +9,11 @@
 namespace pavoline {
 namespace {
 
-void Tell(Session& session, const std::string& text) {
+void Tell(Ground& ground, const std::string& text) {
   for (const std::string& line : Split(text, "\r\n")) {
-    if (!line.empty()) Journal(session, "dry run: " + line);
+    if (!line.empty()) Journal(ground, "dry run: " + line);
   }
-  session.platform.environment.print(text);
+  ground.platform.environment.print(text);
 }
 
 }  // namespace
@@ -26,8 +26,8 @@ void EndDryRun(Session& session, const Plan& plan, const std::vector<std::string
   if (!session.form.unloaded()) EndInstallation(session, rehearsal.outcome);
 }
 
-void TellChecks(Session& session, const std::vector<std::string>& passed) {
-  Tell(session, ChecksText(session, passed));
+void TellChecks(Ground& ground, const std::vector<std::string>& passed) {
+  Tell(ground, ChecksText(ground, passed));
 }
 
 }  // namespace pavoline

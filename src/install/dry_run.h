@@ -14,6 +14,6 @@ namespace pavoline {
 void EndDryRun(Session& session, const Plan& plan, const std::vector<std::string>& passed);
 
 // The same of the checks alone, before the one that refuses is told.
-void TellChecks(Session& session, const std::vector<std::string>& passed);
+void TellChecks(Ground& ground, const std::vector<std::string>& passed);
 
 }  // namespace pavoline

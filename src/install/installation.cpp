@@ -23,11 +23,11 @@ const char* CurrentStep(const Installation& installation) {
   return step == nullptr ? "" : step->name;
 }
 
-std::uint64_t Now(Session& session) { return session.platform.environment.milliseconds(); }
+std::uint64_t Now(Ground& ground) { return ground.platform.environment.milliseconds(); }
 
-void NoteEnd(Session& session, const Installation& installation, const char* how) {
-  Journal(session, std::string("step ") + how + ": " + CurrentStep(installation) + ", " +
-                       std::to_string(Now(session) - installation.stepBegan) + " ms");
+void NoteEnd(Ground& ground, const Installation& installation, const char* how) {
+  Journal(ground, std::string("step ") + how + ": " + CurrentStep(installation) + ", " +
+                      std::to_string(Now(ground) - installation.stepBegan) + " ms");
 }
 
 // True when the installation may go on with its next step.
@@ -104,10 +104,10 @@ void Tick(Session& session, StepResult (*look)(Session&, Installation&)) {
   if (Passed(session, held, look(session, *held))) Proceed(session, held);
 }
 
-void ClearProgress(Session& session) {
-  session.form.progressBar1.setValue(0);
-  CallW7TaskProgress(session);
-  session.platform.taskbar.setProgressState(TaskbarState::kNone);
+void ClearProgress(Workplace& workplace) {
+  workplace.form.progressBar1.setValue(0);
+  CallW7TaskProgress(workplace);
+  workplace.platform.taskbar.setProgressState(TaskbarState::kNone);
 }
 
 }  // namespace
@@ -143,10 +143,10 @@ void OverallTick(Session& session) {
   session.form.overall.setText(OverallLine(session.texts, overall));
 }
 
-void HideOverall(Session& session) {
-  session.form.overallTimer.setEnabled(false);
-  session.form.overall.setText("");
-  ShowStopButton(session.form, false);
+void HideOverall(Workplace& workplace) {
+  workplace.form.overallTimer.setEnabled(false);
+  workplace.form.overall.setText("");
+  ShowStopButton(workplace.form, false);
 }
 
 void StopInstallation(Session& session) {

@@ -49,7 +49,7 @@ void DriverTick(Session& session);
 
 // Shows below the bar how far the whole is, once a second; hides it where nothing runs.
 void OverallTick(Session& session);
-void HideOverall(Session& session);
+void HideOverall(Workplace& workplace);
 
 // Stops the installation that runs: the window is idle again, or closed after an unattended run.
 // A step that waits for a program returns first, which it does at once; programs are left as they

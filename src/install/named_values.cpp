@@ -8,15 +8,15 @@
 namespace pavoline {
 namespace {
 
-std::string ResolvePath(Session& session, std::string& path, const std::string& named) {
+std::string ResolvePath(Ground& ground, std::string& path, const std::string& named) {
   if (path.empty()) return {};
-  const MachineValue filled = WithMachineFacts(session, path, ValueUse::kPath);
-  if (!filled.untold.empty()) return UntoldText(session, path, filled);
+  const MachineValue filled = WithMachineFacts(ground, path, ValueUse::kPath);
+  if (!filled.untold.empty()) return UntoldText(ground, path, filled);
   const bool ofCommandLine = path == named;
-  Files& files = session.platform.files;
-  path = files.fullPath(FromProgram(session.paths, filled.text));
+  Files& files = ground.platform.files;
+  path = files.fullPath(FromProgram(ground.paths, filled.text));
   if (!ofCommandLine || files.exists(path)) return {};
-  return ReplaceAll(More(session, kMoreNamedMissing), "%f%", path);
+  return ReplaceAll(More(ground, kMoreNamedMissing), "%f%", path);
 }
 
 }  // namespace

@@ -25,13 +25,13 @@
 namespace pavoline {
 namespace {
 
-StepResult Refused(Session& session, const std::string& text) {
-  return StepResult::Failed({text, String(session, kTextError), kErrorMessage, ExitCode::kRefused});
+StepResult Refused(Ground& ground, const std::string& text) {
+  return StepResult::Failed({text, String(ground, kTextError), kErrorMessage, ExitCode::kRefused});
 }
 
 // Another set under the same name counts as lacking as well: its parts are not those of the plan.
-std::string SplitPartLacking(Session& session, const Plan& plan) {
-  Files& files = session.platform.files;
+std::string SplitPartLacking(Ground& ground, const Plan& plan) {
+  Files& files = ground.platform.files;
   if (!IsSplit(plan)) return {};
   const bool same = FurtherParts(files, plan.source) == plan.furtherParts;
   return same ? LackingPart(files, plan.source) : plan.source;
@@ -110,9 +110,9 @@ StepResult AnswerFile(Session& session, Installation& installation) {
   return StepResult::Done();
 }
 
-void DriversLack(Session& session, Installation& installation, int text) {
+void DriversLack(Ground& ground, Installation& installation, int text) {
   installation.lacking.push_back(
-      ReplaceAll(More(session, text), "%f%", installation.plan.driverFolder));
+      ReplaceAll(More(ground, text), "%f%", installation.plan.driverFolder));
 }
 
 StepResult Drivers(Session& session, Installation& installation) {
@@ -127,13 +127,13 @@ StepResult Drivers(Session& session, Installation& installation) {
 }
 
 // A few are named; the record has them all.
-void NameFailedDrivers(Session& session, Installation& installation) {
+void NameFailedDrivers(Ground& ground, Installation& installation) {
   constexpr std::size_t kMostNamed = 5;
   const std::vector<std::string>& failed = installation.drivers.failed;
   if (failed.empty() || failed.size() > kMostNamed) return;
   std::string names;
   for (const std::string& path : failed) names += (names.empty() ? "" : ", ") + FileName(path);
-  installation.lacking.push_back(ReplaceAll(More(session, kMoreDriversNamed), "%f%", names));
+  installation.lacking.push_back(ReplaceAll(More(ground, kMoreDriversNamed), "%f%", names));
 }
 
 // Behind the drivers, whether they were waited for or could not be started at all.
@@ -244,9 +244,9 @@ Outcome FailedIn(const char* step, const Failure& failure) {
   return {refused ? Outcome::kRefused : Outcome::kFailed, step, failure};
 }
 
-std::string EndText(Session& session, const Installation& installation) {
-  if (installation.lacking.empty()) return String(session, kTextFinished);
-  std::string text = More(session, kMoreIncomplete);
+std::string EndText(Ground& ground, const Installation& installation) {
+  if (installation.lacking.empty()) return String(ground, kTextFinished);
+  std::string text = More(ground, kMoreIncomplete);
   for (const std::string& line : installation.lacking) text += "\n" + line;
   return text;
 }

@@ -28,6 +28,6 @@ Outcome Completed(const Installation& installation);
 Outcome FailedIn(const char* step, const Failure& failure);
 
 // What is told at the end: that it is finished, or what is lacking.
-std::string EndText(Session& session, const Installation& installation);
+std::string EndText(Ground& ground, const Installation& installation);
 
 }  // namespace pavoline

@@ -22,8 +22,8 @@ class TextLines {
   std::string text_;
 };
 
-std::string Caption(const Session& session, int number) {
-  return WithoutAccessKey(session.texts.captions[static_cast<std::size_t>(number)]);
+std::string Caption(const Ground& ground, int number) {
+  return WithoutAccessKey(ground.texts.captions[static_cast<std::size_t>(number)]);
 }
 
 // "Answer file: D:\answers.xml", when there is one.
@@ -61,8 +61,8 @@ void AddPlan(Session& session, const Plan& plan, TextLines& lines) {
   if (plan.restart) lines.line(caption(kCaptionRestart));
 }
 
-void AddSteps(Session& session, const Rehearsal& rehearsal, TextLines& lines) {
-  lines.heading(More(session, kMoreCommands));
+void AddSteps(Ground& ground, const Rehearsal& rehearsal, TextLines& lines) {
+  lines.heading(More(ground, kMoreCommands));
   for (const PlannedStep& step : rehearsal.steps) {
     if (!step.heading.empty()) lines.line(step.heading);
     for (const PlannedAct& act : step.acts) {
@@ -71,22 +71,22 @@ void AddSteps(Session& session, const Rehearsal& rehearsal, TextLines& lines) {
   }
 }
 
-void AddEnd(Session& session, const Rehearsal& rehearsal, TextLines& lines) {
+void AddEnd(Ground& ground, const Rehearsal& rehearsal, TextLines& lines) {
   const std::string& failure = rehearsal.outcome.failure.text;
   if (!failure.empty()) {
-    lines.heading(More(session, kMoreWouldEnd));
+    lines.heading(More(ground, kMoreWouldEnd));
     lines.line(failure);
   }
   if (!rehearsal.missing.empty()) lines.heading(rehearsal.missing);
-  lines.heading(ReplaceAll(More(session, kMoreAssumed), "%v%", rehearsal.version));
+  lines.heading(ReplaceAll(More(ground, kMoreAssumed), "%v%", rehearsal.version));
 }
 
 }  // namespace
 
-std::string ChecksText(const Session& session, const std::vector<std::string>& passed) {
+std::string ChecksText(const Ground& ground, const std::vector<std::string>& passed) {
   TextLines lines;
-  if (session.commandLine.dryRun) lines.heading(More(session, kMoreDryRun));
-  lines.heading(More(session, kMorePassed));
+  if (ground.commandLine.dryRun) lines.heading(More(ground, kMoreDryRun));
+  lines.heading(More(ground, kMorePassed));
   for (const std::string& check : passed) lines.line("- " + check);
   return lines.text();
 }

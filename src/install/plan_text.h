@@ -16,7 +16,7 @@ std::string PlanText(Session& session, const Plan& plan, const std::vector<std::
                      const Rehearsal& rehearsal);
 
 // Its beginning: the checks that were passed.
-std::string ChecksText(const Session& session, const std::vector<std::string>& passed);
+std::string ChecksText(const Ground& ground, const std::vector<std::string>& passed);
 
 // Shows such a text in a window of its own and returns when that is closed.
 void ShowPlanText(Session& session, const std::string& text);

@@ -29,42 +29,42 @@ const char* Word(Outcome::Kind kind) {
   return "failed";
 }
 
-std::string OutcomeLine(const Session& session, const Outcome& outcome) {
-  return std::string(session.commandLine.dryRun ? "outcome of the dry run: " : "outcome: ") +
+std::string OutcomeLine(const Ground& ground, const Outcome& outcome) {
+  return std::string(ground.commandLine.dryRun ? "outcome of the dry run: " : "outcome: ") +
          Word(outcome.kind) +
          (*outcome.step == '\0' ? "" : std::string(" in step: ") + outcome.step) + ", exit code " +
          std::to_string(static_cast<int>(outcome.failure.code));
 }
 
 // A dry run says it on its output and leaves no copy anywhere.
-void TellOutcome(Session& session, const std::string& why, const std::string& line) {
-  session.platform.environment.print((why.empty() ? "" : why + "\r\n") + line + "\r\n");
+void TellOutcome(Ground& ground, const std::string& why, const std::string& line) {
+  ground.platform.environment.print((why.empty() ? "" : why + "\r\n") + line + "\r\n");
 }
 
-void NoteCopy(Session& session, bool copied, const std::string& path) {
-  Journal(session, (copied ? "record copied to " : "record not copied to ") + path);
+void NoteCopy(Ground& ground, bool copied, const std::string& path) {
+  Journal(ground, (copied ? "record copied to " : "record not copied to ") + path);
 }
 
 // Behind the window's end nothing is waited for.
-bool LeftRunning(const Session& session, const ToolEnd& end) {
-  return end.started && !end.exitCode && session.form.unloaded();
+bool LeftRunning(const Workplace& workplace, const ToolEnd& end) {
+  return end.started && !end.exitCode && workplace.form.unloaded();
 }
 
-void CopyIntoSystem(Session& session, const Plan& plan) {
-  Files& files = session.platform.files;
+void CopyIntoSystem(Ground& ground, const Plan& plan) {
+  Files& files = ground.platform.files;
   const std::string windows = plan.target.drive + "\\Windows";
   if (!files.isFolder(windows)) return;
   if (!files.exists(windows + "\\Panther")) files.createFolder(windows + "\\Panther");
   const std::string path = windows + "\\Panther\\Pavoline.log";
-  NoteCopy(session, files.copy(session.paths.journal, path), path);
+  NoteCopy(ground, files.copy(ground.paths.journal, path), path);
 }
 
 // "5CG1234XYZ-20240506-181500.log".
-std::string NameOfCopy(Session& session) {
-  const MachineFacts facts = FactsOfMachine(session);
+std::string NameOfCopy(Ground& ground) {
+  const MachineFacts facts = FactsOfMachine(ground);
   const std::string serial = FitForFileName(facts.serial);
   const std::string machine = serial.empty() ? facts.mac : serial;
-  const LocalTime t = session.platform.environment.now();
+  const LocalTime t = ground.platform.environment.now();
   char stamp[64];
   std::snprintf(stamp, sizeof stamp, "-%04d%02d%02d-%02d%02d%02d.log", t.year, t.month, t.day,
                 t.hour, t.minute, t.second);

@@ -10,10 +10,10 @@ namespace {
 constexpr char kUnknownVersion[] = "10.0";
 
 // From the image's own description; a Ghost image has none.
-std::string VersionInImage(const Session& session, const Plan& plan) {
+std::string VersionInImage(const SourceState& source, const Plan& plan) {
   const auto edition = static_cast<std::size_t>(plan.edition - 1);
-  if (edition >= session.editions.size()) return kUnknownVersion;
-  const WimImageInfo& info = session.editions[edition];
+  if (edition >= source.editions.size()) return kUnknownVersion;
+  const WimImageInfo& info = source.editions[edition];
   if (info.major.empty() || info.minor.empty()) return kUnknownVersion;
   return info.major + "." + info.minor + (info.build.empty() ? "" : "." + info.build);
 }

@@ -75,11 +75,11 @@ void NotePlan(Session& session, const Plan& plan) {
   }
 }
 
-Outcome AsOutcome(Session& session, const Refusal& refusal) {
+Outcome AsOutcome(Ground& ground, const Refusal& refusal) {
   const bool cancelled = refusal.code == ExitCode::kCancelled;
   return {cancelled ? Outcome::kCancelled : Outcome::kRefused,
           "check",
-          {refusal.text, String(session, kTextError), kErrorMessage, refusal.code}};
+          {refusal.text, String(ground, kTextError), kErrorMessage, refusal.code}};
 }
 
 }  // namespace

@@ -23,8 +23,8 @@ using Checked = std::optional<Refusal>;
 
 Refusal Because(std::string text) { return {std::move(text)}; }
 
-std::string SystemDrive(Session& session) {
-  return session.platform.environment.variable("SYSTEMDRIVE");
+std::string SystemDrive(Ground& ground) {
+  return ground.platform.environment.variable("SYSTEMDRIVE");
 }
 
 Checked RunningSystem(Session& session, Plan& plan) {
@@ -98,12 +98,12 @@ Checked BootPartitionExists(Session& session, Plan& plan) {
 }
 
 // Two letters that tell this installation from others, drawn before the partitions are looked up.
-void MarkInstallation(Session& session) {
-  Environment& environment = session.platform.environment;
+void MarkInstallation(Workplace& workplace) {
+  Environment& environment = workplace.platform.environment;
   environment.reseedRandom();
   std::string marker;
   for (int i = 0; i < 2; ++i) marker += RandomLetter(environment);
-  session.form.marks.installation = marker;
+  workplace.form.marks.installation = marker;
 }
 
 // Looks the install partition up afresh.

@@ -8,8 +8,8 @@ namespace pavoline {
 namespace {
 
 // "D:" of a path; a relative one is worked out first.
-std::string DriveOf(Session& session, const std::string& path) {
-  return session.platform.files.fullPath(path).substr(0, 2);
+std::string DriveOf(Ground& ground, const std::string& path) {
+  return ground.platform.files.fullPath(path).substr(0, 2);
 }
 
 // The file that really holds the image: an ISO, where the path lies on a drive mounted from one.
@@ -25,8 +25,8 @@ std::string OutermostFile(Session& session, std::string path) {
 }
 
 // The program of a plug-in's command line, or of the discovered plug-in of that name.
-std::string PluginProgram(Session& session, const std::string& plugin) {
-  const std::string* entry = session.plugins.find(plugin);
+std::string PluginProgram(Findings& findings, const std::string& plugin) {
+  const std::string* entry = findings.plugins.find(plugin);
   const std::string& command = entry != nullptr ? *entry : plugin;
   if (command.starts_with('"')) return command.substr(1, command.find('"', 1) - 1);
   const auto end = command.find(".exe ");

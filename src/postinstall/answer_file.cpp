@@ -22,10 +22,10 @@ constexpr char kTemplateMark[] = "[Pavoline]";
 // without one loses a real character. Empty for bytes that are not UTF-8: what could be made of
 // them would be no answer file, and setup stops at a broken one where it does without a missing
 // one.
-std::string TemplateText(Session& session, const std::string& path) {
-  const std::string bytes = ReadUtf8File(session, path);
+std::string TemplateText(Ground& ground, const std::string& path) {
+  const std::string bytes = ReadUtf8File(ground, path);
   if (bytes.empty() || !IsUtf8Text(bytes)) {
-    Journal(session, "answer file skipped, no UTF-8 text: " + path);
+    Journal(ground, "answer file skipped, no UTF-8 text: " + path);
     return {};
   }
   return bytes.substr(Utf8Length(bytes.front()));
@@ -69,24 +69,24 @@ std::string FillNames(Session& session, std::string text) {
 }
 
 // The edition's language; without one, that of the boot files.
-std::string SystemLanguage(const Session& session, const Plan& plan) {
+std::string SystemLanguage(const SourceState& source, const Plan& plan) {
   if (!plan.language.empty()) return plan.language;
-  return session.fallbackLanguage.empty() ? "en-US" : session.fallbackLanguage;
+  return source.fallbackLanguage.empty() ? "en-US" : source.fallbackLanguage;
 }
 
-void Save(Session& session, const std::string& text, const std::string& folder) {
-  Files& files = session.platform.files;
+void Save(Ground& ground, const std::string& text, const std::string& folder) {
+  Files& files = ground.platform.files;
   if (!files.exists(folder)) files.createFolder(folder);
   const std::string path = folder + "\\unattend.xml";
-  if (WriteUtf8File(session, text, path, true)) {
-    Journal(session, "answer file " + path);
+  if (WriteUtf8File(ground, text, path, true)) {
+    Journal(ground, "answer file " + path);
     return;
   }
   files.remove(path);
-  Journal(session, "could not be written: " + path);
-  if (session.commandLine.silent) return;
-  Message(session, ReplaceAll(String(session, kTextCannotWrite), "%f%", path), kErrorMessage,
-          String(session, kTextError));
+  Journal(ground, "could not be written: " + path);
+  if (ground.commandLine.silent) return;
+  Message(ground, ReplaceAll(String(ground, kTextCannotWrite), "%f%", path), kErrorMessage,
+          String(ground, kTextError));
 }
 
 }  // namespace

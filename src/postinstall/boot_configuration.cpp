@@ -24,12 +24,12 @@ constexpr float kFirstNewLoader = 5.3f;
 constexpr float kLastOldLoader = 5.2f;
 
 // The program's own copy of a tool, else the running system's; empty when neither is there.
-std::string BootTool(Session& session, Tool tool) {
-  Files& files = session.platform.files;
-  const std::string own = ToolPath(session.paths, tool);
+std::string BootTool(Ground& ground, Tool tool) {
+  Files& files = ground.platform.files;
+  const std::string own = ToolPath(ground.paths, tool);
   if (files.exists(own)) return own;
   const std::string system =
-      session.platform.environment.variable("windir") + "\\System32\\" + ToolName(tool);
+      ground.platform.environment.variable("windir") + "\\System32\\" + ToolName(tool);
   return files.exists(system) ? system : std::string();
 }
 
@@ -41,8 +41,8 @@ std::string BootLanguage(Session& session, const BootJob& job) {
   return session.fallbackLanguage;
 }
 
-bool HoldsWindows(Session& session, const std::string& drive) {
-  return session.platform.files.exists(drive + "\\Windows");
+bool HoldsWindows(Ground& ground, const std::string& drive) {
+  return ground.platform.files.exists(drive + "\\Windows");
 }
 
 // Drives of the partition list that hold a system, from the last row to the first.
@@ -59,30 +59,30 @@ std::vector<std::string> WindowsDrives(Session& session) {
 
 // No firmware is asked for: the disk shall start under either. True when the files of one were
 // written; not every system has those of both.
-bool WriteBootFiles(Session& session, const BootJob& job, const std::string& bcdboot,
+bool WriteBootFiles(Workplace& workplace, const BootJob& job, const std::string& bcdboot,
                     const std::string& systemDrive, const std::string& language) {
   bool written = false;
   for (const char* firmware : {"bios", "uefi"}) {
-    if (Interrupted(session)) return written;
-    const ToolEnd end = ShellAndWait(session,
+    if (Interrupted(workplace)) return written;
+    const ToolEnd end = ShellAndWait(workplace,
                                      CommandWord(bcdboot) + " " + systemDrive + "\\Windows /s " +
                                          job.bootDrive + " /f " + firmware + " /l " + language,
                                      ShowMode::kHidden);
     const std::string store =
         firmware == std::string_view("bios") ? BiosStore(job.bootDrive) : UefiStore(job.bootDrive);
-    written = written || (end.succeeded() && session.platform.files.exists(store));
+    written = written || (end.succeeded() && workplace.platform.files.exists(store));
   }
   return written;
 }
 
 // For every system on every partition; the first row's is written last and thus leads. The stores
 // are made anew, not merged.
-bool RebuildBootFiles(Session& session, const BootJob& job, const std::string& bcdboot,
+bool RebuildBootFiles(Workplace& workplace, const BootJob& job, const std::string& bcdboot,
                       const std::vector<std::string>& systems, const std::string& language) {
-  BootStores stores(session, job.bootDrive);
+  BootStores stores(workplace, job.bootDrive);
   bool written = false;
   for (const std::string& drive : systems) {
-    if (WriteBootFiles(session, job, bcdboot, drive, language)) written = true;
+    if (WriteBootFiles(workplace, job, bcdboot, drive, language)) written = true;
   }
   stores.settle();
   return written;
@@ -100,15 +100,15 @@ float VersionOnAnyPartition(Session& session, float version) {
   return version;
 }
 
-void WriteBootSector(Session& session, const std::string& bootDrive, float version) {
-  const std::string bootsect = BootTool(session, Tool::kBootsect);
-  session.form.status.setText(String(session, kTextBootSector));
+void WriteBootSector(Workplace& workplace, const std::string& bootDrive, float version) {
+  const std::string bootsect = BootTool(workplace, Tool::kBootsect);
+  workplace.form.status.setText(String(workplace, kTextBootSector));
   if (bootsect.empty()) {
-    Journal(session, "no boot sector: bootsect.exe is missing");
+    Journal(workplace, "no boot sector: bootsect.exe is missing");
     return;
   }
   const char* loader = version <= kLastOldLoader ? " /nt52 " : " /nt60 ";
-  ShellAndWait(session, CommandWord(bootsect) + loader + bootDrive + " /mbr", ShowMode::kHidden);
+  ShellAndWait(workplace, CommandWord(bootsect) + loader + bootDrive + " /mbr", ShowMode::kHidden);
 }
 
 bool WriteForJob(Session& session, const BootJob& job) {
@@ -130,8 +130,8 @@ bool AnythingToRepair(Session& session) {
   return !BootTool(session, Tool::kBcdboot).empty() && !WindowsDrives(session).empty();
 }
 
-bool BootToolsPresent(Session& session) {
-  return !BootTool(session, Tool::kBcdboot).empty() && !BootTool(session, Tool::kBootsect).empty();
+bool BootToolsPresent(Ground& ground) {
+  return !BootTool(ground, Tool::kBcdboot).empty() && !BootTool(ground, Tool::kBootsect).empty();
 }
 
 bool CallBootMbr(Session& session, const BootJob& job, float version) {

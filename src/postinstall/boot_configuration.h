@@ -24,6 +24,6 @@ bool CallBootMbr(Session& session, const BootJob& job, float version);
 bool AnythingToRepair(Session& session);
 
 // True when bcdboot.exe and bootsect.exe are there, the program's own or the system's.
-bool BootToolsPresent(Session& session);
+bool BootToolsPresent(Ground& ground);
 
 }  // namespace pavoline

@@ -17,61 +17,61 @@ constexpr int kLongestAnswer = 60;          // ticks
 constexpr std::size_t kLogEnd = 64 * 1024;  // bytes; a line of dism's is a few hundred
 constexpr std::size_t kWholeLog = 4 << 20;  // bytes; some ten thousand packages
 
-std::string LogPath(Session& session) { return TempFile(session, "SetDrv.xml"); }
+std::string LogPath(Ground& ground) { return TempFile(ground, "SetDrv.xml"); }
 
-std::string InjectionLine(Session& session, const Plan& plan) {
-  const std::string folder = session.platform.files.shortPath(plan.driverFolder);
+std::string InjectionLine(Ground& ground, const Plan& plan) {
+  const std::string folder = ground.platform.files.shortPath(plan.driverFolder);
   return "dism.exe /image:" + plan.target.drive +
          "\\ /Add-Driver /Driver:" + ReplaceAll(CommandWord(folder), "%", "%%") +
-         " /recurse /forceunsigned >" + LogPath(session);
+         " /recurse /forceunsigned >" + LogPath(ground);
 }
 
-StepResult Finish(Session& session, DriverRun& run) {
-  session.form.timer3.setEnabled(false);
-  const std::string words = LastWords(session, LogPath(session));
-  run.failed =
-      FailedDrivers(session.platform.text.fromAnsi(ReadEnd(session, LogPath(session), kWholeLog)));
-  session.platform.files.remove(LogPath(session));
-  session.platform.files.remove(TempFile(session, "SetDrv.bat"));
-  session.form.progressBar1.setValue(session.form.progressBar1.maximum());
+StepResult Finish(Workplace& workplace, DriverRun& run) {
+  workplace.form.timer3.setEnabled(false);
+  const std::string words = LastWords(workplace, LogPath(workplace));
+  run.failed = FailedDrivers(
+      workplace.platform.text.fromAnsi(ReadEnd(workplace, LogPath(workplace), kWholeLog)));
+  workplace.platform.files.remove(LogPath(workplace));
+  workplace.platform.files.remove(TempFile(workplace, "SetDrv.bat"));
+  workplace.form.progressBar1.setValue(workplace.form.progressBar1.maximum());
   run.complete = run.tool->exitCode() == 0u;
-  run.tool->close(session);
-  Journal(session, (run.complete ? "drivers done: " : "drivers not complete: ") + words);
-  for (const std::string& path : run.failed) Journal(session, "driver not added: " + path);
+  run.tool->close(workplace);
+  Journal(workplace, (run.complete ? "drivers done: " : "drivers not complete: ") + words);
+  for (const std::string& path : run.failed) Journal(workplace, "driver not added: " + path);
   return StepResult::Done();
 }
 
 }  // namespace
 
-StepResult StartDriverInjection(Session& session, const Plan& plan, DriverRun& run) {
+StepResult StartDriverInjection(Workplace& workplace, const Plan& plan, DriverRun& run) {
   // A log of an earlier run must not pass for this one's.
-  session.platform.files.remove(LogPath(session));
-  run.tool =
-      StartBatch(session, InjectionLine(session, plan), {kScript, "dism.exe", LogPath(session)});
+  workplace.platform.files.remove(LogPath(workplace));
+  run.tool = StartBatch(workplace, InjectionLine(workplace, plan),
+                        {kScript, "dism.exe", LogPath(workplace)});
   if (!run.tool) return StepResult::Done();
-  session.form.timer3.setEnabled(true);
+  workplace.form.timer3.setEnabled(true);
   return StepResult::Waits();
 }
 
-StepResult DriverMonitorTick(Session& session, DriverRun& run) {
-  Form1& form = session.form;
+StepResult DriverMonitorTick(Workplace& workplace, DriverRun& run) {
+  Form1& form = workplace.form;
   if (form.unloaded()) return StepResult::Closed();
-  const DriverStep step = ParseDriverLog(ReadEnd(session, LogPath(session), kLogEnd));
+  const DriverStep step = ParseDriverLog(ReadEnd(workplace, LogPath(workplace), kLogEnd));
   if (step.kind == DriverStep::kInstalling) {
-    form.status.setText(String(session, kTextAddingDrivers));
+    form.status.setText(String(workplace, kTextAddingDrivers));
     form.progressBar1.setMaximum(step.total);
     form.progressBar1.setValue(step.done);
   }
-  if (run.tool->silentForGood(session)) return Finish(session, run);
+  if (run.tool->silentForGood(workplace)) return Finish(workplace, run);
   if (step.kind == DriverStep::kSearching) {
-    form.status.setText(String(session, kTextSearchingDrivers));
+    form.status.setText(String(workplace, kTextSearchingDrivers));
     return StepResult::Waits();
   }
   // Whatever the last line says: dism may fail and end with a long one that names its own log.
-  if (run.tool->look(session) != FollowedProgram::Sign::kEnded) return StepResult::Waits();
+  if (run.tool->look(workplace) != FollowedProgram::Sign::kEnded) return StepResult::Waits();
   // The interpreter knows how dism ended, and follows it at once.
   const bool answerDue = run.tool->starterRuns() && ++run.ticksWithout < kLongestAnswer;
-  return answerDue ? StepResult::Waits() : Finish(session, run);
+  return answerDue ? StepResult::Waits() : Finish(workplace, run);
 }
 
 }  // namespace pavoline

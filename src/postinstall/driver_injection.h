@@ -21,9 +21,9 @@ struct DriverRun {
 
 // Starts adding the plan's driver folder to the applied system and lets Timer3 follow. Done, with
 // nothing complete, when it could not be started.
-StepResult StartDriverInjection(Session& session, const Plan& plan, DriverRun& run);
+StepResult StartDriverInjection(Workplace& workplace, const Plan& plan, DriverRun& run);
 
 // One tick of Timer3: shows the count of packages. Done when dism has ended, however it ended.
-StepResult DriverMonitorTick(Session& session, DriverRun& run);
+StepResult DriverMonitorTick(Workplace& workplace, DriverRun& run);
 
 }  // namespace pavoline

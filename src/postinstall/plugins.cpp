@@ -15,13 +15,13 @@ bool HasParameters(const std::string& command) {
 }
 
 // A folder, also as "Folder\.", is no program, though it exists.
-bool IsFile(Session& session, const std::string& path) {
-  Files& files = session.platform.files;
+bool IsFile(Ground& ground, const std::string& path) {
+  Files& files = ground.platform.files;
   return files.exists(path) && !files.isFolder(path);
 }
 
-void Run(Session& session, const std::string& command, const std::string& recordedAs) {
-  ShellAndWait(session, command, ShowMode::kNormal, {{}, recordedAs});
+void Run(Workplace& workplace, const std::string& command, const std::string& recordedAs) {
+  ShellAndWait(workplace, command, ShowMode::kNormal, {{}, recordedAs});
 }
 
 // The program at the head of a command: between quotes, or up to the first ".exe ".
@@ -35,13 +35,14 @@ std::string WithDrives(const std::string& command, const PluginDrives& drives) {
 }
 
 // Runs a command with parameters, the drives put in; nothing when its program does not exist.
-void RunWithParameters(Session& session, const std::string& command, const PluginDrives& drives) {
+void RunWithParameters(Workplace& workplace, const std::string& command,
+                       const PluginDrives& drives) {
   const std::string program = ProgramOf(command);
-  if (!IsFile(session, program)) {
-    Journal(session, "plug-in not found: " + program);
+  if (!IsFile(workplace, program)) {
+    Journal(workplace, "plug-in not found: " + program);
     return;
   }
-  Run(session, Trim(WithDrives(command, drives)), RecordedPlugin(command));
+  Run(workplace, Trim(WithDrives(command, drives)), RecordedPlugin(command));
 }
 
 }  // namespace

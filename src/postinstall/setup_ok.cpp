@@ -8,10 +8,10 @@
 namespace pavoline {
 
 // The version text's first three characters as a number: 6.1, 10, 5.1.
-float SetupOK(Session& session, const Plan& plan) {
+float SetupOK(Ground& ground, const Plan& plan) {
   const std::string kernel = plan.target.drive + "\\Windows\\System32\\kernel32.dll";
-  const std::string version = session.platform.files.fileVersion(kernel);
-  Journal(session, "applied system: " + (version.empty() ? "unknown version" : version));
+  const std::string version = ground.platform.files.fileVersion(kernel);
+  Journal(ground, "applied system: " + (version.empty() ? "unknown version" : version));
   return static_cast<float>(LeadingNumber(version.substr(0, 3)));
 }
 

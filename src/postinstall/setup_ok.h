@@ -1,7 +1,7 @@
 #pragma once
 
+#include "session/ground.h"
 #include "session/plan.h"
-#include "session/session.h"
 
 namespace pavoline {
 
@@ -10,6 +10,6 @@ inline constexpr float kFirstVersionWithSetupPasses = 6.0f;
 
 // What begins the steps behind an applied or restored image: learns the version of the system that
 // is now on the install partition, major.minor; 0 when it cannot be read, which counts as old.
-float SetupOK(Session& session, const Plan& plan);
+float SetupOK(Ground& ground, const Plan& plan);
 
 }  // namespace pavoline

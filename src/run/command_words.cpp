@@ -7,16 +7,16 @@
 
 namespace pavoline {
 
-std::string ShortPath(Session& session, const std::string& path) {
-  return "\"" + session.platform.files.shortPath(path) + "\"";
+std::string ShortPath(Ground& ground, const std::string& path) {
+  return "\"" + ground.platform.files.shortPath(path) + "\"";
 }
 
-std::string BatchPath(Session& session, const std::string& path) {
-  return ReplaceAll(ShortPath(session, path), "%", "%%");
+std::string BatchPath(Ground& ground, const std::string& path) {
+  return ReplaceAll(ShortPath(ground, path), "%", "%%");
 }
 
-std::string BatchTool(Session& session, Tool tool) {
-  return BatchPath(session, session.paths.appDir) + ToolBelowProgram(session.paths, tool);
+std::string BatchTool(Ground& ground, Tool tool) {
+  return BatchPath(ground, ground.paths.appDir) + ToolBelowProgram(ground.paths, tool);
 }
 
 std::string CommandWord(const std::string& path) {

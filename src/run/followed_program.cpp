@@ -54,14 +54,12 @@ bool FollowedProgram::silentForGood(Ground& ground) {
   return now - *silentSince_ >= kSilentForGood;
 }
 
-std::string FollowedProgram::lastWords(Ground& ground) const {
-  return LastWords(ground, words_);
-}
+std::string FollowedProgram::lastWords(Ground& ground) const { return LastWords(ground, words_); }
 
 void FollowedProgram::close(Ground& ground) {
   const auto code = exitCode();
   Journal(ground, image_ + (code ? " has ended, exit code " + std::to_string(*code)
-                                  : std::string(" is left running")));
+                                 : std::string(" is left running")));
   const std::string words = lastWords(ground);
   if (!words.empty()) Journal(ground, image_ + " said: " + words);
   ground.platform.files.remove(words_);

@@ -9,12 +9,12 @@ constexpr float kFirstVersionWithTaskbarProgress = 6.1f;
 
 }  // namespace
 
-void CreateTaskbarProgress(Session& session) {
-  if (session.osVersion >= kFirstVersionWithTaskbarProgress) session.platform.taskbar.create();
+void CreateTaskbarProgress(Ground& ground) {
+  if (ground.osVersion >= kFirstVersionWithTaskbarProgress) ground.platform.taskbar.create();
 }
 
-void CallW7TaskProgress(Session& session) {
-  session.platform.taskbar.setProgressValue(session.form.progressBar1.value(), 100);
+void CallW7TaskProgress(Workplace& workplace) {
+  workplace.platform.taskbar.setProgressValue(workplace.form.progressBar1.value(), 100);
 }
 
 }  // namespace pavoline

@@ -34,35 +34,34 @@ std::string Cut(const std::string& text, std::size_t bytes) {
 
 }  // namespace
 
-std::string ReadUnicodeFile(Session& session, const std::string& path) {
-  const auto bytes = session.platform.files.read(path);
+std::string ReadUnicodeFile(Ground& ground, const std::string& path) {
+  const auto bytes = ground.platform.files.read(path);
   if (!bytes) return {};
   const std::string mended = RepairTextMode(*bytes);
   if (mended.size() < kUtf16MarkBytes) return {};
-  return session.platform.text.fromUtf16(mended.substr(kUtf16MarkBytes));
+  return ground.platform.text.fromUtf16(mended.substr(kUtf16MarkBytes));
 }
 
-std::string ReadUtf8File(Session& session, const std::string& path) {
-  return session.platform.files.read(path).value_or(std::string());
+std::string ReadUtf8File(Ground& ground, const std::string& path) {
+  return ground.platform.files.read(path).value_or(std::string());
 }
 
-bool WriteUtf8File(Session& session, const std::string& text, const std::string& path,
-                   bool withBom) {
+bool WriteUtf8File(Ground& ground, const std::string& text, const std::string& path, bool withBom) {
   if (text.empty()) return true;
-  return session.platform.files.write(path, (withBom ? kUtf8Mark : "") + text);
+  return ground.platform.files.write(path, (withBom ? kUtf8Mark : "") + text);
 }
 
-std::string ReadEnd(Session& session, const std::string& path, std::size_t room) {
-  Files& files = session.platform.files;
+std::string ReadEnd(Ground& ground, const std::string& path, std::size_t room) {
+  Files& files = ground.platform.files;
   const std::uint64_t size = files.size(path).value_or(0);
   return files.readPart(path, size > room ? size - room : 0, room).value_or(std::string());
 }
 
-std::string LastWords(Session& session, const std::string& path) {
-  std::string bytes = ReadEnd(session, path, kWordsRead);
+std::string LastWords(Ground& ground, const std::string& path) {
+  std::string bytes = ReadEnd(ground, path, kWordsRead);
   // Some tools write in two-byte characters; what counts of those are the plain letters.
   std::erase(bytes, '\0');
-  const auto lines = Lines(session.platform.text.fromAnsi(bytes));
+  const auto lines = Lines(ground.platform.text.fromAnsi(bytes));
   std::string words;
   for (std::size_t i = lines.size() - std::min(lines.size(), kLinesKept); i < lines.size(); ++i) {
     words += (words.empty() ? "" : "\n") + Cut(lines[i], kWordsKept / kLinesKept * 2);

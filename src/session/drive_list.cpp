@@ -13,11 +13,11 @@ bool Belongs(Platform& platform, const std::string& drive, int type) {
 
 }  // namespace
 
-std::string DriveList(Session& session, int type) {
+std::string DriveList(Ground& ground, int type) {
   std::string list;
   for (char letter = 'C'; letter <= 'Z'; ++letter) {
     const std::string drive = std::string(1, letter) + ":";
-    if (Belongs(session.platform, drive, type)) list += drive + ",";
+    if (Belongs(ground.platform, drive, type)) list += drive + ",";
   }
   return list;
 }

@@ -116,8 +116,8 @@ std::string ComputerName(std::vector<Piece> pieces) {
 
 }  // namespace
 
-MachineFacts FactsOfMachine(Session& session) {
-  Environment& environment = session.platform.environment;
+MachineFacts FactsOfMachine(Ground& ground) {
+  Environment& environment = ground.platform.environment;
   const FirmwareNames names = ReadFirmwareTable(environment.firmwareTable());
   return {Told(names.serial), Told(names.model), Told(environment.networkAddress())};
 }
@@ -131,9 +131,9 @@ std::string FitForFileName(const std::string& fact) {
   return begin == std::string::npos ? std::string() : name.substr(begin, end + 1 - begin);
 }
 
-MachineValue WithMachineFacts(Session& session, const std::string& value, ValueUse use) {
+MachineValue WithMachineFacts(Ground& ground, const std::string& value, ValueUse use) {
   if (!NamesMachine(value)) return {value, ""};
-  const MachineFacts facts = FactsOfMachine(session);
+  const MachineFacts facts = FactsOfMachine(ground);
   const std::string lower = LowerAscii(value);
   std::vector<Piece> pieces;
   std::string word;  // the last placeholder
@@ -157,9 +157,8 @@ MachineValue WithMachineFacts(Session& session, const std::string& value, ValueU
   return {name, name.empty() ? word : ""};
 }
 
-std::string UntoldText(const Session& session, const std::string& value,
-                       const MachineValue& filled) {
-  return ReplaceAll(ReplaceAll(More(session, kMoreUntold), "%v%", filled.untold), "%f%", value);
+std::string UntoldText(const Ground& ground, const std::string& value, const MachineValue& filled) {
+  return ReplaceAll(ReplaceAll(More(ground, kMoreUntold), "%v%", filled.untold), "%f%", value);
 }
 
 bool NamesMachine(const std::string& value) {

@@ -14,7 +14,7 @@ struct MachineFacts {
   std::string serial, model;
   std::string mac;  // twelve hexadecimal digits
 };
-MachineFacts FactsOfMachine(Session& session);
+MachineFacts FactsOfMachine(Ground& ground);
 
 // A fact as a part of a file's name: what such a name cannot hold becomes a hyphen.
 std::string FitForFileName(const std::string& fact);
@@ -31,11 +31,10 @@ struct MachineValue {
 // A value without a placeholder stays as it is. A computer name has letters, digits and hyphens of
 // the facts, is no number, and has at most 15 characters: what stands around the facts stays whole,
 // of the longest fact the end is kept.
-MachineValue WithMachineFacts(Session& session, const std::string& value, ValueUse use);
+MachineValue WithMachineFacts(Ground& ground, const std::string& value, ValueUse use);
 
 // Says why a value that is untold cannot be used.
-std::string UntoldText(const Session& session, const std::string& value,
-                       const MachineValue& filled);
+std::string UntoldText(const Ground& ground, const std::string& value, const MachineValue& filled);
 
 bool NamesMachine(const std::string& value);  // holds a placeholder
 

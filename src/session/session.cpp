@@ -24,11 +24,11 @@ bool Interrupted(const Workplace& workplace) {
   return workplace.form.unloaded() || workplace.stopping;
 }
 
-void ReturnToIdle(Session& session) {
-  ControlStatus(session.form, session.texts, true);
+void ReturnToIdle(Workplace& workplace) {
+  ControlStatus(workplace.form, workplace.texts, true);
   // Not formatting is no choice for a Ghost image; the source selection keeps the box's value.
-  if (SourceKindOf(session.form.combo1.text()).installedBy == InstalledBy::kGhostProgram) {
-    session.form.check[kDoNotFormat].setEnabled(false);
+  if (SourceKindOf(workplace.form.combo1.text()).installedBy == InstalledBy::kGhostProgram) {
+    workplace.form.check[kDoNotFormat].setEnabled(false);
   }
 }
 

@@ -85,7 +85,7 @@ struct Session : Workplace, Findings, SourceState, Choices {
 bool May(const Session& session, Action action);
 
 // Gives the window back to the person: captions, inputs, status line.
-void ReturnToIdle(Session& session);
+void ReturnToIdle(Workplace& workplace);
 
 // Null: none is chosen.
 const WimImageInfo* ChosenEdition(const Session& session);

@@ -34,16 +34,16 @@ Description Describe(Session& session) {
 }
 
 // A full temporary folder says nothing about the image.
-std::string WhyNoEditions(Session& session, const Description& description) {
-  if (description.asked) return String(session, kTextNoEdition);
-  return ReplaceAll(More(session, kMoreTempFile), "%f%",
-                    TempFile(session, std::string(kJobName) + ".bat"));
+std::string WhyNoEditions(Ground& ground, const Description& description) {
+  if (description.asked) return String(ground, kTextNoEdition);
+  return ReplaceAll(More(ground, kMoreTempFile), "%f%",
+                    TempFile(ground, std::string(kJobName) + ".bat"));
 }
 
 // The line of the first word that any line contains; the words come in order of preference.
-int PreferredLine(Session& session, const std::string& words) {
-  TextServices& text = session.platform.text;
-  const std::vector<std::string>& lines = session.form.combo[kEditions].items();
+int PreferredLine(Workplace& workplace, const std::string& words) {
+  TextServices& text = workplace.platform.text;
+  const std::vector<std::string>& lines = workplace.form.combo[kEditions].items();
   for (const std::string& word : Split(words, ",")) {
     for (std::size_t i = 0; i < lines.size(); ++i) {
       if (Contains(text.lower(lines[i]), text.lower(word))) return static_cast<int>(i);

@@ -64,9 +64,9 @@ void ListFolders(const FolderWalk& walk, const std::string& folder,
   });
 }
 
-std::vector<std::string> DriveRoots(const Session& session) {
+std::vector<std::string> DriveRoots(const Findings& findings) {
   std::vector<std::string> roots;
-  for (auto entry = session.partitions.rbegin(); entry != session.partitions.rend(); ++entry) {
+  for (auto entry = findings.partitions.rbegin(); entry != findings.partitions.rend(); ++entry) {
     if (!entry->drive.empty()) roots.push_back(entry->drive);
   }
   return roots;

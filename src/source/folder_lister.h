@@ -31,6 +31,6 @@ void ListFolders(const FolderWalk& walk, const std::string& folder,
                  std::vector<std::string>& found);
 
 // Roots ("D:") of the listed partitions, the last partition's first.
-std::vector<std::string> DriveRoots(const Session& session);
+std::vector<std::string> DriveRoots(const Findings& findings);
 
 }  // namespace pavoline

@@ -99,8 +99,8 @@ void Look(const FolderWalk& walk, const std::string& folder, std::vector<std::st
   Report(walk.session, base, images);
 }
 
-std::vector<std::string> CdDrives(Session& session) {
-  std::vector<std::string> drives = Split(DriveList(session, kDriveCdRom), ",");
+std::vector<std::string> CdDrives(Ground& ground) {
+  std::vector<std::string> drives = Split(DriveList(ground, kDriveCdRom), ",");
   if (!drives.empty()) drives.pop_back();  // empty, behind the last comma
   return drives;
 }

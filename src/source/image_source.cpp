@@ -140,15 +140,15 @@ void SourceDropped(Session& session, const std::vector<std::string>& files) {
   }
 }
 
-FileRequest ImageRequest(Session& session, DialogPlace place) {
+FileRequest ImageRequest(Ground& ground, DialogPlace place) {
   FileRequest request;
-  request.title = String(session, kTextBrowseTitle);
+  request.title = String(ground, kTextBrowseTitle);
   std::vector<std::string> filters = {SharedFilter(place)};
   for (const SourceKind& kind : SourceKinds()) {
     if (kind.ownFilter) filters.push_back(std::string("*") + kind.extension);
   }
   for (const std::string& filter : filters) {
-    request.filters.push_back({String(session, kTextImageFilter) + "(" + filter + ")", filter});
+    request.filters.push_back({String(ground, kTextImageFilter) + "(" + filter + ")", filter});
   }
   return request;
 }

@@ -15,6 +15,6 @@ void SourceChanged(Session& session);
 void SourceDropped(Session& session, const std::vector<std::string>& files);
 
 // The file dialog for an image.
-FileRequest ImageRequest(Session& session, DialogPlace place);
+FileRequest ImageRequest(Ground& ground, DialogPlace place);
 
 }  // namespace pavoline

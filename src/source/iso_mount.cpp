@@ -19,8 +19,8 @@ namespace {
 
 constexpr char kJobName[] = "LoadISO";
 
-std::string Variable(Session& session, const std::string& name) {
-  return session.platform.environment.variable(name);
+std::string Variable(Ground& ground, const std::string& name) {
+  return ground.platform.environment.variable(name);
 }
 
 void RunHidden(Session& session, const std::string& commandLine) {
@@ -29,7 +29,7 @@ void RunHidden(Session& session, const std::string& commandLine) {
 }
 
 // While a source is read nothing else begins, but the window may go.
-bool Overtaken(const Session& session) { return session.form.unloaded(); }
+bool Overtaken(const Workplace& workplace) { return workplace.form.unloaded(); }
 
 void InstallDriver(Session& session) {
   const std::string system = Variable(session, "windir") + "\\system32\\";
@@ -54,9 +54,9 @@ std::string Mount(Session& session, const std::string& isoPath) {
 }
 
 // Also a path that the box already shows (typed before the drive was there) is read now.
-void TakeAsSource(Session& session, const std::string& path) {
-  if (session.form.combo1.text() == path) session.form.combo1.setText("");
-  session.form.combo1.setText(path);
+void TakeAsSource(Workplace& workplace, const std::string& path) {
+  if (workplace.form.combo1.text() == path) workplace.form.combo1.setText("");
+  workplace.form.combo1.setText(path);
 }
 
 // True when an image on the drive became the source.
@@ -160,8 +160,8 @@ std::string MountedDrive(const std::string& log) {
   return letter >= "a" && letter <= "z" ? device.substr(device.size() - 2) : std::string();
 }
 
-std::string DismountCommand(Session& session, const std::string& drive) {
-  return Variable(session, "ComSpec") + " /c imdisk.exe -D -m " + drive;
+std::string DismountCommand(Ground& ground, const std::string& drive) {
+  return Variable(ground, "ComSpec") + " /c imdisk.exe -D -m " + drive;
 }
 
 }  // namespace pavoline

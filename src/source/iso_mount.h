@@ -16,6 +16,6 @@ void MountIso(Session& session, const std::string& isoPath);
 std::string MountedDrive(const std::string& log);
 
 // The command that takes a mounted drive ("F:") away.
-std::string DismountCommand(Session& session, const std::string& drive);
+std::string DismountCommand(Ground& ground, const std::string& drive);
 
 }  // namespace pavoline

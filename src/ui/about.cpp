@@ -29,10 +29,10 @@ class About : public Form {
 };
 
 // A file without an extension has a program only by chance; every Windows has a text editor.
-void OpenLicence(Session& session) {
-  const std::string path = session.paths.appDir + "\\" + kLicenceFile;
-  if (session.platform.dialogs.openDocument(path)) return;
-  ShellNoWait(session, "notepad.exe " + ShortPath(session, path), ShowMode::kNormal);
+void OpenLicence(Ground& ground) {
+  const std::string path = ground.paths.appDir + "\\" + kLicenceFile;
+  if (ground.platform.dialogs.openDocument(path)) return;
+  ShellNoWait(ground, "notepad.exe " + ShortPath(ground, path), ShowMode::kNormal);
 }
 
 About::About(Session& session) : Form("About") {

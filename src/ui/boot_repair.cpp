@@ -30,25 +30,24 @@ bool CanRepair(Session& session, const std::string& boot) {
   return false;
 }
 
-bool Confirmed(Session& session, const std::string& boot) {
-  const std::string question = ReplaceAll(String(session, kTextConfirmBootRepair), "%bp%", boot) +
-                               "\n\n" + String(session, kTextConfirmTail);
-  return Message(session, question, kQuestionWarning, String(session, kTextInformation)) ==
-         kAnswerOk;
+bool Confirmed(Ground& ground, const std::string& boot) {
+  const std::string question = ReplaceAll(String(ground, kTextConfirmBootRepair), "%bp%", boot) +
+                               "\n\n" + String(ground, kTextConfirmTail);
+  return Message(ground, question, kQuestionWarning, String(ground, kTextInformation)) == kAnswerOk;
 }
 
-std::string StoresOn(Session& session, const std::string& boot) {
-  Files& files = session.platform.files;
+std::string StoresOn(Ground& ground, const std::string& boot) {
+  Files& files = ground.platform.files;
   std::string stores;
   if (files.exists(BiosStore(boot))) stores = "BIOS";
   if (files.exists(UefiStore(boot))) stores += stores.empty() ? "UEFI" : " + UEFI";
-  return ReplaceAll(String(session, kTextBootReport), "%bp%", boot) + "\n[ " + stores + " ] ";
+  return ReplaceAll(String(ground, kTextBootReport), "%bp%", boot) + "\n[ " + stores + " ] ";
 }
 
-void Report(Session& session, const std::string& boot, bool written) {
-  const std::string failed = written ? "" : More(session, kMoreBootPutBack) + "\n";
-  Message(session, failed + StoresOn(session, boot),
-          written ? kInformationMessage : kWarningMessage, String(session, kTextInformation));
+void Report(Ground& ground, const std::string& boot, bool written) {
+  const std::string failed = written ? "" : More(ground, kMoreBootPutBack) + "\n";
+  Message(ground, failed + StoresOn(ground, boot), written ? kInformationMessage : kWarningMessage,
+          String(ground, kTextInformation));
 }
 
 void Repair(Session& session, const std::string& boot) {

@@ -37,22 +37,22 @@ const CompanionTool* ToolOfCommand(int commandId) {
 
 const CompanionTool* ToolOfKey(int keyCode) { return Find(&CompanionTool::keyCode, keyCode); }
 
-std::string FindTool(Session& session, const CompanionTool& tool) {
-  const ProgramPaths& paths = session.paths;
+std::string FindTool(Ground& ground, const CompanionTool& tool) {
+  const ProgramPaths& paths = ground.paths;
   std::string candidates[2];
   if (tool.besideProgram) candidates[0] = paths.appParentDir + tool.besideProgram;
   if (tool.insideProgram) candidates[1] = paths.appDir + tool.insideProgram;
   if (tool.commandId == kMenuGhost) candidates[1] = ToolPath(paths, Tool::kGhost);
   for (const std::string& path : candidates) {
-    if (!path.empty() && session.platform.files.exists(path)) return path;
+    if (!path.empty() && ground.platform.files.exists(path)) return path;
   }
   return {};
 }
 
-bool StartTool(Session& session, const CompanionTool& tool) {
-  const std::string path = FindTool(session, tool);
+bool StartTool(Ground& ground, const CompanionTool& tool) {
+  const std::string path = FindTool(ground, tool);
   if (path.empty()) return false;
-  ShellNoWait(session, ShortPath(session, path), ShowMode::kNormal);
+  ShellNoWait(ground, ShortPath(ground, path), ShowMode::kNormal);
   return true;
 }
 

@@ -3,7 +3,7 @@
 #include <span>
 #include <string>
 
-#include "session/session.h"
+#include "session/ground.h"
 
 // Programs of their own that are started from here when they lie beside this one.
 namespace pavoline {
@@ -27,9 +27,9 @@ const CompanionTool* ToolOfCommand(int commandId);
 const CompanionTool* ToolOfKey(int keyCode);
 
 // Where the tool lies; empty when it is not there.
-std::string FindTool(Session& session, const CompanionTool& tool);
+std::string FindTool(Ground& ground, const CompanionTool& tool);
 
 // Starts the tool in a normal window without waiting. False when it is not there.
-bool StartTool(Session& session, const CompanionTool& tool);
+bool StartTool(Ground& ground, const CompanionTool& tool);
 
 }  // namespace pavoline

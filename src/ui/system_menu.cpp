@@ -71,8 +71,8 @@ void SaveSettings(Session& session) {
           kErrorMessage, String(session, kTextError));
 }
 
-std::string DiskpartPath(Session& session) {
-  return session.platform.environment.variable("windir") + "\\system32\\diskpart.exe";
+std::string DiskpartPath(Ground& ground) {
+  return ground.platform.environment.variable("windir") + "\\system32\\diskpart.exe";
 }
 
 void OpenVirtualDisks(Session& session) {
