@@ -140,7 +140,7 @@ bool TourSmallWindows(const std::string& program, const Visit& visit) {
                            [&] { window.child(1002).click(); });
   };
   // The partitions are listed again when the virtual disks' window is closed.
-  const auto listed = [] { return !isRunning("CxDir.exe"); };
+  const auto listed = [] { return !IsRunning("CxDir.exe"); };
   return guide.showSmall("partitions-boot", "PartitionChooser", choose(kChooseBoot)) &&
          guide.showSmall("partitions-install", "PartitionChooser", choose(kChooseInstall)) &&
          guide.showSmall("images", "ImageList", [&] { main.search().click(); }) &&
