@@ -4,10 +4,13 @@ source "$bench_source/lib/i386.sh"
 source "$bench_source/lib/fuzz.sh"
 source "$bench_source/lib/dist.sh"
 
-passed=0 failed=0
+passed=0 failed=0 test_logs=$repo/build/test-logs
 declare -a failures=()
 fit_job='' fit_log=''
 x86_name="end to end under Wine, 32 bit" x86_job='' x86_log=''
+
+# Seconds since the start stand before what is said.
+say_line() { printf '%4d s  %s\n' "$SECONDS" "$*"; }
 
 count() {
   passed=$((passed + $1))
@@ -41,10 +44,11 @@ run_ctest() {
 }
 
 # run_gtest NAME COMMAND...: sums taken from GoogleTest's own last lines; a crash counts as a failure.
+# What it printed stays below build/test-logs.
 run_gtest() {
   local name=$1 log good bad
   shift
-  log=$(mktemp)
+  log=$test_logs/${name//[ ,]/-}
   if "$@" >"$log" 2>&1; then bad=0; else bad=1; fi
   tr -d '\r' <"$log" >"$log.text"
   good=$(sed -n 's/^\[  PASSED  \] \([0-9]*\) tests\?\..*/\1/p' "$log.text" | tail -n 1)
@@ -55,7 +59,7 @@ run_gtest() {
   fi
   count "${good:-0}" "$bad" "$name"
   say_line "$name: ${good:-0} of $((${good:-0} + bad)) passed"
-  rm -f "$log" "$log.text"
+  mv "$log.text" "$log"
 }
 
 test_native() {
@@ -164,6 +168,7 @@ build_behind() {
 run_tests() {
   need_packages "${build_packages[@]}" "${bench_packages[@]}"
   export GTEST_COLOR=no
+  rm -rf "$test_logs" && mkdir -p "$test_logs"
   exec {i386_reply}< <(make_i386)  # while the compilers run
   local behind
   build_product x64
@@ -179,6 +184,6 @@ run_tests() {
   check "texts fit their places" finish_job "$fit_job" "$fit_log"
   end_x86
   ((failed == 0)) || printf 'failed: %s\n' "${failures[@]}"
-  say_line "$passed passed, $failed failed"
+  printf '%s passed, %s failed\n' "$passed" "$failed"
   ((failed == 0))
 }
