@@ -1,12 +1,13 @@
 # ./dev fuzz [SECONDS] [TARGET]: random input for every reader of outside text, the time shared out.
 fuzz_build=$repo/build/fuzz
 fuzz_tests=$repo/tests/fuzz
+fuzz_packages=(clang libclang-rt-dev llvm)
 
 # Every target has seeds, so their folders are the list.
 fuzz_targets() { ls "$fuzz_tests/seeds"; }
 
 build_fuzzer() {
-  need_packages "${build_packages[@]}" clang libclang-rt-dev llvm
+  need_packages "${build_packages[@]}" "${fuzz_packages[@]}"
   cmake --preset fuzz >/dev/null && cmake --build --preset fuzz --target pavoline_fuzz
 }
 
