@@ -200,6 +200,14 @@ std::string joined(const std::set<std::string>& names) {
   return text;
 }
 
+std::set<std::string> toolsRunning() {
+  std::set<std::string> running;
+  for (const char* tool : kTools) {
+    if (bench::isRunning(tool)) running.insert(tool);
+  }
+  return running;
+}
+
 }  // namespace
 
 void prepare(Case& row) {
@@ -263,17 +271,16 @@ std::string leftBehind(int edition) {
   // with its last handle.
   constexpr ULONGLONG kLongest = 20000;
   const auto settled = [] {
-    return !bench::isRunning("imdisk.exe") && !bench::isRunning("shutdown.exe") &&
+    const bool begins = bench::isRunning("cmd.exe") && toolsRunning().empty();
+    return !begins && !bench::isRunning("imdisk.exe") && !bench::isRunning("shutdown.exe") &&
            !filesIn(kTemp).contains("tool#.err");
   };
   bench::waitUntil(kLongest, settled);
   std::string text = "E: " + onTarget(edition) + "; S: " + menu();
   if (const auto files = filesIn(kTemp); !files.empty()) text += "; temp: " + joined(files);
-  std::set<std::string> running;
-  for (const char* tool : kTools) {
-    if (bench::isRunning(tool)) running.insert(tool);
+  if (const auto running = toolsRunning(); !running.empty()) {
+    text += "; runs on: " + joined(running);
   }
-  if (!running.empty()) text += "; runs on: " + joined(running);
   std::string drives;
   for (char letter = 'F'; letter <= 'Z'; ++letter) {
     if (letter != 'S' && bench::exists({letter, ':', '\\'})) drives += letter;
