@@ -172,16 +172,16 @@ test_fuzz() {
 # What the tests of the 64-bit program need comes first; they begin as soon as they can.
 run_parts() {
   local number x86
-  part native behind 19 test_native
-  part fuzz behind 19 test_fuzz
-  part build-x86 behind 15 build_x86
+  part native behind 10 test_native
+  part fuzz behind 15 test_fuzz
+  part build-x86 behind 10 build_x86
   x86=$!
   part template make_template
   build_product x64
   bench_programs x64 all test_e2e shoot
   export BENCH_PROGRAMS=built DISPLAY=''
   for ((number = 1; number <= e2e_benches; ++number)); do part "e2e-$number" test_e2e "$number" "$@"; done
-  nice -n 5 cmake --build --preset x64 --target test_fit test_contract
+  cmake --build --preset x64 --target test_fit test_contract
   part fit test_fit
   part contract test_contract
   test_sources
@@ -205,7 +205,7 @@ run_tests() {
   rm -rf "$test_logs" "$repo/build/e2e-failures"
   mkdir -p "$test_logs"
   : >"$test_counts"
-  exec {i386_reply}< <(behind 19 make_i386)
+  exec {i386_reply}< <(behind 10 make_i386)
   trap end_descendants EXIT
   run_parts "$@"
   sum_up
