@@ -43,7 +43,7 @@ end_descendants() {
 
 # behind NICENESS COMMAND...: gives the processors back whenever somebody else wants them.
 behind() {
-  renice -n "$1" "$BASHPID" >/dev/null
+  renice -n $(($(nice) + $1)) "$BASHPID" >/dev/null
   export CMAKE_BUILD_PARALLEL_LEVEL=2
   shift
   "$@"
