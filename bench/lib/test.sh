@@ -208,5 +208,6 @@ run_tests() {
   exec {i386_reply}< <(behind 10 make_i386)
   trap end_descendants EXIT
   run_parts "$@"
+  trap - EXIT
   sum_up
 }
