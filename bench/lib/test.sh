@@ -174,7 +174,7 @@ run_parts() {
   local number x86
   part native behind 10 test_native
   part fuzz behind 15 test_fuzz
-  part build-x86 behind 10 build_x86
+  part build-x86 behind 5 build_x86  # tests of its own wait for it
   x86=$!
   part template make_template
   build_product x64
