@@ -53,6 +53,14 @@ std::string Joined(const std::set<std::string>& names) {
   return text;
 }
 
+std::set<std::string> ToolsRunning() {
+  std::set<std::string> running;
+  for (const char* tool : kTools) {
+    if (bench::IsRunning(tool)) running.insert(tool);
+  }
+  return running;
+}
+
 }  // namespace
 
 std::string LeftBehind(int edition) {
@@ -60,17 +68,16 @@ std::string LeftBehind(int edition) {
   // with its last handle.
   constexpr ULONGLONG kLongest = 20000;
   const auto settled = [] {
-    return !bench::IsRunning("imdisk.exe") && !bench::IsRunning("shutdown.exe") &&
+    const bool begins = bench::IsRunning("cmd.exe") && ToolsRunning().empty();
+    return !begins && !bench::IsRunning("imdisk.exe") && !bench::IsRunning("shutdown.exe") &&
            !FilesIn(kTemp).contains("tool#.err");
   };
   bench::WaitUntil(kLongest, settled);
   std::string text = "E: " + OnTarget(edition) + "; S: " + Menu();
   if (const auto files = FilesIn(kTemp); !files.empty()) text += "; temp: " + Joined(files);
-  std::set<std::string> running;
-  for (const char* tool : kTools) {
-    if (bench::IsRunning(tool)) running.insert(tool);
+  if (const auto running = ToolsRunning(); !running.empty()) {
+    text += "; runs on: " + Joined(running);
   }
-  if (!running.empty()) text += "; runs on: " + Joined(running);
   std::string drives;
   for (char letter = 'F'; letter <= 'Z'; ++letter) {
     if (letter != 'S' && bench::Exists({letter, ':', '\\'})) drives += letter;

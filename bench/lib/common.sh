@@ -34,7 +34,7 @@ need_packages() {
     as_root=(sudo)
   fi
   say_line "installing ${missing[*]}"
-  local install=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends)
+  local install=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -o DPkg::Lock::Timeout=300 install -y --no-install-recommends)
   "${install[@]}" "${missing[@]}" >/dev/null 2>&1 || {
     "${as_root[@]}" apt-get update >/dev/null
     "${install[@]}" "${missing[@]}" >/dev/null || die "could not install. As root, run: apt-get install -y ${missing[*]}"

@@ -1,20 +1,23 @@
 # ./dev fuzz [SECONDS] [TARGET]: random input for every reader of outside text, the time shared out.
 fuzz_build=$repo/build/fuzz
 fuzz_tests=$repo/tests/fuzz
+fuzz_packages=(clang libclang-rt-dev llvm)
 
 # Every target has seeds, so their folders are the list.
 fuzz_targets() { ls "$fuzz_tests/seeds"; }
 
 build_fuzzer() {
-  need_packages "${build_packages[@]}" clang libclang-rt-dev llvm
+  need_packages "${build_packages[@]}" "${fuzz_packages[@]}"
   cmake --preset fuzz >/dev/null && cmake --build --preset fuzz --target pavoline_fuzz
 }
 
-# fuzzer TARGET ARGUMENT...: what is found lands in the target's folder of the build.
+# fuzzer TARGET ARGUMENT...: what is found lands in the target's folder of the build. A thread of the fuzzer's own
+# that has only just begun when the program ends looks like a leak.
 fuzzer() {
   local target=$1
   shift
   mkdir -p "$fuzz_build/$target/corpus"
+  local -x LSAN_OPTIONS=suppressions=$fuzz_tests/no-leaks:print_suppressions=0
   PAVOLINE_FUZZ_TARGET=$target ASAN_OPTIONS=quarantine_size_mb=16:malloc_context_size=2 "$fuzz_build/pavoline_fuzz" \
     -rss_limit_mb=256 -timeout=10 -max_len=2048 -artifact_prefix="$fuzz_build/$target/" "$@"
 }

@@ -1,19 +1,53 @@
-# ./dev test: everything that can be tried, one line of sums at the end.
+# ./dev test: everything that can be tried, one line of sums at the end. Its parts go on side by side: those under
+# Wine wait most of their time, and what is left to compile takes the processors meanwhile.
 source "$bench_source/lib/build.sh"
 source "$bench_source/lib/programs.sh"
+source "$bench_source/lib/prefix.sh"
 source "$bench_source/lib/i386.sh"
 source "$bench_source/lib/fuzz.sh"
 source "$bench_source/lib/dist.sh"
 
-passed=0 failed=0
-declare -a failures=()
-fit_job='' fit_log=''
-x86_name="end to end under Wine, 32 bit" x86_job='' x86_log=''
+test_logs=$repo/build/test-logs
+test_counts=$test_logs/counts
+e2e_benches=4
+declare -a parts=()
 
-count() {
-  passed=$((passed + $1))
-  failed=$((failed + $2))
-  (($2 == 0)) || failures+=("$3")
+# Seconds since the start stand before what is said.
+say_line() { printf '%4d s  %s\n' "$SECONDS" "$*"; }
+
+# count PASSED FAILED NAME: into a file, which the parts share.
+count() { printf '%s %s %s\n' "$@" >>"$test_counts"; }
+
+# part NAME COMMAND...: begins something that goes on beside the rest; $! is its process.
+part() {
+  run_part "$@" </dev/null &
+  parts+=($!)
+}
+
+# What it said comes in one piece when it has ended. One that breaks off has failed, whatever it counted before.
+run_part() {
+  local name=$1 log=$test_logs/$1.part result=0
+  shift
+  "$@" >"$log" 2>&1 &
+  wait $! || result=$?
+  ((result == 0)) || count 0 1 "$name (broke off)"
+  flock "$test_logs" cat "$log"
+  return $result
+}
+
+# Whoever breaks off the tests ends what still goes on.
+end_descendants() {
+  ps -e -o pid= -o ppid= | awk -v top=$$ '{ parent[$1] = $2 }
+    END { for (p in parent) { for (q = p; q in parent && q != top; q = parent[q]); if (q == top && p != top) print p } }' |
+    xargs -r kill 2>/dev/null || true
+}
+
+# behind NICENESS COMMAND...: gives the processors back whenever somebody else wants them.
+behind() {
+  renice -n $(($(nice) + $1)) "$BASHPID" >/dev/null
+  export CMAKE_BUILD_PARALLEL_LEVEL=2
+  shift
+  "$@"
 }
 
 # check NAME COMMAND...: one test that is a command.
@@ -42,10 +76,11 @@ run_ctest() {
 }
 
 # run_gtest NAME COMMAND...: sums taken from GoogleTest's own last lines; a crash counts as a failure.
+# What it printed stays below build/test-logs.
 run_gtest() {
   local name=$1 log good bad
   shift
-  log=$(mktemp)
+  log=$test_logs/${name//[ ,]/-}
   if "$@" >"$log" 2>&1; then bad=0; else bad=1; fi
   tr -d '\r' <"$log" >"$log.text"
   good=$(sed -n 's/^\[  PASSED  \] \([0-9]*\) tests\?\..*/\1/p' "$log.text" | tail -n 1)
@@ -56,12 +91,18 @@ run_gtest() {
   fi
   count "${good:-0}" "$bad" "$name"
   say_line "$name: ${good:-0} of $((${good:-0} + bad)) passed"
-  rm -f "$log" "$log.text"
+  mv "$log.text" "$log"
+}
+
+# Says nothing but why it failed.
+quietly() {
+  local log
+  log=$(mktemp "$test_logs/build.XXXX")
+  "$@" >"$log" 2>&1 || { tail -n 60 "$log"; return 1; }
 }
 
 test_native() {
-  cmake --preset native >/dev/null
-  cmake --build --preset native
+  quietly build_product native
   run_ctest "$repo/build/native" "unit tests with sanitizers"
 }
 
@@ -80,7 +121,6 @@ check_scripts() {
 }
 
 test_products() {
-  build
   run_ctest "$repo/build/x64" "checks of the 64-bit program"
   run_ctest "$repo/build/x86" "checks of the 32-bit program"
   check "archives are the same twice" packs_the_same x64 x86
@@ -89,97 +129,86 @@ test_products() {
 # The adapter against the contract that the fakes keep.
 test_contract() {
   bench=$bench_build/test
+  need_display
+  trap stop_display EXIT
   "$bench_source/bench" up "$bench"
   cp "$repo/build/x64/test_contract.exe" "$bench/prefix/drive_c/"
   run_gtest "contract under Wine" timeout 600 "$bench_source/bench" run "$bench" 'C:\test_contract.exe'
   "$bench_source/bench" down "$bench"
 }
 
-# These wait most of their time, so two benches work side by side, each with a display of its own.
+# test_e2e NUMBER OPTION...: one of the benches, each with a display of its own.
 test_e2e() {
-  local half jobs=() logs=()
-  rm -rf "$repo/build/e2e-failures"
-  for half in 0 1; do
-    logs+=("$(mktemp)")
-    DISPLAY='' GTEST_TOTAL_SHARDS=2 GTEST_SHARD_INDEX=$half E2E_BENCH=$bench_build/e2e-$half timeout 2400 \
-      "$repo/tests/e2e/run" "$repo/build/x64/app" "$(bench_bin x64)/test_e2e.exe" "$@" >"${logs[half]}" 2>&1 &
-    jobs+=($!)
-  done
-  for half in 0 1; do
-    run_gtest "end to end under Wine, half $((half + 1)) of 2" finish_job "${jobs[half]}" "${logs[half]}"
-  done
+  local number=$1
+  shift
+  GTEST_TOTAL_SHARDS=$e2e_benches GTEST_SHARD_INDEX=$((number - 1)) E2E_BENCH=$bench_build/e2e-$number \
+    run_gtest "end to end under Wine, bench $number of $e2e_benches" timeout 2400 \
+    "$repo/tests/e2e/run" "$repo/build/x64/app" "$(bench_bin x64)/test_e2e.exe" "$@"
 }
 
-# finish_job PROCESS LOG: what it said and how it ended.
-finish_job() {
-  local result=0
-  wait "$1" || result=$?
-  cat "$2"
-  rm -f "$2"
-  return $result
+test_fit() { BUILD=$repo/build/x64 check "texts fit their places" "$repo/tests/fit/run"; }
+
+build_x86() {
+  quietly build_product x86
+  bench_programs x86 all test_e2e
 }
 
 # The 32-bit programs, where this machine can make a 32-bit Wine: installations from a WIM and from an
 # ISO, one whose imaging program dies, those that are refused, and the lister.
-begin_x86() {
-  local reason
+test_x86() {
+  local name="end to end under Wine, 32 bit" reason
   reason=$(cat <&"$i386_reply")
-  [[ -z $reason ]] || { say_line "$x86_name: left out, for want of a 32-bit Wine: $reason"; return; }
-  bench_programs x86 all test_e2e
+  [[ -z $reason ]] || { say_line "$name: left out, for want of a 32-bit Wine: $reason"; return; }
   local tests=(Installing.{UnattendedWithEveryOptionalStep,FromPathsThatScriptsTripOver,ImagingProgramKilledWhileItWrites}
     Refusing.UnattendedRunsEndThemselves Listing.IsWhatThePartitionTablesSay)
-  x86_log=$(mktemp)
-  timeout --kill-after=10 600 "$bench_source/bench" i386 "$repo/tests/e2e/run" "$repo/build/x86/app" \
-    "$(bench_bin x86)/test_e2e.exe" --gtest_filter="$(IFS=:; echo "${tests[*]}")" >"$x86_log" 2>&1 &
-  x86_job=$!
+  run_gtest "$name" timeout --kill-after=10 600 "$bench_source/bench" i386 "$repo/tests/e2e/run" "$repo/build/x86/app" \
+    "$(bench_bin x86)/test_e2e.exe" --gtest_filter="$(IFS=:; echo "${tests[*]}")"
 }
-
-end_x86() { [[ -z $x86_job ]] || run_gtest "$x86_name" finish_job "$x86_job" "$x86_log"; }
 
 test_fuzz() {
   check "a minute of random input" run_fuzz 60
   check "inputs that once broke something" try_kept_inputs
 }
 
-# What waits most of its time goes on beside the rest, on a bench and a display of its own.
-test_under_wine() {
-  fit_log=$(mktemp)
-  cmake --build --preset x64 --target app test_fit test_contract
+# What the tests of the 64-bit program need comes first; they begin as soon as they can.
+run_parts() {
+  local number x86
+  part native behind 10 test_native
+  part fuzz behind 15 test_fuzz
+  part build-x86 behind 5 build_x86  # tests of its own wait for it
+  x86=$!
+  make_template >"$test_logs/template" 2>&1 &  # should it fail, the first bench tries again
+  build_product x64
   bench_programs x64 all test_e2e shoot
-  DISPLAY='' BUILD=$repo/build/x64 "$repo/tests/fit/run" >"$fit_log" 2>&1 &
-  fit_job=$!
-  need_display
-  trap stop_display EXIT
-  test_contract
-  test_e2e "$@"
+  export BENCH_PROGRAMS=built DISPLAY=''
+  for ((number = 1; number <= e2e_benches; ++number)); do part "e2e-$number" test_e2e "$number" "$@"; done
+  cmake --build --preset x64 --target test_fit test_contract
+  part fit test_fit
+  part contract test_contract
+  test_sources
+  if wait "$x86"; then
+    part x86 test_x86
+    part products test_products
+  fi
+  wait "${parts[@]}" || true  # they have counted what failed
 }
 
-# The tests under Wine wait most of their time: what is left to build takes the processors meanwhile,
-# and gives them back whenever a test wants them.
-build_behind() {
-  renice -n 19 "$BASHPID" >/dev/null
-  build_product x86
-  build_product native
+# The sums of all that was counted; false when something failed.
+sum_up() {
+  awk '{ passed += $1; failed += $2 }
+    $2 > 0 { sub(/^[0-9]+ [0-9]+ /, ""); print "failed: " $0 }
+    END { printf "%d passed, %d failed\n", passed, failed; exit failed > 0 }' "$test_counts"
 }
 
 run_tests() {
-  need_packages "${build_packages[@]}" "${bench_packages[@]}"
+  need_packages "${build_packages[@]}" "${bench_packages[@]}" "${fuzz_packages[@]}"
   export GTEST_COLOR=no
-  exec {i386_reply}< <(make_i386)  # while the compilers run
-  local behind
-  build_product x64
-  build_behind >/dev/null 2>&1 &
-  behind=$!
-  test_under_wine "$@"
-  wait "$behind" || true  # what did not build is said below, where it is built again
-  begin_x86
-  test_native
-  test_fuzz
-  test_sources
-  test_products
-  check "texts fit their places" finish_job "$fit_job" "$fit_log"
-  end_x86
-  ((failed == 0)) || printf 'failed: %s\n' "${failures[@]}"
-  say_line "$passed passed, $failed failed"
-  ((failed == 0))
+  rm -rf "$test_logs" "$repo/build/e2e-failures"
+  mkdir -p "$test_logs"
+  : >"$test_counts"
+  exec {i386_reply}< <(behind 10 make_i386)
+  trap end_descendants EXIT
+  run_parts "$@"
+  trap - EXIT
+  sum_up
 }

@@ -56,7 +56,7 @@ bool HasUnassignedPair(const std::string& bytes) {
 // byte between every other pair and loses the tags there. Where no tag stands between, an
 // unassigned character and then the plain letters decide. The imaging program always inserts, so
 // that a tie is mended. The length's parity says nothing: a file may have been cut short.
-std::string RepairTextMode(const std::string& bytes) {
+std::string RepairTextMode(std::string bytes) {
   if (bytes.find(kLineFeed) == std::string::npos || !EveryLineFeedIsPreceded(bytes)) return bytes;
   std::string mended = WithoutInsertedBytes(bytes);
   const std::size_t tagsAsIs = CountTags(bytes), tagsMended = CountTags(mended);

@@ -1,6 +1,7 @@
 #include "run/tool_files.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/files.h"
 #include "platform/text.h"
@@ -35,11 +36,11 @@ std::string Cut(const std::string& text, std::size_t bytes) {
 }  // namespace
 
 std::string ReadUnicodeFile(Ground& ground, const std::string& path) {
-  const auto bytes = ground.platform.files.read(path);
+  auto bytes = ground.platform.files.read(path);
   if (!bytes) return {};
-  const std::string mended = RepairTextMode(*bytes);
+  std::string mended = RepairTextMode(*std::move(bytes));
   if (mended.size() < kUtf16MarkBytes) return {};
-  return ground.platform.text.fromUtf16(mended.substr(kUtf16MarkBytes));
+  return ground.platform.text.fromUtf16(mended.erase(0, kUtf16MarkBytes));
 }
 
 std::string ReadUtf8File(Ground& ground, const std::string& path) {

@@ -1,6 +1,5 @@
 #include "source/wim_info.h"
 
-#include <algorithm>
 #include <iterator>
 #include <string_view>
 #include <utility>
@@ -16,6 +15,7 @@ struct CarryOver {
   std::string archText, detailSuffix;
 };
 constexpr std::size_t kLongestArchText = 1024;
+constexpr std::string_view kImageEnd = "</IMAGE>";
 
 // A name is text of an XML file, in which these characters are written out.
 std::string PlainText(std::string text) {
@@ -32,38 +32,79 @@ std::string Version(const WimImageInfo& image) {
 }
 
 struct Field {
-  std::string_view open, close;
+  std::string_view tag;  // with its bracket: "ARCH>"
   std::string WimImageInfo::*member;
 };
 
 constexpr Field kFields[] = {
-    {"<ARCH>", "</ARCH>", &WimImageInfo::archCode},
-    {"<LANGUAGE>", "</LANGUAGE>", &WimImageInfo::language},
-    {"<MAJOR>", "</MAJOR>", &WimImageInfo::major},
-    {"<MINOR>", "</MINOR>", &WimImageInfo::minor},
-    {"<BUILD>", "</BUILD>", &WimImageInfo::build},
-    {"<SPBUILD>", "</SPBUILD>", &WimImageInfo::spBuild},
-    {"<DISPLAYNAME>", "</DISPLAYNAME>", &WimImageInfo::displayName},
-    {"<NAME>", "</NAME>", &WimImageInfo::name},
+    {"ARCH>", &WimImageInfo::archCode},
+    {"LANGUAGE>", &WimImageInfo::language},
+    {"MAJOR>", &WimImageInfo::major},
+    {"MINOR>", &WimImageInfo::minor},
+    {"BUILD>", &WimImageInfo::build},
+    {"SPBUILD>", &WimImageInfo::spBuild},
+    {"DISPLAYNAME>", &WimImageInfo::displayName},
+    {"NAME>", &WimImageInfo::name},
 };
 
-// Takes the first of each tag, in one walk over the chunk.
-void ReadFields(std::string_view chunk, WimImageInfo& image) {
-  bool found[std::size(kFields)] = {};
-  for (auto at = chunk.find('<'); at != std::string_view::npos; at = chunk.find('<', at + 1)) {
-    const std::string_view rest = chunk.substr(at);
-    for (std::size_t i = 0; i < std::size(kFields); ++i) {
-      const Field& field = kFields[i];
-      if (found[i] || !rest.starts_with(field.open)) continue;
-      found[i] = true;
-      const auto end = rest.find(field.close);
-      if (end == std::string_view::npos) continue;
-      image.*field.member = rest.substr(field.open.size(), end - field.open.size());
+// The tag at this place is one that closes another.
+bool Closes(std::string_view xml, std::size_t at) {
+  return at + 1 < xml.size() && xml[at + 1] == '/';
+}
+
+bool EndsImage(std::string_view xml, std::size_t at) {
+  return Closes(xml, at) && xml.substr(at).starts_with(kImageEnd);
+}
+
+// Text behind "<" or "</": the number of the field it names, or that of fields for none.
+std::size_t FieldNamed(std::string_view text) {
+  const char first = text.empty() ? '\0' : text[0];
+  std::size_t i = 0;
+  while (i < std::size(kFields) &&
+         (kFields[i].tag[0] != first || !text.starts_with(kFields[i].tag))) {
+    ++i;
+  }
+  return i;
+}
+
+// The fields of the image that is being read: the first of each counts, up to the first tag that
+// closes it.
+class ImageFields {
+ public:
+  explicit ImageFields(std::string_view xml) : xml_(xml) {}
+
+  // The tag at this place of the text.
+  void read(std::size_t at) {
+    const bool closes = Closes(xml_, at);
+    const std::size_t inside = at + (closes ? 2 : 1);
+    const std::size_t i = FieldNamed(xml_.substr(inside));
+    if (i == std::size(kFields)) return;
+    Value& value = values_[i];
+    if (closes && value.found && !value.closed) {
+      value.closed = true;
+      value.text = xml_.substr(value.begin, at - value.begin);
+    } else if (!closes && !value.found) {
+      value.found = true;
+      value.begin = inside + kFields[i].tag.size();
     }
   }
-  image.displayName = PlainText(std::move(image.displayName));
-  image.name = PlainText(std::move(image.name));
-}
+
+  void store(WimImageInfo& image) const {
+    for (std::size_t i = 0; i < std::size(kFields); ++i) image.*kFields[i].member = values_[i].text;
+    image.displayName = PlainText(std::move(image.displayName));
+    image.name = PlainText(std::move(image.name));
+  }
+
+ private:
+  struct Value {
+    bool found = false, closed = false;
+    std::size_t begin = 0;
+    std::string_view text;
+  };
+
+  std::string_view xml_;
+  Value values_[std::size(kFields)];
+};
 
 void BuildLines(WimImageInfo& image, CarryOver& carried) {
   if (image.archCode == "9") carried.archText = "  64";
@@ -83,18 +124,21 @@ void BuildLines(WimImageInfo& image, CarryOver& carried) {
 std::vector<WimImageInfo> ParseWimInfo(const std::string& xml) {
   std::vector<WimImageInfo> images;
   CarryOver carried;
-  constexpr std::string_view kEnd = "</IMAGE>";
   const std::string_view text = xml;
   for (std::size_t from = 0; from < text.size();) {
-    const auto end = std::min(text.find(kEnd, from), text.size());
-    const std::string_view chunk = text.substr(from, end - from);
-    from = end + kEnd.size();
+    ImageFields fields(text);
+    std::size_t at = text.find('<', from);
+    while (at < text.size() && !EndsImage(text, at)) {
+      fields.read(at);
+      at = text.find('<', at + 1);
+    }
+    const std::string_view chunk = text.substr(from, at - from);
+    from += chunk.size() + kImageEnd.size();
     if (!Contains(chunk, "INDEX")) continue;
-    WimImageInfo image;
-    image.index = static_cast<int>(images.size()) + 1;
-    ReadFields(chunk, image);
+    WimImageInfo& image = images.emplace_back();
+    image.index = static_cast<int>(images.size());
+    fields.store(image);
     BuildLines(image, carried);
-    images.push_back(image);
   }
   return images;
 }

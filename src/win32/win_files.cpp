@@ -112,7 +112,7 @@ std::optional<std::string> WinFiles::read(const std::string& path) {
   // The file may grow while it is read: what counts is where it ends, not its size before.
   for (std::uint64_t filled = 0, told = static_cast<std::uint64_t>(size.QuadPart);;) {
     if (std::max(filled, told) > kLargestRead) return std::nullopt;
-    bytes.resize(std::max(filled + 4096, told));
+    bytes.resize(std::max(filled, told) + 4096);
     const std::optional<DWORD> got = ReadSome(file.get(), bytes, filled);
     if (!got) return std::nullopt;
     filled += *got;
