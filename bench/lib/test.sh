@@ -10,6 +10,7 @@ source "$bench_source/lib/dist.sh"
 test_logs=$repo/build/test-logs
 test_counts=$test_logs/counts
 e2e_benches=4
+fit_benches=2
 declare -a parts=()
 
 # Seconds since the start stand before what is said.
@@ -146,7 +147,16 @@ test_e2e() {
     "$repo/tests/e2e/run" "$repo/build/x64/app" "$(bench_bin x64)/test_e2e.exe" "$@"
 }
 
-test_fit() { BUILD=$repo/build/x64 check "texts fit their places" "$repo/tests/fit/run"; }
+# test_fit NUMBER: every other language, on a bench and a display of its own.
+test_fit() {
+  local number=$1 language languages=() place=0
+  for language in "$repo"/lang/*.lng; do
+    ((place++ % fit_benches == number - 1)) || continue
+    languages+=("$(basename "$language" .lng)")
+  done
+  BUILD=$repo/build/x64 FIT_BENCH=fit-$number check "texts fit their places: ${languages[*]}" \
+    "$repo/tests/fit/run" "${languages[@]}"
+}
 
 build_x86() {
   quietly build_product x86
@@ -183,7 +193,7 @@ run_parts() {
   export BENCH_PROGRAMS=built DISPLAY=''
   for ((number = 1; number <= e2e_benches; ++number)); do part "e2e-$number" test_e2e "$number" "$@"; done
   cmake --build --preset x64 --target test_fit test_contract
-  part fit test_fit
+  for ((number = 1; number <= fit_benches; ++number)); do part "fit-$number" test_fit "$number"; done
   part contract test_contract
   test_sources
   if wait "$x86"; then
