@@ -104,11 +104,15 @@ TEST(Search, IsStoppedByItsButtonAndBegunAnew) {
     w.files.sized("D:\\wim\\" + std::string(file) + ".wim", 500'000'000);
   }
   w.start();
+  w.fillIn();
   for (const bool stopped : {true, false}) {
     if (stopped) w.time.after(1, [&] { w.form.search.press(); });
     w.form.search.press();
     EXPECT_EQ(w.running().search.found.size() < 3, stopped);
   }
+  w.time.after(1, [&] { w.pressStart(); });
+  w.form.search.press();
+  EXPECT_TRUE(w.running().installation && w.running().search.found.size() < 3);
 }
 
 }  // namespace pavoline

@@ -42,20 +42,6 @@ class Otherwise : public OnTheBench {
   std::vector<std::pair<std::string, std::string>> moved_;
 };
 
-TEST_F(Otherwise, ImagingProgramThatEndsAtOnceFailsWithItsReason) {
-  Person person;
-  ASSERT_TRUE(person.opensImage(kImage));
-  bench::SetFaults("wimlib-imagex", "fail 28");
-  person.startsAndConfirms();
-  const auto shown = bench::WaitForMessage(person.main.program(), 2 * kPatience);
-  ASSERT_TRUE(shown);
-  EXPECT_THAT(shown->text, AllOf(HasSubstr(Text(kTextApplyFailed)), HasSubstr("asked to fail")));
-  EXPECT_TRUE(bench::Answer(*shown, IDOK));
-  EXPECT_TRUE(person.leftInPeace());
-  EXPECT_THAT(ToolsRun(), ElementsAre("format", "wimlib-imagex"));
-  EXPECT_THAT(record(), HasSubstr("exit code 28"));
-}
-
 TEST_F(Otherwise, AnotherVolumeUnderTheLetterIsNotFormatted) {
   Write("E:\\letter.txt", "stays");
   ASSERT_TRUE(bench::RunBench("second"));

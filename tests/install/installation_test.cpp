@@ -222,12 +222,6 @@ TEST(LentLetter, IsTakenBackAtEveryEndAndBeforeTheRestart) {
   }
 }
 
-TEST(Closing, CancelsNothingBehindTheRecord) {
-  InstallShop w;
-  w.dialogs.onMessage = [&](const FakeDialogs::Shown&) { w.form.unload(); };
-  EXPECT_EQ(w.install(), 0);
-}
-
 TEST(Closing, LeavesAnEndAloneThatCameWhileItWasAskedAsStopDoes) {
   for (const bool stop : {false, true}) {
     Filled w;
