@@ -61,7 +61,6 @@ void StopRequested(Session& session) {
 }
 
 void Unload(Session& session) {
-  session.search.stop = true;
   for (Timer* timer : session.form.timers()) timer->setEnabled(false);
   if (const auto running = session.installation) {
     // Behind its record only the last message was open, or the restart under way.

@@ -59,7 +59,6 @@ bool SearchDrives(Session& session) {
   form.search.setText(String(session, kTextStop));
   SearchImages(session, SearchMode::kDrives, "");
   search.running = false;
-  if (form.unloaded()) return false;
   form.search.setText(String(session, kTextSearch));
   return session.activity == Activity::kIdle;
 }

@@ -202,7 +202,6 @@ void StartupTick(Session& session) {
   form.timer2.setEnabled(false);
   form.marks.startupStage = 0;
   GetPart(session);
-  if (form.unloaded()) return;
   FillPartitionList(session, PartitionListKind::kInstall);
   FillPartitionList(session, PartitionListKind::kBoot);
   ShowPartitionFacts(session);

@@ -125,7 +125,6 @@ bool CreateVirtualDisk(Workplace& workplace, const VirtualDiskRequest& request) 
 
   RunDiskpart(workplace, CreateScript(file, size.megabytes, request.type, request.label, letter),
               kJobName);
-  if (workplace.form.unloaded()) return true;
   return ReportCreation(workplace, file, request.label, letter + ":");
 }
 

@@ -64,7 +64,6 @@ StepResult Fail(Workplace& workplace, ApplyRun& run) {
 }  // namespace
 
 StepResult ApplyMonitorTick(Workplace& workplace, ApplyRun& run) {
-  if (workplace.form.unloaded()) return StepResult::Closed();
   const bool readable = ReadNews(workplace, run);
   ApplyStep step = ParseApplyLog(run.log, run.progress);
   if (readable && step.finished) return Finish(workplace, run);

@@ -52,7 +52,6 @@ StepResult FormatInstallPartition(Workplace& workplace, const Plan& plan) {
       workplace, program + " " + drive + " /FS:NTFS" + LabelOption(plan.target.label) + " /q /x /y",
       ShowMode::kHidden);
   workplace.platform.taskbar.setProgressState(TaskbarState::kNone);
-  if (Interrupted(workplace)) return StepResult::Closed();
   if (end.started && end.exitCode) return StepResult::Done();
   return StepResult::Failed({ReplaceAll(More(workplace, kMoreNotStarted), "%f%", program),
                              String(workplace, kTextError), kErrorMessage, ExitCode::kToolMissing});

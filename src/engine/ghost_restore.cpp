@@ -131,7 +131,6 @@ StepResult GhoSetup(Workplace& workplace, const Plan& plan, GhostRun& run) {
 }
 
 StepResult GhostTick(Workplace& workplace, const Plan& plan, GhostRun& run) {
-  if (workplace.form.unloaded()) return StepResult::Closed();
   return run.window == 0 ? AwaitGhost(workplace, plan, run) : FollowGhost(workplace, run);
 }
 

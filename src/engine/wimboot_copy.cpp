@@ -52,7 +52,7 @@ StepResult CopyImageForWimboot(Workplace& workplace, const Plan& plan) {
   }
   RunBatch(workplace, "echo y|cacls " + BatchPath(workplace, folder) + " /T /Grant SYSTEM:F",
            "cacls");
-  return Interrupted(workplace) ? StepResult::Closed() : StepResult::Done();
+  return StepResult::Done();
 }
 
 }  // namespace pavoline

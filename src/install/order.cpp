@@ -151,7 +151,7 @@ StepResult JudgeDrivers(Session& session, Installation& installation) {
 StepResult Plugin(Session& session, Installation& installation) {
   const Plan& plan = installation.plan;
   if (!plan.plugin.empty()) CallPlugin(session, plan.plugin, {plan.target.drive, plan.bootDrive});
-  return Interrupted(session) ? StepResult::Closed() : StepResult::Done();
+  return StepResult::Done();
 }
 
 std::optional<PhaseNow> Copying(const Installation& installation, int barPercent) {
@@ -194,7 +194,7 @@ StepResult Finish(Session& session, Installation& installation) {
     Message(session, text, complete ? kInformationMessage : kWarningMessage,
             String(session, kTextInformation));
   }
-  return Interrupted(session) ? StepResult::Closed() : StepResult::Done();
+  return StepResult::Done();
 }
 
 template <int kText>

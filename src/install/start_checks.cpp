@@ -193,7 +193,6 @@ constexpr StartCheck kChecks[] = {
 std::optional<Refusal> CheckStart(Session& session, Plan& plan, std::vector<std::string>& passed) {
   for (const StartCheck& check : kChecks) {
     const Checked refusal = check.run(session, plan);
-    if (session.form.unloaded()) return Refusal{};
     if (refusal) return refusal;
     if (check.concerns == nullptr || check.concerns(session, plan)) {
       passed.push_back(More(session, check.passed));

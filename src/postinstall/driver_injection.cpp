@@ -55,7 +55,6 @@ StepResult StartDriverInjection(Workplace& workplace, const Plan& plan, DriverRu
 
 StepResult DriverMonitorTick(Workplace& workplace, DriverRun& run) {
   Form1& form = workplace.form;
-  if (form.unloaded()) return StepResult::Closed();
   const DriverStep step = ParseDriverLog(ReadEnd(workplace, LogPath(workplace), kLogEnd));
   if (step.kind == DriverStep::kInstalling) {
     form.status.setText(String(workplace, kTextAddingDrivers));

@@ -145,7 +145,7 @@ void MountAndChoose(Session& session, const std::string& isoPath) {
 }  // namespace
 
 void MountIso(Session& session, const std::string& isoPath) {
-  if (session.sourceRun.waiting || Overtaken(session)) return;
+  if (Overtaken(session)) return;
   {
     const ActivityScope reading(session, Activity::kReadingSource);
     MountAndChoose(session, isoPath);

@@ -36,7 +36,6 @@ std::span<const ApplyMode> ApplyModes() { return kModes; }
 bool ChooseApplyMode(Session& session, int commandId) {
   const auto* mode = std::ranges::find(kModes, commandId, &ApplyMode::commandId);
   if (mode == std::end(kModes)) return false;
-  if (!May(session, Action::kSetOptions)) return true;
   session.apply = {mode->applyOptions, commandId == kWimcopyCommand};
   session.form.setCaption(session.titleCaption + mode->titleSuffix);
   std::vector<MenuItem> menu = session.form.systemMenu();

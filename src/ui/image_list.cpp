@@ -100,8 +100,7 @@ void ShowImageList(Session& session) {
   ImageList list(session);
   session.platform.dialogs.showModal(list);
   // Only now, with the list gone, is the image looked into, which takes its time.
-  const Form1& form = session.form;
-  if (list.taken().empty() || form.unloaded() || !May(session, Action::kTakeSource)) return;
+  if (list.taken().empty()) return;
   session.form.combo1.setText(list.taken());
 }
 

@@ -150,7 +150,6 @@ void VirtualDiskCreation::browse() {
 }
 
 void VirtualDiskCreation::create() {
-  if (running_) return;
   VirtualDiskRequest request;
   request.file = file_.text();
   request.format = format();

@@ -63,7 +63,6 @@ void VirtualDiskWindow::layOut() {
 }
 
 void VirtualDiskWindow::onChosenFile(int title, Action action) {
-  if (running_) return;
   const std::string patterns = VirtualDiskPatterns(session_.osVersion);
   FileRequest request;
   request.title = String(session_, title);
@@ -79,10 +78,7 @@ void VirtualDiskWindow::onChosenFile(int title, Action action) {
   running_ = false;
 }
 
-void VirtualDiskWindow::create() {
-  if (running_) return;
-  ShowVirtualDiskCreation(session_);
-}
+void VirtualDiskWindow::create() { ShowVirtualDiskCreation(session_); }
 
 }  // namespace
 

@@ -8,15 +8,6 @@ namespace pavoline {
 
 using testing::Installer;
 
-TEST(Startup, EndsAtOnceWithoutTheImageTool) {
-  Installer w;
-  w.files.drop("X:\\Pavoline\\Bin\\wimlib-imagex");
-  w.start();
-  EXPECT_EQ(w.count("S20"), 1);
-  EXPECT_EQ(w.program->exitCode(), 4);
-  EXPECT_TRUE(w.processes.ran.empty());
-}
-
 // The switch beats the file, and what is saved goes back to where it was read from.
 TEST(Startup, ReadsTheSettingsFileThatIsNamedAndNoOther) {
   constexpr char kHall[] = "X:\\Pavoline\\Halls\\A1.ini", kUsual[] = "X:\\Pavoline\\Pavoline.ini";
@@ -60,17 +51,36 @@ TEST(Startup, ChoosesTheToolsByTheMachine) {
   }
 }
 
-TEST(Startup, GivesNewSystemsTheFolderAndTheLibraryTheyLack) {
-  for (const auto& [version, folder, copied] : {std::tuple{"10.0.20265.1", false, true},
-                                                {"10.0.20266.1", true, true},
-                                                {"6.1.7601.1", false, false},
-                                                {"", false, false}}) {
+TEST(Startup, GivesSystemsWhatTheirVersionLacksAndHas) {
+  for (const auto& [version, folder, copied, taskbar] :
+       {std::tuple{"10.0.20265.1", false, true, true},
+        {"10.0.20266.1", true, true, true},
+        {"6.1.7601.1", false, false, true},
+        {"6.0.6002.1", false, false, false},
+        {"", false, false, false}}) {
     Installer w;
     w.files.version("C:\\Windows\\System32\\kernel32.dll", version);
     w.files.put("X:\\Pavoline\\coml2.dll", "new");
+    w.taskbar.created = false;
     w.start();
     EXPECT_EQ(w.files.exists("C:\\Windows\\SystemTemp"), folder) << version;
     EXPECT_EQ(w.files.exists("C:\\Windows\\SysWOW64\\coml2.dll"), copied) << version;
+    EXPECT_EQ(w.taskbar.created, taskbar) << version;
+  }
+}
+
+TEST(Startup, GoesNoFurtherOnceClosed) {
+  for (const char* during : {"CxDir.exe", "info --xml"}) {
+    Installer w;
+    w.processes.onStart(during,
+                        [&](testing::ToolRun& run) { run.does(1, [&] { w.form.unload(); }); });
+    w.start({"/source:D:\\SOURCES\\INSTALL.WIM"});
+    EXPECT_EQ(w.running().activity, Activity::kClosed);
+    EXPECT_TRUE(Contains(w.processes.ran.back(), during) && !w.form.timer4.enabled());
+    EXPECT_TRUE(w.dialogs.messages.empty());
+    const std::string journal = w.files.text("C:\\Windows\\temp\\Pavoline.log");
+    EXPECT_EQ(Split(journal.substr(journal.find("closed, exit")), "\r\n").size(), 3u)
+        << "the tool's";
   }
 }
 

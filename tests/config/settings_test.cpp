@@ -38,7 +38,6 @@ TEST(Settings, GiveTheDefaultsWithoutAFileWithGarbageAndWithTheSample) {
     EXPECT_EQ(shop.session.options.searchLevel, 2);
     EXPECT_EQ(shop.session.options.pluginDir, "Plug-in");
     EXPECT_TRUE(shop.session.minimizeGhost);
-    EXPECT_FALSE(shop.session.advancedModeHide || shop.session.options.usbPartition);
     EXPECT_EQ(form.text[kAnswerFile].text() + form.text[kDriverFolder].text() + form.combo2.text() +
                   shop.session.options.defaultSysEdition + shop.session.options.pcUser +
                   shop.form.caption(),
@@ -57,6 +56,14 @@ TEST(Settings, ReadFlagsByTheirExactValuesAndComposeTheTitle) {
     LoadWith(shop, std::string(keys) + "\r\n");
     EXPECT_EQ(shop.form.check[box].ticked(), ticked) << keys;
     EXPECT_EQ(shop.form.caption() + shop.session.titleCaption, std::string(title) + title);
+  }
+  for (const std::string key : {"", "USBPartition", "SearchType", "AdvancedModeHide"}) {
+    Workshop shop;
+    LoadWith(shop, key + "=1\r\n");
+    EXPECT_EQ(std::string(shop.session.options.usbPartition ? "USBPartition" : "") +
+                  (shop.session.options.searchType ? "SearchType" : "") +
+                  (shop.session.advancedModeHide ? "AdvancedModeHide" : ""),
+              key);
   }
 }
 

@@ -42,49 +42,6 @@ class Otherwise : public OnTheBench {
   std::vector<std::pair<std::string, std::string>> moved_;
 };
 
-TEST_F(Otherwise, ImagingProgramThatEndsAtOnceFailsWithItsReason) {
-  Person person;
-  ASSERT_TRUE(person.opensImage(kImage));
-  bench::SetFaults("wimlib-imagex", "fail 28");
-  person.startsAndConfirms();
-  const auto shown = bench::WaitForMessage(person.main.program(), 2 * kPatience);
-  ASSERT_TRUE(shown);
-  EXPECT_THAT(shown->text, AllOf(HasSubstr(Text(kTextApplyFailed)), HasSubstr("asked to fail")));
-  EXPECT_TRUE(bench::Answer(*shown, IDOK));
-  EXPECT_TRUE(person.leftInPeace());
-  EXPECT_THAT(ToolsRun(), ElementsAre("format", "wimlib-imagex"));
-  EXPECT_THAT(record(), HasSubstr("exit code 28"));
-}
-
-TEST_F(Otherwise, ImagingProgramMissingIsRefusedBeforeTheFormat) {
-  Person person;
-  ASSERT_TRUE(person.opensImage(kImage));
-  takeAway(kBin + "wimlib-imagex\\" + kArch + "\\wimlib-imagex.exe");
-  person.main.command(kStart).click();
-  EXPECT_EQ(person.hears(), Text(kTextToolMissing));
-  EXPECT_THAT(ToolsRun(), IsEmpty());
-}
-
-TEST_F(Otherwise, DismThatFailsIsTold) {
-  Write("D:\\Drivers\\a.inf", "[Version]\r\n");
-  WriteSettings("AddDriver=1\r\nAddDriverFile=D:\\Drivers");
-  bench::SetFaults("dism", "die 0");
-  Person person("/source:" + std::string(kImage) + " /bootpart:S:" + kSwitches);
-  EXPECT_EQ(person.exitCode(), 5);
-  EXPECT_THAT(record(), HasSubstr("Drivers: not all"));
-}
-
-TEST_F(Otherwise, BootStoresComeBackWhenNothingReplacesThem) {
-  PlaceSystem(2, 'E');
-  Write("S:\\Boot\\BCD", "the old menu");
-  bench::SetFaults("bcdboot", "fail 1");
-  Person person;
-  person.main.window().systemCommand(2011);
-  person.hears();
-  EXPECT_THAT(person.hears(), HasSubstr(More(kMoreBootPutBack)));
-  EXPECT_EQ(Read("S:\\Boot\\BCD"), "the old menu");
-}
-
 TEST_F(Otherwise, AnotherVolumeUnderTheLetterIsNotFormatted) {
   Write("E:\\letter.txt", "stays");
   ASSERT_TRUE(bench::RunBench("second"));
@@ -114,22 +71,6 @@ TEST_F(Otherwise, AnEfiPartitionWithoutALetterGetsOneForTheInstallation) {
   EXPECT_EQ(person.hears(IDCANCEL),
             Filled(Filled(More(kMoreLendLetter), "%ip%", "E:"), "%bp%", "V:"));
   EXPECT_TRUE(person.leftInPeace());
-}
-
-TEST_F(Otherwise, RestartsByWpeutilWhereShutdownIsMissing) {
-  CopyFileA((kSystem + "shutdown.exe").c_str(), (kSystem + "wpeutil.exe").c_str(), FALSE);
-  takeAway(kSystem + "shutdown.exe");
-  WriteSettings("AutoRestart=1");
-  Person person;
-  ASSERT_TRUE(person.opensImage(kImage));
-  person.startsAndConfirms();
-  EXPECT_THAT(person.hears(IDCANCEL), HasSubstr(More(kMoreRestartsSoon)));
-  EXPECT_TRUE(person.leftInPeace());
-  EXPECT_THAT(ArgumentsOf("wpeutil"), IsEmpty());
-  person.startsAndConfirms();
-  ASSERT_TRUE(bench::WaitForMessage(person.main.program(), kPatience));  // and left alone
-  EXPECT_TRUE(Soon([] { return ArgumentsOf("wpeutil").size() == 1; }));
-  DeleteFileA((kSystem + "wpeutil.exe").c_str());
 }
 
 TEST_F(Otherwise, APlantedProgramIsNotRun) {

@@ -5,6 +5,7 @@
 
 namespace pavoline::testing {
 
+using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
@@ -73,9 +74,10 @@ TEST(ApplyMonitor, AToolThatEndsTooSoonFailsInEveryPhase) {
     EXPECT_EQ(shownAt - began > 60000, c.waits) << c.when << " " << shownAt - began;
     EXPECT_LT(shownAt - began, 70000) << c.when;
     EXPECT_EQ(w.form.progressBar1.value(), 0);
-    EXPECT_EQ(w.taskbar.states.back(), TaskbarState::kNone);
+    EXPECT_FALSE(w.taskbar.shown);
     EXPECT_FALSE(w.processes.ranLike("bcdboot") || w.form.timer1.enabled());
-    EXPECT_THAT(w.files.text("C:\\Windows\\temp\\Pavoline.log"), HasSubstr("exit code 72"));
+    EXPECT_THAT(w.files.text("C:\\Windows\\temp\\Pavoline.log"),
+                AllOf(HasSubstr("exit code 72"), HasSubstr("reason: S30")));
   }
 }
 

@@ -94,6 +94,7 @@ TEST(Installation, WithoutBootToolsIsSaidBeforeAndAfterAndRestartsNothing) {
   EXPECT_EQ(w.finish(), 5);
   EXPECT_THAT(w.heard(), ElementsAre(kQuestion + "\r\rM9|S8|49", "M10\nM11 S:|S8|48"));
   EXPECT_FALSE(w.processes.ranLike("shutdown"));
+  EXPECT_EQ(w.form.progressBar1.value(), 100);
 }
 
 TEST(Unattended, EndsByItselfWithItsCodeAndAtMostOneMessage) {
@@ -115,6 +116,10 @@ TEST(Unattended, EndsByItselfWithItsCodeAndAtMostOneMessage) {
   const auto ghost = [](Installer& w) {
     w.files.version("X:\\Pavoline\\Bin\\Ghost\\x64\\ghost.exe", "12.0.0.10531");
     w.files.put("D:\\a.gho");
+    w.processes.onStart("ghost.exe", [&w](ToolRun& run) {
+      run.endsAt(3000);
+      w.processes.onStart("CxDir.exe", [](ToolRun&) { ADD_FAILURE() << "started up anew"; });
+    });
     w.dialogs.onMessage = [&](const auto&) { EXPECT_FALSE(w.form.check[kDoNotFormat].ticked()); };
   };
   const auto noFormat = [](Installer& w) { w.files.drop("C:\\Windows\\System32\\format.com"); };
@@ -131,6 +136,7 @@ TEST(Unattended, EndsByItselfWithItsCodeAndAtMostOneMessage) {
         Case{2, false, {"/instpart:Q:"}, "", {"M16 E: S:|S12|16"}, none},
         Case{2, false, {"/bootpart:E:\\"}, "/slient", {"M16 E: S:|S12|16"}, none},
         Case{3, true, {}, "", {"S30|S12|16"}, tool(" apply ", 72)},
+        Case{3, false, {"/source:D:\\a.gho"}, "", {"S30|S12|16"}, ghost},
         Case{4, false, {}, "", {"S32\nS33\nS34\nS35|S22|48"}, noFormat},
         Case{5, true, {"/reboot"}, "", {}, tool("bcdboot.exe", 1)},
         Case{6, false, {}, "/slient", {asked}, none},
@@ -157,6 +163,7 @@ TEST(Closing, AsksDuringAnInstallationAndEndsTheToolsInOrderAsStopDoes) {
     w.run(8000);
     EXPECT_THAT(w.form.overall.text(), StartsWith("M30 2 3 · M34 12 · M31 0:09"));
     w.running().mountedIsoDrive = "F:";
+    w.running().outerIsos = {{"G:", "D:\\two.iso"}};
     for (const char* tool : {"DISM.EXE", "Ghost.exe"}) w.processes.alreadyRunning(tool);
     w.dialogs.answers = {kAnswerCancel};
     leave();
@@ -165,29 +172,67 @@ TEST(Closing, AsksDuringAnInstallationAndEndsTheToolsInOrderAsStopDoes) {
 
     leave();
     EXPECT_THAT(w.processes.killed, ElementsAre("wimlib-imagex.exe", "Ghost.exe", "DISM.EXE"));
-    EXPECT_EQ(w.processes.ranLike("imdisk.exe -D -m F:"), !stop);
+    for (const char* drive : {"F:", "G:"}) {
+      EXPECT_EQ(w.processes.ranLike("imdisk.exe -D -m " + std::string(drive)), !stop);
+    }
+    EXPECT_EQ(
+        w.files.text("C:\\Windows\\temp\\Pavoline.log").find(" stopped\r\n") != std::string::npos,
+        stop);
     EXPECT_EQ(w.form.unloaded(), !stop);
     EXPECT_EQ(w.program->exitCode(), 6);
     EXPECT_TRUE(w.form.overall.text().empty() && !w.form.stop.visible());
+    EXPECT_TRUE(!w.form.overallTimer.enabled() && w.form.combo1.enabled() == stop);
+    for (const Timer* timer : w.form.timers()) EXPECT_FALSE(timer->enabled() && !stop);
     EXPECT_TRUE(!stop || (w.idle() && w.finish() == 0)) << "it can be started anew";
   }
 }
 
-TEST(Closing, CancelsNothingBehindTheRecord) {
-  InstallShop w;
-  w.dialogs.onMessage = [&](const FakeDialogs::Shown&) { w.form.unload(); };
-  EXPECT_EQ(w.install(), 0);
+TEST(Closing, DuringTheChecksOrTheirQuestionsBeginsNothing) {
+  for (const char* during : {"CxDir.exe", "S19", "M8"}) {
+    Filled w;
+    if (during == std::string("M8")) {  // a boot partition without a letter
+      w.running().partitions = {{"2:1\tE:\t200.00GB\tNTFS\tPrimary\tDisk B\tMy Disk\tGPT\t0"},
+                                {"2:2\t\t100.00MB\tFAT32\tEFI\tDisk B\tSYSTEM\tGPT\t0"}};
+      w.form.text[kBootPartition].setText("");
+    }
+    w.processes.onStart("CxDir.exe", [&](ToolRun& run) {
+      run.print(5, w.partitionLines);
+      if (run.line.find(during) != std::string::npos) run.does(1, [&] { w.form.unload(); });
+    });
+    w.dialogs.onMessage = [&](const auto&) { w.form.unload(); };
+    w.pressStart();
+    w.run(60'000);
+    EXPECT_EQ(w.count(during), w.dialogs.messages.size()) << during;
+    EXPECT_TRUE(w.form.unloaded() && !w.running().installation);
+    EXPECT_TRUE(w.commands().size() == 1 && w.drives.letterCalls.empty()) << "only the source's";
+    EXPECT_THAT(w.files.text("C:\\Windows\\temp\\Pavoline.log"), Not(HasSubstr("outcome:")));
+  }
 }
 
-TEST(Stopping, LeavesAnEndAloneThatCameWhileItWasAsked) {
-  Filled w;
-  w.pressStart();
-  w.run(8000);
-  w.processes.alreadyRunning("DISM.EXE");  // of somebody else by then
-  w.dialogs.messageMs = 60'000;
-  w.form.stop.press();
-  EXPECT_EQ(w.program->exitCode(), 0);
-  EXPECT_TRUE(w.processes.killed.empty() && w.idle());
+TEST(LentLetter, IsTakenBackAtEveryEndAndBeforeTheRestart) {
+  for (const char* end : {"done", "failed", "closed"}) {
+    InstallShop w;
+    w.session.lentLetter = "V:";
+    w.plan.restart = true;
+    w.processes.onStart("shutdown.exe", [&](ToolRun&) { EXPECT_EQ(w.session.lentLetter, ""); });
+    if (end == std::string("failed")) w.files.drop("C:\\Windows\\System32\\format.com");
+    end == std::string("closed") ? static_cast<void>(w.form.close())
+                                 : static_cast<void>(w.install());
+    EXPECT_THAT(w.drives.letterCalls, ElementsAre("remove V:")) << end;
+  }
+}
+
+TEST(Closing, LeavesAnEndAloneThatCameWhileItWasAskedAsStopDoes) {
+  for (const bool stop : {false, true}) {
+    Filled w;
+    w.pressStart();
+    w.run(8000);
+    w.processes.alreadyRunning("DISM.EXE");  // of somebody else by then
+    w.dialogs.messageMs = 60'000;
+    stop ? w.form.stop.press() : static_cast<void>(w.form.close());
+    EXPECT_EQ(w.program->exitCode(), 0);
+    EXPECT_TRUE(w.processes.killed.empty() && w.form.unloaded() == !stop && w.idle() == stop);
+  }
 }
 
 TEST(Closing, EndsAnInstallationInEveryStepAtOnceAsStopDoes) {
@@ -214,6 +259,7 @@ TEST(Closing, EndsAnInstallationInEveryStepAtOnceAsStopDoes) {
     w.run(60000);
     EXPECT_THAT(w.processes.ran.back(), HasSubstr(during == "the copy" ? "takeown" : during));
     EXPECT_EQ(w.dialogs.messages.size(), stop ? 1u : 0u) << during;
+    EXPECT_THAT(w.files.text("C:\\Windows\\temp\\Pavoline.log"), Not(HasSubstr("confirmed one")));
     EXPECT_EQ(w.session.activity, stop ? Activity::kIdle : Activity::kClosed) << during;
   }
 }

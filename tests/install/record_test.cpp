@@ -37,7 +37,9 @@ TEST(Record, IsCopiedWithItsEndBeforeTheRestart) {
   Hall w;
   w.processes.onStart("shutdown.exe", [&](ToolRun&) {
     for (const std::string& copy : {w.inFolder(), w.files.text(kInSystem)}) {
-      EXPECT_THAT(copy, AllOf(HasSubstr("step ended: apply, 23"), HasSubstr("\r\n2024-05-06 "),
+      EXPECT_THAT(copy, AllOf(HasSubstr("machine: serial number 5CG/1, model HP 840"),
+                              HasSubstr("installing edition 2 \"Pro"), HasSubstr("took 24"),
+                              HasSubstr("step ended: apply, 23"), HasSubstr("\r\n2024-05-06 "),
                               HasSubstr("outcome: done, exit code 0\r\n")));
     }
   });
@@ -72,6 +74,16 @@ TEST(Record, IsKeptOfEveryEndAndChangesNone) {
                  run.neverEnds();
                });
              }},
+        Case{"closed while it is copied", 0, true, true,
+             [](Hall& w) {
+               w.copies([&](ToolRun& run) { run.does(1000, [&] { w.form.unload(); }); });
+             }},
+        Case{"closed while a failure is copied", 3, false, true,
+             [](Hall& w) {
+               w.processes.onStart(" apply ", [](ToolRun& run) { run.exits(72); });
+               w.copies([&](ToolRun& run) { run.does(1000, [&] { w.form.unload(); }); });
+               w.dialogs.onMessage = [](const auto&) { ADD_FAILURE() << "over a closed window"; };
+             }},
         Case{"fault", 7, false, true,
              [](Hall& w) { w.time.after(8000, [&] { w.program->fault("why"); }); }},
         Case{"closed behind the image", 6, true, true, [](Hall& w) {
@@ -81,13 +93,14 @@ TEST(Record, IsKeptOfEveryEndAndChangesNone) {
     Hall w;
     c.arrange(w);
     w.start({"/source:D:\\SOURCES\\INSTALL.WIM", "/wimindex:1", "/instpart:E:", "/bootpart:S:",
-             "/formatinstpart", "/install", "/slient", "/logdir:D:\\Rec\\%serial%"});
+             "/formatinstpart", "/install", "/slient", "/reboot", "/logdir:D:\\Rec\\%serial%"});
     w.runUntil([&] { return w.form.unloaded(); });
     const long ended = w.time.now();
     w.run(5000);
     EXPECT_EQ(w.program->exitCode(), c.code) << c.what;
     EXPECT_EQ(w.files.exists(kInSystem), c.inSystem) << c.what;
     EXPECT_EQ(Contains(w.inFolder(), "exit code " + std::to_string(c.code)), c.inFolder) << c.what;
+    EXPECT_EQ(w.processes.ranLike("shutdown"), c.code == 0 && !c.inFolder) << c.what;
     EXPECT_LE(ended, c.code == 0 ? 50'000 : 80'000) << c.what;
   }
 }

@@ -6,35 +6,6 @@
 
 namespace pavoline::testing {
 
-TEST(Activity, TheTableTellsWhatMayBeDoneInIt) {
-  // One letter for each action that is allowed, in the order of the actions: start, source,
-  // options, partition, search, virtual disks, boot repair, empty disk, tool, keys, look.
-  constexpr char kLetters[] = "sopcfvbdtkl";
-  struct Rule {
-    Activity activity;
-    const char* allowed;
-    Closing closing;
-  };
-  for (const auto& [activity, allowed, closing] :
-       {Rule{Activity::kStarting, "opl", Closing::kFree},
-        {Activity::kIdle, kLetters, Closing::kFree},
-        {Activity::kListing, "opl", Closing::kFree},
-        {Activity::kReadingSource, "pcl", Closing::kFree},
-        {Activity::kChecking, "l", Closing::kFree},
-        {Activity::kInstalling, "l", Closing::kAsk},
-        {Activity::kRepairingBoot, "l", Closing::kAsk},
-        {Activity::kPreparingDisk, "l", Closing::kAsk},
-        {Activity::kVirtualDisk, "l", Closing::kWait},
-        {Activity::kClosed, "", Closing::kFree}}) {
-    std::string found;
-    for (int action = 0; kLetters[action] != '\0'; ++action) {
-      if (MayDo(activity, static_cast<Action>(action))) found += kLetters[action];
-    }
-    EXPECT_EQ(found, allowed) << static_cast<int>(activity);
-    EXPECT_EQ(ClosingDuring(activity), closing) << static_cast<int>(activity);
-  }
-}
-
 struct Scope : ::testing::Test, Workshop {
   Scope() {
     session.activityChanged = [this] { seen += std::to_string(static_cast<int>(now())) + " "; };

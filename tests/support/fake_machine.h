@@ -163,13 +163,16 @@ struct FakeTaskbar : Taskbar {
   bool created = false;
   std::vector<int> values;  // percent of the total
   std::vector<TaskbarState> states;
+  bool shown = false;  // a value brings the bar back
 
   bool create() override { return created = true; }
   void setProgressValue(int completed, int total) override {
     if (created && total > 0) values.push_back(completed * 100 / total);
+    shown = created;
   }
   void setProgressState(TaskbarState state) override {
     if (created) states.push_back(state);
+    shown = created && state != TaskbarState::kNone;
   }
 };
 

@@ -57,6 +57,9 @@ TEST(BootRepair, TouchesNothingWhenItMustNotRun) {
   using Arrange = std::function<void(RepairWorkshop&)>;
   const std::tuple<const char*, Arrange, std::vector<std::string>> cases[] = {
       {"cancelled", [](auto& w) { w.dialogs.answers = {kAnswerCancel}; }, {"S68 S:\n\nS18|S8|49"}},
+      {"closed over the question",
+       [](auto& w) { w.dialogs.onMessage = [&](const auto&) { w.form.unload(); }; },
+       {"S68 S:\n\nS18|S8|49"}},
       {"list not read yet",
        [](auto& w) { w.form.marks.startupStage = 0; },
        {"S45|Initializing...|64"}},
@@ -67,7 +70,6 @@ TEST(BootRepair, TouchesNothingWhenItMustNotRun) {
       {"no bcdboot",
        [](auto& w) { w.files.drop(kBcdboot), w.files.drop("C:\\Windows\\System32\\bcdboot.exe"); },
        {"M14|S8|48"}},
-      {"installing", [](auto& w) { w.session.activity = Activity::kInstalling; }, {}},
       {"Quillet", [](auto& w) { w.files.put("X:\\Quillet\\Quillet.exe"); }, {}}};
   for (const auto& [why, arrange, messages] : cases) {
     RepairWorkshop w;
@@ -75,6 +77,8 @@ TEST(BootRepair, TouchesNothingWhenItMustNotRun) {
     w.repair();
     EXPECT_EQ(w.heard(), messages) << why;
     EXPECT_FALSE(w.processes.ranLike("bcdboot") || w.processes.ranLike("bootsect")) << why;
+    EXPECT_EQ(w.files.text("C:\\Windows\\temp\\Pavoline.log").find("boot files on"),
+              std::string::npos);
     EXPECT_EQ(w.processes.ranLike("Quillet"), why == std::string("Quillet"));
     EXPECT_TRUE(w.form.command1[kStart].enabled()) << why;
     EXPECT_EQ(w.stores(), w.files.exists("S:") ? "old old" : " ") << why;

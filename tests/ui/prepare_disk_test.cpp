@@ -164,13 +164,30 @@ TEST(PrepareDisk, SuggestsWhatTheMachineWasStartedByAndFits) {
   }
 }
 
-TEST(PrepareDisk, LeavesAHungDiskpartWhenTheProgramIsClosed) {
-  DiskShop w;
-  w.hangs = true;
-  w.time.after(60'000, [&] { EXPECT_TRUE(w.form.close()); });
-  w.prepare();
-  EXPECT_THAT(w.heard(), ElementsAre(_, StartsWith("M80|S22|")));
-  EXPECT_THAT(w.files.text("C:\\Windows\\temp\\Pavoline.log"), HasSubstr("left running"));
+TEST(PrepareDisk, EndsWithTheProgramWhateverItWaitsFor) {
+  for (const int during : {1, 2, 3, 4}) {  // both looks, diskpart, the question
+    DiskShop w;
+    int looks = 0;
+    w.processes.onStart("CxDir.exe /disks", [&](ToolRun& run) {
+      run.print(5, kEmpty);
+      if (++looks == during) run.neverEnds();
+    });
+    w.hangs = during == 3;
+    const auto closes = [&] {
+      EXPECT_FALSE(w.form.combo1.enabled());
+      w.form.close();
+    };
+    w.time.after(60'000, closes);
+    if (during == 4) w.dialogs.onMessage = [&](const auto&) { w.form.unload(); };
+    w.prepare();
+    EXPECT_EQ(w.heard().size(), during == 1 || during == 4 ? 1u : 2u);
+    EXPECT_THAT(w.heard().back(), StartsWith(during == 4 ? "M75" : "M80|S22|"));
+    EXPECT_EQ(looks, during == 1 || during == 4 ? 1 : 2);
+    EXPECT_EQ(w.processes.ranLike("diskpart"), during == 3);
+    EXPECT_FALSE(w.processes.ranLike("-vaskor"));
+    const std::string journal = w.files.text("C:\\Windows\\temp\\Pavoline.log");
+    EXPECT_EQ(journal.find("left running") != std::string::npos, during != 4);
+  }
 }
 
 // The commands of a script of the program's folder, on disk 1 and without those that erase or show.

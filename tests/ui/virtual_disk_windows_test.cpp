@@ -45,17 +45,42 @@ struct DiskWorkshop : Workshop {
 };
 
 TEST(VirtualDiskWindow, WaitsForTheDriveThenSaysThatItFailed) {
-  using Case = std::tuple<const char*, long, const char*>;
-  for (const auto& [button, delay, message] :
-       {Case{"S88", 4500, "S83 D:\\a b.vhd|S84|64"}, Case{"S88", -1, "S82|S8|64"},
-        Case{"S89", -1, "S86|S8|64"}}) {
+  using Case = std::tuple<const char*, long, bool, std::vector<std::string>>;
+  for (const auto& [button, delay, closed, heard] :
+       {Case{"S88", 4500, false, {"S83 D:\\a b.vhd|S84|64"}}, Case{"S88", -1, false, {"S82|S8|64"}},
+        Case{"S89", -1, false, {"S86|S8|64"}}, Case{"S88", 4500, true, {}}}) {
     DiskWorkshop w;
     w.delayMs = delay;
     if (button == std::string("S89")) w.drives.add("V:");
     w.dialogs.files = {"D:\\a b.vhd"};
-    w.inWindow([text = button](Form& window) { ButtonWith(window, text).press(); });
-    EXPECT_THAT(w.heard(), ElementsAre(message));
-    EXPECT_TRUE(w.processes.ranLike("CxDir.exe"));  // whatever diskpart reported
+    w.inWindow([&, text = button, ends = closed](Form& window) {
+      w.time.after(50, [&w, &window, ends] {
+        for (const char* any : {"S88", "S89", "S90"}) ButtonWith(window, any).press();
+        EXPECT_FALSE(window.close());
+        if (ends) w.form.unload();
+      });
+      ButtonWith(window, text).press();
+    });
+    EXPECT_EQ(w.heard(), heard);
+    EXPECT_EQ(w.dialogs.openRequests.size() + w.dialogs.shownForms.size(), 2u);
+    EXPECT_EQ(w.processes.ranLike("CxDir.exe"), !closed);  // whatever diskpart reported
+  }
+}
+
+TEST(VirtualDiskCreation, EndsWithTheDiskOrTheProgram) {
+  for (const bool closed : {false, true}) {
+    DiskWorkshop w;
+    w.create([&](Form& creation) {
+      Nth<TextBox>(creation, 1).setText("64");
+      Nth<ComboBox>(creation).select(0);
+      w.time.after(50, [&] {
+        ButtonWith(creation, "S99").press();
+        EXPECT_FALSE(creation.close());
+        if (closed) w.form.unload();
+      });
+    });
+    EXPECT_EQ(w.dialogs.messages.size(), closed ? 0u : 1u);
+    EXPECT_TRUE(w.scripts.size() == 1 && !w.stayedOpen);
   }
 }
 
