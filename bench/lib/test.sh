@@ -170,7 +170,7 @@ test_x86() {
   reason=$(cat <&"$i386_reply")
   [[ -z $reason ]] || { say_line "$name: left out, for want of a 32-bit Wine: $reason"; return; }
   local tests=(Installing.{UnattendedWithEveryOptionalStep,FromPathsThatScriptsTripOver,ImagingProgramKilledWhileItWrites}
-    Refusing.UnattendedRunsEndThemselves Listing.IsWhatThePartitionTablesSay)
+    Refusing.AnUnattendedRunEndsItself Listing.IsWhatThePartitionTablesSay)
   run_gtest "$name" timeout --kill-after=10 600 "$bench_source/bench" i386 "$repo/tests/e2e/run" "$repo/build/x86/app" \
     "$(bench_bin x86)/test_e2e.exe" --gtest_filter="$(IFS=:; echo "${tests[*]}")"
 }
