@@ -62,15 +62,17 @@ void LongNames(Installer& w) {
 
 TEST(Start, RefusesWithOneMessage) {
   const std::tuple<const char*, Spoil, int> cases[] = {
-      {"S113|", Install("x:"), 1},
-      {"INSTALL.WIM S11|", Drop(kImage), 1},
-      {"INSTALL.WIM S11|", [](auto& w) { w.files.drop(kImage), w.files.folder(kImage); }, 1},
-      {"S13|", [](auto& w) { w.form.combo[kEditions].clear(); }, 1},
-      {"S15 Q:|", Boot("Q:"), 1},
-      {"S15 |", Boot(""), 1},
-      {"S15 S:\\boot|", [](auto& w) { w.files.folder("S:\\boot"), Boot("S:\\boot")(w); }, 1},
-      {"M4 x:|", Boot("x:"), 1},
-      {"S15 V:|",  // the system lends no letter
+      {"RunningSystem|", Install("x:"), 1},
+      {"INSTALL.WIM SourceMissing|", Drop(kImage), 1},
+      {"INSTALL.WIM SourceMissing|", [](auto& w) { w.files.drop(kImage), w.files.folder(kImage); },
+       1},
+      {"NoEdition|", [](auto& w) { w.form.combo[kEditions].clear(); }, 1},
+      {"BootMissing Q:|", Boot("Q:"), 1},
+      {"BootMissing |", Boot(""), 1},
+      {"BootMissing S:\\boot|", [](auto& w) { w.files.folder("S:\\boot"), Boot("S:\\boot")(w); },
+       1},
+      {"BootIsSystem x:|", Boot("x:"), 1},
+      {"BootMissing V:|",  // the system lends no letter
        [](auto& w) {
          w.running().partitions.push_back({kHiddenBoot});
          w.drives.refusesLetters = true;
@@ -78,13 +80,15 @@ TEST(Start, RefusesWithOneMessage) {
          w.running().commandLine.silent = true;
        },
        1},
-      {"S16 |", Install(""), 1},
-      {"S16 G:|", [](auto& w) { Install("G:")(w), Boot("G:")(w); }, 1},
-      {"S16 E:|", [](auto& w) { w.partitionLines.erase(0, 10); }, 1},  // in a label still
-      {"M6|", [](auto& w) { w.partitionLines = ""; }, 1},
-      {"S73 D:|", Install("D:"), 1},
-      {"S73 E:|", [](auto& w) { w.files.currentFolder = "E:\\", Source("win10.wim")(w); }, 1},
-      {"S73 E:|",  // inside an ISO inside an ISO
+      {"InstallMissing |", Install(""), 1},
+      {"InstallMissing G:|", [](auto& w) { Install("G:")(w), Boot("G:")(w); }, 1},
+      {"InstallMissing E:|", [](auto& w) { w.partitionLines.erase(0, 10); },
+       1},  // in a label still
+      {"NoList|", [](auto& w) { w.partitionLines = ""; }, 1},
+      {"SourceOnTarget D:|", Install("D:"), 1},
+      {"SourceOnTarget E:|",
+       [](auto& w) { w.files.currentFolder = "E:\\", Source("win10.wim")(w); }, 1},
+      {"SourceOnTarget E:|",  // inside an ISO inside an ISO
        [](auto& w) {
          for (const char* drive : {"F:", "G:"}) w.drives.add(drive, kDriveCdRom);
          w.running().mountedIsoDrive = "F:";
@@ -93,30 +97,31 @@ TEST(Start, RefusesWithOneMessage) {
          Source("F:\\install.wim")(w);
        },
        1},
-      {"M3 X:\\Pavoline X:|",
+      {"LiesOnTarget X:\\Pavoline X:|",
        [](auto& w) {
          w.environment.variables["systemdrive"] = "C:";
          w.partitionLines += "3:1\tX:\t10.00GB\tNTFS\tPrimary\tStick\tUSB\tMBR\t0\r\n";
          Install("X:")(w);
        },
        1},
-      {"M3 E:\\a.xml E:|", AnswerFile("E:\\a.xml"), 1},
-      {"M3 E:\\drv E:|",
+      {"LiesOnTarget E:\\a.xml E:|", AnswerFile("E:\\a.xml"), 1},
+      {"LiesOnTarget E:\\drv E:|",
        [](auto& w) { Text(kDriverFolder, "E:\\drv")(w), w.form.check[kAddDrivers].setValue(1); },
        1},
-      {"M3 E:\\fix.exe E:|", Plugin("E:\\fix.exe /q"), 1},
-      {"M3 E:\\fix.exe E:|", Plugin("Fix"), 1},
-      {"S7|", AnswerFile("D:\\a.xml", "<unattend/>"), 1},
-      {"S20|", Drop("X:\\Pavoline\\Bin\\wimlib-imagex"), 4},
-      {"M59 D:\\a2.swm|", SplitWith([](auto) { return ""; }), 1},
-      {"M59 D:\\a2.swm|", SplitWith([](auto bytes) { return bytes.substr(0, 1675); }), 1},
-      {"M59 D:\\a2.swm|", SplitWith([](auto bytes) { return bytes.replace(39, 1, "?"); }), 1},
-      {"M59 D:\\a2.swm|", SplitWith([](auto bytes) { return bytes.replace(40, 1, "\3"); }), 1},
-      {"M61|", [](auto& w) { w.running().apply = {"--wimboot"}, SplitWith(std::identity())(w); },
+      {"LiesOnTarget E:\\fix.exe E:|", Plugin("E:\\fix.exe /q"), 1},
+      {"LiesOnTarget E:\\fix.exe E:|", Plugin("Fix"), 1},
+      {"WrongEncoding|", AnswerFile("D:\\a.xml", "<unattend/>"), 1},
+      {"ToolMissing|", Drop("X:\\Pavoline\\Bin\\wimlib-imagex"), 4},
+      {"PartLacks D:\\a2.swm|", SplitWith([](auto) { return ""; }), 1},
+      {"PartLacks D:\\a2.swm|", SplitWith([](auto bytes) { return bytes.substr(0, 1675); }), 1},
+      {"PartLacks D:\\a2.swm|", SplitWith([](auto bytes) { return bytes.replace(39, 1, "?"); }), 1},
+      {"PartLacks D:\\a2.swm|", SplitWith([](auto bytes) { return bytes.replace(40, 1, "\3"); }),
        1},
-      {"M62|", LongNames, 1},
-      {"S14 ", Source("D:\\a.gho", "12.0"), 4},
-      {"M7|", Source("D:\\a,b.gho", "12.0.0.1"), 1}};
+      {"SplitWimboot|",
+       [](auto& w) { w.running().apply = {"--wimboot"}, SplitWith(std::identity())(w); }, 1},
+      {"TooManyParts|", LongNames, 1},
+      {"GhostMissing ", Source("D:\\a.gho", "12.0"), 4},
+      {"GhostComma|", Source("D:\\a,b.gho", "12.0.0.1"), 1}};
   for (const auto& [message, spoil, code] : cases) {
     Installer w;
     w.start(), w.fillIn();
@@ -136,11 +141,11 @@ TEST(Start, WaitsForTheListAndForgivesAKeptPartition) {
     run.print(1000, w.partitionLines);
   });
   w.start();
-  EXPECT_THAT(w.heard(), ElementsAre("S45|Initializing...|64"));
+  EXPECT_THAT(w.heard(), ElementsAre("ListNotReady|Initializing...|64"));
   w.fillIn();
   w.running().activity = Activity::kListing;  // a chooser lists afresh
   w.pressStart();
-  EXPECT_EQ(w.count("S45"), 2);
+  EXPECT_EQ(w.count("ListNotReady"), 2);
 
   w.running().activity = Activity::kIdle;
   Install("D:")(w);
@@ -157,20 +162,20 @@ std::function<void(InstallShop&)> Listed(const std::string& from, const std::str
 TEST(CheckAgain, WritesNothingWhenItIsNotTheConfirmedVolume) {
   // Between the question and the format.
   const std::pair<const char*, std::function<void(InstallShop&)>> cases[] = {
-      {"M5 E:", [](InstallShop& w) { w.drives.wipe("E:"); }},
-      {"M5 E:", Listed("My Disk", "Your Disk")},
-      {"M5 E:", Listed("200.00GB", "100.00GB")},
-      {"M5 E:", Listed("Disk B", "Disk C")},
-      {"M5 E:",  // the address alone
+      {"OtherVolume E:", [](InstallShop& w) { w.drives.wipe("E:"); }},
+      {"OtherVolume E:", Listed("My Disk", "Your Disk")},
+      {"OtherVolume E:", Listed("200.00GB", "100.00GB")},
+      {"OtherVolume E:", Listed("Disk B", "Disk C")},
+      {"OtherVolume E:",  // the address alone
        [](InstallShop& w) {
          w.drives.add("E:", kDriveFixed, VolumePosition{3, 1});
          w.drives.setFacts("E:", w.plan.target.facts);
        }},
-      {"M5 E:", Listed("\tE:\t", "\tF:\t")},
-      {"M5 E:", [](InstallShop& w) { w.partitionLines = ""; }},
-      {"M5 E:", [](InstallShop& w) { w.processes.failNextStarts = 2; }},
-      {"M5 E:", [](InstallShop& w) { w.files.noRoom = "C:\\Windows\\temp"; }},
-      {"S11", [](InstallShop& w) { w.files.drop(w.plan.source); }}};
+      {"OtherVolume E:", Listed("\tE:\t", "\tF:\t")},
+      {"OtherVolume E:", [](InstallShop& w) { w.partitionLines = ""; }},
+      {"OtherVolume E:", [](InstallShop& w) { w.processes.failNextStarts = 2; }},
+      {"OtherVolume E:", [](InstallShop& w) { w.files.noRoom = "C:\\Windows\\temp"; }},
+      {"SourceMissing", [](InstallShop& w) { w.files.drop(w.plan.source); }}};
   for (const auto& [message, spoil] : cases) {
     for (const ImageKind kind : {ImageKind::kWim, ImageKind::kGho}) {
       InstallShop w;
@@ -204,7 +209,7 @@ TEST(SplitImage, IsAppliedFromAllItsPartsOrNotAtAll) {
     };
     w.pressStart();
     EXPECT_TRUE(w.runUntil([&] { return !w.running().installation; }));
-    EXPECT_EQ(w.count("M59 D:\\100% &\\a b3.swm"), taken);
+    EXPECT_EQ(w.count("PartLacks D:\\100% &\\a b3.swm"), taken);
     EXPECT_EQ(
         w.processes.ranLike("apply \"D:\\100% &\\a b.swm\" 1 E:\\  --ref=\"D:\\100% &\\a b2.swm"
                             "\" --ref=\"D:\\100% &\\a b3.swm\" >"),
