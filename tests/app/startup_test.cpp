@@ -18,7 +18,7 @@ TEST(Startup, ReadsTheSettingsFileThatIsNamedAndNoOther) {
     w.files.put(kUsual, usual);
     if (there) w.files.put(kHall, "[Option]\r\nComputerName=X\r\nAddDriverFile=D:\\a\r\n");
     Session& session = w.start({"/ini:Halls\\%serial%.ini", "/name:A-%serial%", "/answer:b.xml"});
-    EXPECT_EQ(w.count("M25 X:\\Pavoline\\Halls\\A1.ini"), there ? 0 : 1);
+    EXPECT_EQ(w.count("NoSettings X:\\Pavoline\\Halls\\A1.ini"), there ? 0 : 1);
     EXPECT_EQ(w.program->exitCode(), there ? 6 : 1);
     if (!there) continue;
     EXPECT_TRUE(w.form.check[kUseAnswerFile].ticked() && !w.form.check[kAddDrivers].ticked());

@@ -24,7 +24,7 @@ TEST(Rows, TickingAnEmptyRowAsksForItsPathAtOnce) {
   }
   EXPECT_EQ(shop.dialogs.openRequests.back().initialFolder, folder);
   EXPECT_EQ(shop.form.text[kAnswerFile].text(), ".\\Bin\\unattend\\unattend.xml");
-  EXPECT_EQ(shop.form.status.text(), "M58") << "an account that anybody can use";
+  EXPECT_EQ(shop.form.status.text(), "NoPassword") << "an account that anybody can use";
 
   shop.dialogs.folders = {"X:\\Pavoline2\\drv"};
   shop.form.check[kAddDrivers].setValue(1);

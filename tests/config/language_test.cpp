@@ -34,18 +34,18 @@ TEST(Language, FallsBackFromRelatedLocalesToEnglish) {
 TEST(Language, ReadsItsTablesCutsLongTextsAndPicksTheFirstFontThere) {
   Workshop shop;
   LoadLanguage(shop.session);
-  EXPECT_EQ(shop.session.texts.strings[2], "") << "without any file";
+  EXPECT_EQ(shop.session.texts.strings[kTextStart], "") << "without any file";
   Ship(shop, "1031",
        "String(40)=" + std::string(300, 'x') +
            "\r\nCaption(12)= Options \r\nString(115)=no\r\n[More]\r\nMore(1)=mehr\r\n");
   Ship(shop, "1033", "String(41)=no\r\n[More]\r\nMore(1)=no\r\nMore(24)= more \r\n");
   shop.session.language = 1031;
   LoadLanguage(shop.session);
-  EXPECT_EQ(shop.session.texts.strings[40], std::string(254, 'x'));
+  EXPECT_EQ(shop.session.texts.strings[kTextFinished], std::string(254, 'x'));
   EXPECT_EQ(shop.form.frame[kOptionsFrame].text(), "Options");
-  EXPECT_EQ(shop.session.texts.strings[41], "");
-  EXPECT_EQ(shop.session.texts.more[1], "mehr");
-  EXPECT_EQ(shop.session.texts.more[24], "more") << "English for want of its own";
+  EXPECT_EQ(shop.session.texts.strings[kTextNoShutdown], "");
+  EXPECT_EQ(shop.session.texts.more[kMoreVolumeFacts], "mehr");
+  EXPECT_EQ(shop.session.texts.more[kMoreNotStarted], "more") << "English for want of its own";
   EXPECT_EQ(shop.form.font(), "Tahoma");
 }
 

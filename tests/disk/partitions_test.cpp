@@ -115,8 +115,8 @@ TEST_F(Partitions, FillTheChoosersRows) {
 
 TEST_F(Partitions, TheBootPartitionIsOnTheInstallPartitionsDiskAndBothAreDescribed) {
   for (const auto& [install, boot, bootFacts] :
-       {std::tuple{"D:", "S:", "M1 ESP, 100.00MB, FAT32, Samsung SSD"},
-        std::tuple{"E:", "E:", "M1 Boot, 30.00GB, NTFS, ST1000"}}) {
+       {std::tuple{"D:", "S:", "VolumeFacts ESP 100.00MB FAT32 Samsung SSD"},
+        std::tuple{"E:", "E:", "VolumeFacts Boot 30.00GB NTFS ST1000"}}) {
     form.text[kInstallPartition].setText(install);
     form.text[kBootPartition].setText("");
     EXPECT_TRUE(RefreshPartitions(session));
@@ -124,7 +124,7 @@ TEST_F(Partitions, TheBootPartitionIsOnTheInstallPartitionsDiskAndBothAreDescrib
     EXPECT_EQ(form.facts[kBootPartition].text(), bootFacts);
   }
   list("2:1\te:\t30.00GB\tNTFS\tPrimary\tE:%label%\t\tMBR\t1\r\n");
-  EXPECT_EQ(DescribeVolume(session, "E:"), "M1 M2, 30.00GB, NTFS, E:M2");
+  EXPECT_EQ(DescribeVolume(session, "E:"), "VolumeFacts NoLabel 30.00GB NTFS E:NoLabel");
   EXPECT_EQ(DescribeVolume(session, "D:"), "");
   list(kListing);
   TextBox& field = form.text[kInstallPartition];  // what it names stays when it is offered

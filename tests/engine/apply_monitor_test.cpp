@@ -29,8 +29,9 @@ TEST(ApplyMonitor, ShowsThePhasesAndHandsOverAsSoonAsTheToolHasEnded) {
   });
   w.begin();
   using Look = std::pair<int, const char*>;
-  for (const auto& [percent, status] : {Look{25, "S23"}, Look{100, "S23"}, Look{40, "S24"},
-                                        Look{40, "S24"}, Look{100, "S24"}, Look{33, "S25"}}) {
+  for (const auto& [percent, status] :
+       {Look{25, "CreatingFiles"}, Look{100, "CreatingFiles"}, Look{40, "Extracting"},
+        Look{40, "Extracting"}, Look{100, "Extracting"}, Look{33, "ApplyingMetadata"}}) {
     w.run(kApplyMonitorInterval);
     EXPECT_EQ(w.form.progressBar1.value(), percent) << w.time.now();
     EXPECT_EQ(w.form.status.text(), status) << w.time.now();
@@ -39,7 +40,7 @@ TEST(ApplyMonitor, ShowsThePhasesAndHandsOverAsSoonAsTheToolHasEnded) {
   EXPECT_TRUE(w.files.exists(kLog));
   w.run(200);  // long before the next tick
   EXPECT_FALSE(w.files.exists(kLog) || w.files.exists("C:\\Windows\\temp\\apply.bat"));
-  EXPECT_THAT(w.heard(), ElementsAre("S40|S8|64"));
+  EXPECT_THAT(w.heard(), ElementsAre("Finished|Information|64"));
   EXPECT_FALSE(w.session.installation || w.form.timer1.enabled());
   EXPECT_EQ(w.session.exitCode, ExitCode::kInstalled);
 }
@@ -68,8 +69,10 @@ TEST(ApplyMonitor, AToolThatEndsTooSoonFailsInEveryPhase) {
     w.begin();
     const long began = w.processes.started.back().at;
     ASSERT_TRUE(w.runUntil([&] { return !w.session.installation; })) << c.when;
-    EXPECT_THAT(w.heard(),
-                ElementsAre("S30\n\nM21\n[WARNING] x\n[ERROR] The data is corrupted|S12|16"));
+    EXPECT_THAT(
+        w.heard(),
+        ElementsAre(
+            "ApplyFailed\n\nToolSaid\n[WARNING] x\n[ERROR] The data is corrupted|Error|16"));
     EXPECT_EQ(w.session.exitCode, ExitCode::kImagingFailed);
     EXPECT_EQ(shownAt - began > 60000, c.waits) << c.when << " " << shownAt - began;
     EXPECT_LT(shownAt - began, 70000) << c.when;
@@ -77,7 +80,7 @@ TEST(ApplyMonitor, AToolThatEndsTooSoonFailsInEveryPhase) {
     EXPECT_FALSE(w.taskbar.shown);
     EXPECT_FALSE(w.processes.ranLike("bcdboot") || w.form.timer1.enabled());
     EXPECT_THAT(w.files.text("C:\\Windows\\temp\\Pavoline.log"),
-                AllOf(HasSubstr("exit code 72"), HasSubstr("reason: S30")));
+                AllOf(HasSubstr("exit code 72"), HasSubstr("reason: ApplyFailed")));
   }
 }
 

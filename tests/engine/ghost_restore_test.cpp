@@ -27,7 +27,7 @@ struct GhostShop : InstallShop {
   void open() {
     window = windows.open("GhostScreen", "Ghost", ghost());
     run(kGhostWaitInterval - 20);
-    EXPECT_NE(form.status.text(), "S24");
+    EXPECT_NE(form.status.text(), "Extracting");
     run(20);
   }
   void title(const std::string& shown) {
@@ -48,11 +48,11 @@ TEST(GhostTick, FollowsItsOwnWindowsTitleAndMinimisesOnce) {
   w.windows.open("GhostScreen", "Ghost - 98%", w.ghost() + 1);
   w.run(1000);
   EXPECT_TRUE(w.windows.at(console).hidden);
-  EXPECT_NE(w.form.status.text(), "S24") << "windows of others";
+  EXPECT_NE(w.form.status.text(), "Extracting") << "windows of others";
   w.files.drop(kProgram);  // then it has no short path that could be a title
   w.open();
   EXPECT_FALSE(w.windows.at(untitled).hidden);
-  EXPECT_EQ(w.form.status.text(), "S24");
+  EXPECT_EQ(w.form.status.text(), "Extracting");
   EXPECT_EQ(w.form.progressBar1.value(), 0);
   w.title("Ghost 12");
   EXPECT_FALSE(w.windows.at(w.window).minimized);
@@ -82,7 +82,8 @@ TEST(GhostTick, MoreThanEightyPercentIsSuccess) {
       EXPECT_EQ(w.session.installation != nullptr, lingers);
       w.run(2000);
       EXPECT_FALSE(w.session.installation || w.form.timer2.enabled()) << last;
-      EXPECT_THAT(w.heard(), ElementsAre(last == 81 ? "S40|S8|64" : "S30|S12|16"));
+      EXPECT_THAT(w.heard(),
+                  ElementsAre(last == 81 ? "Finished|Information|64" : "ApplyFailed|Error|16"));
       EXPECT_EQ(w.session.exitCode, last == 81 ? ExitCode::kInstalled : ExitCode::kImagingFailed);
       EXPECT_EQ(w.processes.ranLike("bootsect"), last == 81);
       EXPECT_EQ(w.form.progressBar1.value(), last == 81 ? 100 : 0);
@@ -97,7 +98,8 @@ TEST(GhostTick, AProgramThatNeverShowsAWindowFails) {
     if (!starts) w.files.drop(kProgram);
     w.processes.onStart("ghost.exe", [](ToolRun& run) { run.complain(3000, "Error 11030\r\n"); });
     EXPECT_EQ(w.install(), 3);
-    EXPECT_THAT(w.heard(), ElementsAre(starts ? "S30\n\nM21\nError 11030|S12|16" : "S30|S12|16"));
+    EXPECT_THAT(w.heard(), ElementsAre(starts ? "ApplyFailed\n\nToolSaid\nError 11030|Error|16"
+                                              : "ApplyFailed|Error|16"));
     EXPECT_FALSE(w.form.timer2.enabled());
   }
 }

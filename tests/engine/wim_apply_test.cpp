@@ -27,7 +27,7 @@ TEST(Format, KeepsALabelThatCanBeGiven) {
            {std::string(33, 'x'), ""}}) {
     InstallShop w;
     w.plan.target.label = label;
-    w.time.after(100, [&] { EXPECT_EQ(w.form.status.text(), "S31 E:"); });
+    w.time.after(100, [&] { EXPECT_EQ(w.form.status.text(), "Formatting E:"); });
     EXPECT_EQ(FormatInstallPartition(w.session, w.plan).kind, StepResult::kDone);
     EXPECT_EQ(w.processes.started.at(0).command, kFormat + " E: /FS:NTFS" + option + " /q /x /y");
     EXPECT_EQ(w.processes.started[0].mode, ShowMode::kHidden);
@@ -38,7 +38,7 @@ TEST(Format, KeepsALabelThatCanBeGiven) {
 TEST(Format, IsNotStarted) {
   InstallShop w;
   w.processes.failNextStarts = 1;
-  EXPECT_EQ(FormatInstallPartition(w.session, w.plan).failure.text, "M24 " + kFormat);
+  EXPECT_EQ(FormatInstallPartition(w.session, w.plan).failure.text, "NotStarted " + kFormat);
 }
 
 TEST(WimSetup, FormatsNothingWhenItsFilesCannotBeWritten) {
@@ -46,9 +46,9 @@ TEST(WimSetup, FormatsNothingWhenItsFilesCannotBeWritten) {
   using Spoil = std::function<void(InstallShop&)>;
   for (const auto& [spoil, code, heard] :
        std::initializer_list<std::tuple<Spoil, int, const char*>>{
-           {[&](InstallShop& w) { w.time.after(10, [&] { full(w); }); }, 3, "S30|S12|16"},
+           {[&](InstallShop& w) { w.time.after(10, [&] { full(w); }); }, 3, "ApplyFailed|Error|16"},
            {[&](InstallShop& w) { w.files.stuck = {"C:\\Windows\\temp\\apply.bat"}; }, 1,
-            "M18 C:\\Windows\\temp\\apply.bat|S12|16"}}) {
+            "TempFile C:\\Windows\\temp\\apply.bat|Error|16"}}) {
     InstallShop w;
     w.files.put("C:\\Windows\\temp\\apply.bat", "stale");
     spoil(w);
@@ -71,14 +71,14 @@ TEST(WimSetup, CopiesTheImageForWimboot) {
   EXPECT_EQ(w.processes.started[4].script,
             kApply + "\"E:\\SYSTEM~1\\Install.wim\" 2 E:\\ --wimboot" + kInto);
   EXPECT_EQ(w.files.text("E:\\System Volume Information\\Install.wim"), std::string(1000, 'i'));
-  EXPECT_EQ(w.form.status.text(), "S111");
+  EXPECT_EQ(w.form.status.text(), "CopyingImage");
   EXPECT_THAT(w.taskbar.values, ElementsAre(25, 50, 75, 100));
 
   InstallShop failing;
   failing.plan.apply = w.plan.apply;
   failing.files.failNext(FileOperation::kCopy);
   EXPECT_EQ(failing.install(), 3);
-  EXPECT_THAT(failing.heard(), ElementsAre("Copy failed! |S8|16"));
+  EXPECT_THAT(failing.heard(), ElementsAre("Copy failed! |Information|16"));
   EXPECT_EQ(failing.form.progressBar1.value(), 0);
   EXPECT_FALSE(failing.processes.ranLike(" apply "));
 }

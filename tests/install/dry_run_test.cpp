@@ -132,12 +132,13 @@ TEST(DryRun, TellsChecksPlanAndLinesAndEndsWithTheCodeOfAnInstallation) {
   };
   const std::tuple<int, std::string, std::string, std::function<void(Installer&)>> cases[] = {
       {0, "/reboot", "    shutdown.exe -r -f -t 5\r\n", none},
-      {0, "/lng:1033", "\r\nS40\r\n    C:\\Windows\\temp\\Pavoline.log -> E:", none},
+      {0, "/lng:1033", "\r\nFinished\r\n    C:\\Windows\\temp\\Pavoline.log -> E:", none},
       {0, "/bootpart:AUTO", "\\Windows /s V: /f uefi", letterless},
-      {1, "/source:D:\\gone.wim", "M42\r\n- M46\r\nd:\\gone.wim S11\r\noutcome", none},
-      {2, "/instpart:Q:", "M16 E: S:\r\noutcome", none},
-      {4, "/reboot", "M57\r\nS32\r\nS33\r\n", noFormat},
-      {5, "/reboot", "M10\r\nM11 S:\r\n", noTools}};
+      {1, "/source:D:\\gone.wim",
+       "Passed\r\n- NotRunningSystem\r\nd:\\gone.wim SourceMissing\r\noutcome", none},
+      {2, "/instpart:Q:", "OtherPartitions E: S:\r\noutcome", none},
+      {4, "/reboot", "WouldEnd\r\nFormatMissing\r\nFormatMissingFile\r\n", noFormat},
+      {5, "/reboot", "Incomplete\r\nNoBootFiles S:\r\n", noTools}};
   for (const auto& [code, more, part, arrange] : cases) {
     Installer w;
     arrange(w);
@@ -166,7 +167,7 @@ TEST(Details, ShowTheSameTextAndLeaveTheQuestionOpen) {
   begin(w, {});
   w.dialogs.modals = {look, look};
   w.dialogs.onMessage = [](const FakeDialogs::Shown& question) {
-    EXPECT_EQ(question.further.text, "M40");
+    EXPECT_EQ(question.further.text, "DetailsButton");
     for (int times = 0; times < 2; ++times) question.further.press();
   };
   w.dialogs.answers = {kAnswerCancel};
@@ -178,7 +179,7 @@ TEST(Details, ShowTheSameTextAndLeaveTheQuestionOpen) {
   dry.pressStart();
   ASSERT_EQ(shown.size(), 3u);
   EXPECT_EQ(shown[0], shown[1]);
-  EXPECT_EQ("M41\r\n\r\n" + shown[0], shown[2]);
+  EXPECT_EQ("DryRun\r\n\r\n" + shown[0], shown[2]);
   EXPECT_EQ(Split(shown[0], "D:\\fix.exe ...").size(), 3u);
   EXPECT_THAT(dry.environment.printed + dry.files.text("C:\\Windows\\temp\\Pavoline.log"),
               Not(HasSubstr("x1")));

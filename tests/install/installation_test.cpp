@@ -9,8 +9,8 @@ namespace pavoline::testing {
 
 using namespace ::testing;
 
-const std::string kFacts = "M1 My Disk, 200.00GB, NTFS, Disk B";
-const std::string kQuestion = "S19 E: \r" + kFacts + "\r\rS18";
+const std::string kFacts = "VolumeFacts My Disk 200.00GB NTFS Disk B";
+const std::string kQuestion = "ConfirmFormat E: \r" + kFacts + "\r\rConfirmTail";
 
 // Started and filled in, so that only Start is to be pressed.
 struct Filled : Installer {
@@ -69,7 +69,8 @@ TEST(Installation, RunsItsPlanInOrderWhateverIsChangedMeanwhile) {
                     "dism.exe /image:E:\\ /Add-Driver /Driver:D:\\DRIVERS /recurse /forceunsigned "
                     ">C:\\Windows\\temp\\SetDrv.xml",
                     "D:\\fix.exe E: S:", "shutdown.exe -r -f -t 5"));
-    EXPECT_THAT(w.heard(), ElementsAre(kQuestion + "|S8|49", "S40\nS42|S8|49"));
+    EXPECT_THAT(w.heard(),
+                ElementsAre(kQuestion + "|Information|49", "Finished\nRestarting|Information|49"));
     EXPECT_TRUE(w.idle() && !w.form.unloaded());
   }
 }
@@ -92,7 +93,8 @@ TEST(Installation, WithoutBootToolsIsSaidBeforeAndAfterAndRestartsNothing) {
   w.files.drop("X:\\Pavoline\\Bin\\Boot");
   w.files.drop("C:\\Windows\\System32\\bcdboot.exe");
   EXPECT_EQ(w.finish(), 5);
-  EXPECT_THAT(w.heard(), ElementsAre(kQuestion + "\r\rM9|S8|49", "M10\nM11 S:|S8|48"));
+  EXPECT_THAT(w.heard(), ElementsAre(kQuestion + "\r\rNoBootTools|Information|49",
+                                     "Incomplete\nNoBootFiles S:|Information|48"));
   EXPECT_FALSE(w.processes.ranLike("shutdown"));
   EXPECT_EQ(w.form.progressBar1.value(), 100);
 }
@@ -125,19 +127,25 @@ TEST(Unattended, EndsByItselfWithItsCodeAndAtMostOneMessage) {
   const auto noFormat = [](Installer& w) { w.files.drop("C:\\Windows\\System32\\format.com"); };
   const auto closes = [](Installer& w) { w.time.after(8000, [&] { w.form.close(); }); };
   const auto stops = [](Installer& w) { w.time.after(8000, [&] { w.form.stop.press(); }); };
-  const std::string asked = kQuestion + "|S8|49";
+  const std::string asked = kQuestion + "|Information|49";
   for (const Case& c :
        {Case{0, true, {"/reboot"}, "", {}, none},
         Case{0, false, {"/reboot"}, "/formatinstpart", {}, settings},
-        Case{1, false, {"/source:D:\\gone.wim"}, "", {"d:\\gone.wim S11|S12|16"}, none},
-        Case{1, false, {}, "", {"S13|S12|16"}, tool("info --xml", 18)},
-        Case{1, false, {"/answer:D:\\Gone.xml"}, "", {"M27 D:\\Gone.xml|S12|16"}, none},
-        Case{1, false, {"/drivers:D:\\%mac%"}, "", {"M26 %mac% D:\\%mac%|S12|16"}, none},
-        Case{2, false, {"/instpart:Q:"}, "", {"M16 E: S:|S12|16"}, none},
-        Case{2, false, {"/bootpart:E:\\"}, "/slient", {"M16 E: S:|S12|16"}, none},
-        Case{3, true, {}, "", {"S30|S12|16"}, tool(" apply ", 72)},
-        Case{3, false, {"/source:D:\\a.gho"}, "", {"S30|S12|16"}, ghost},
-        Case{4, false, {}, "", {"S32\nS33\nS34\nS35|S22|48"}, noFormat},
+        Case{1, false, {"/source:D:\\gone.wim"}, "", {"d:\\gone.wim SourceMissing|Error|16"}, none},
+        Case{1, false, {}, "", {"NoEdition|Error|16"}, tool("info --xml", 18)},
+        Case{1, false, {"/answer:D:\\Gone.xml"}, "", {"NamedMissing D:\\Gone.xml|Error|16"}, none},
+        Case{1, false, {"/drivers:D:\\%mac%"}, "", {"Untold %mac% D:\\%mac%|Error|16"}, none},
+        Case{2, false, {"/instpart:Q:"}, "", {"OtherPartitions E: S:|Error|16"}, none},
+        Case{2, false, {"/bootpart:E:\\"}, "/slient", {"OtherPartitions E: S:|Error|16"}, none},
+        Case{3, true, {}, "", {"ApplyFailed|Error|16"}, tool(" apply ", 72)},
+        Case{3, false, {"/source:D:\\a.gho"}, "", {"ApplyFailed|Error|16"}, ghost},
+        Case{4,
+             false,
+             {},
+             "",
+             {"FormatMissing\nFormatMissingFile\nFormatMissingStart\nFormatMissingKeep|CloseTitle|"
+              "48"},
+             noFormat},
         Case{5, true, {"/reboot"}, "", {}, tool("bcdboot.exe", 1)},
         Case{6, false, {}, "/slient", {asked}, none},
         Case{6, false, {"/source:D:\\a.gho"}, "/slient /formatinstpart", {asked}, ghost},
@@ -161,14 +169,15 @@ TEST(Closing, AsksDuringAnInstallationAndEndsTheToolsInOrderAsStopDoes) {
     const auto leave = [&] { stop ? w.form.stop.press() : static_cast<void>(w.form.close()); };
     w.pressStart();
     w.run(8000);
-    EXPECT_THAT(w.form.overall.text(), StartsWith("M30 2 3 · M34 12 · M31 0:09"));
+    EXPECT_THAT(w.form.overall.text(), StartsWith("Phase 2 3 · Percent 12 · Gone 0:09"));
     w.running().mountedIsoDrive = "F:";
     w.running().outerIsos = {{"G:", "D:\\two.iso"}};
     for (const char* tool : {"DISM.EXE", "Ghost.exe"}) w.processes.alreadyRunning(tool);
     w.dialogs.answers = {kAnswerCancel};
     leave();
     EXPECT_TRUE(w.running().installation && w.processes.killed.empty());
-    EXPECT_EQ(w.heard().back(), stop ? "M36|S22|17" : "S21|S22|17");
+    EXPECT_EQ(w.heard().back(),
+              stop ? "StopQuestion|CloseTitle|17" : "CloseQuestion|CloseTitle|17");
 
     leave();
     EXPECT_THAT(w.processes.killed, ElementsAre("wimlib-imagex.exe", "Ghost.exe", "DISM.EXE"));
@@ -188,9 +197,9 @@ TEST(Closing, AsksDuringAnInstallationAndEndsTheToolsInOrderAsStopDoes) {
 }
 
 TEST(Closing, DuringTheChecksOrTheirQuestionsBeginsNothing) {
-  for (const char* during : {"CxDir.exe", "S19", "M8"}) {
+  for (const char* during : {"CxDir.exe", "ConfirmFormat", "LendLetter"}) {
     Filled w;
-    if (during == std::string("M8")) {  // a boot partition without a letter
+    if (during == std::string("LendLetter")) {  // a boot partition without a letter
       w.running().partitions = {{"2:1\tE:\t200.00GB\tNTFS\tPrimary\tDisk B\tMy Disk\tGPT\t0"},
                                 {"2:2\t\t100.00MB\tFAT32\tEFI\tDisk B\tSYSTEM\tGPT\t0"}};
       w.form.text[kBootPartition].setText("");

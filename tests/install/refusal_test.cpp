@@ -67,28 +67,29 @@ TEST(Start, RefusesWithOneMessage) {
     int code = 1;
   };
   const Case cases[] = {
-      {"S113|", Install("x:")},
-      {"INSTALL.WIM S11|", Drop(kImage)},
-      {"INSTALL.WIM S11|", [](auto& w) { w.files.drop(kImage), w.files.folder(kImage); }},
-      {"S13|", [](auto& w) { w.form.combo[kEditions].clear(); }},
-      {"S15 Q:|", Boot("Q:")},
-      {"S15 |", Boot("")},
-      {"S15 S:\\boot|", [](auto& w) { w.files.folder("S:\\boot"), Boot("S:\\boot")(w); }},
-      {"M4 x:|", Boot("x:")},
-      {"S15 V:|",  // the system lends no letter
+      {"RunningSystem|", Install("x:")},
+      {"INSTALL.WIM SourceMissing|", Drop(kImage)},
+      {"INSTALL.WIM SourceMissing|", [](auto& w) { w.files.drop(kImage), w.files.folder(kImage); }},
+      {"NoEdition|", [](auto& w) { w.form.combo[kEditions].clear(); }},
+      {"BootMissing Q:|", Boot("Q:")},
+      {"BootMissing |", Boot("")},
+      {"BootMissing S:\\boot|", [](auto& w) { w.files.folder("S:\\boot"), Boot("S:\\boot")(w); }},
+      {"BootIsSystem x:|", Boot("x:")},
+      {"BootMissing V:|",  // the system lends no letter
        [](auto& w) {
          w.running().partitions.push_back({kHiddenBoot});
          w.drives.refusesLetters = true;
          Boot("")(w);
          w.running().commandLine.silent = true;
        }},
-      {"S16 |", Install("")},
-      {"S16 G:|", [](auto& w) { Install("G:")(w), Boot("G:")(w); }},
-      {"S16 E:|", [](auto& w) { w.partitionLines.erase(0, 10); }},  // in a label still
-      {"M6|", [](auto& w) { w.partitionLines = ""; }},
-      {"S73 D:|", Install("D:")},
-      {"S73 E:|", [](auto& w) { w.files.currentFolder = "E:\\", Source("win10.wim")(w); }},
-      {"S73 E:|",  // inside an ISO inside an ISO
+      {"InstallMissing |", Install("")},
+      {"InstallMissing G:|", [](auto& w) { Install("G:")(w), Boot("G:")(w); }},
+      {"InstallMissing E:|", [](auto& w) { w.partitionLines.erase(0, 10); }},  // in a label still
+      {"NoList|", [](auto& w) { w.partitionLines = ""; }},
+      {"SourceOnTarget D:|", Install("D:")},
+      {"SourceOnTarget E:|",
+       [](auto& w) { w.files.currentFolder = "E:\\", Source("win10.wim")(w); }},
+      {"SourceOnTarget E:|",  // inside an ISO inside an ISO
        [](auto& w) {
          for (const char* drive : {"F:", "G:"}) w.drives.add(drive, kDriveCdRom);
          w.running().mountedIsoDrive = "F:";
@@ -96,27 +97,28 @@ TEST(Start, RefusesWithOneMessage) {
          w.running().outerIsos = {{"G:", "e:\\outer.iso"}};
          Source("F:\\install.wim")(w);
        }},
-      {"M3 X:\\Pavoline X:|",
+      {"LiesOnTarget X:\\Pavoline X:|",
        [](auto& w) {
          w.environment.variables["systemdrive"] = "C:";
          w.partitionLines += "3:1\tX:\t10.00GB\tNTFS\tPrimary\tStick\tUSB\tMBR\t0\r\n";
          Install("X:")(w);
        }},
-      {"M3 E:\\a.xml E:|", AnswerFile("E:\\a.xml")},
-      {"M3 E:\\drv E:|",
+      {"LiesOnTarget E:\\a.xml E:|", AnswerFile("E:\\a.xml")},
+      {"LiesOnTarget E:\\drv E:|",
        [](auto& w) { Text(kDriverFolder, "E:\\drv")(w), w.form.check[kAddDrivers].setValue(1); }},
-      {"M3 E:\\fix.exe E:|", Plugin("E:\\fix.exe /q")},
-      {"M3 E:\\fix.exe E:|", Plugin("Fix")},
-      {"S7|", AnswerFile("D:\\a.xml", "<unattend/>")},
-      {"S20|", Drop("X:\\Pavoline\\Bin\\wimlib-imagex"), 4},
-      {"M59 D:\\a2.swm|", SplitWith([](auto) { return ""; })},
-      {"M59 D:\\a2.swm|", SplitWith([](auto bytes) { return bytes.substr(0, 1675); })},
-      {"M59 D:\\a2.swm|", SplitWith([](auto bytes) { return bytes.replace(39, 1, "?"); })},
-      {"M59 D:\\a2.swm|", SplitWith([](auto bytes) { return bytes.replace(40, 1, "\3"); })},
-      {"M61|", [](auto& w) { w.running().apply = {"--wimboot"}, SplitWith(std::identity())(w); }},
-      {"M62|", LongNames},
-      {"S14 ", Source("D:\\a.gho", "12.0"), 4},
-      {"M7|", Source("D:\\a,b.gho", "12.0.0.1")}};
+      {"LiesOnTarget E:\\fix.exe E:|", Plugin("E:\\fix.exe /q")},
+      {"LiesOnTarget E:\\fix.exe E:|", Plugin("Fix")},
+      {"WrongEncoding|", AnswerFile("D:\\a.xml", "<unattend/>")},
+      {"ToolMissing|", Drop("X:\\Pavoline\\Bin\\wimlib-imagex"), 4},
+      {"PartLacks D:\\a2.swm|", SplitWith([](auto) { return ""; })},
+      {"PartLacks D:\\a2.swm|", SplitWith([](auto bytes) { return bytes.substr(0, 1675); })},
+      {"PartLacks D:\\a2.swm|", SplitWith([](auto bytes) { return bytes.replace(39, 1, "?"); })},
+      {"PartLacks D:\\a2.swm|", SplitWith([](auto bytes) { return bytes.replace(40, 1, "\3"); })},
+      {"SplitWimboot|",
+       [](auto& w) { w.running().apply = {"--wimboot"}, SplitWith(std::identity())(w); }},
+      {"TooManyParts|", LongNames},
+      {"GhostMissing ", Source("D:\\a.gho", "12.0"), 4},
+      {"GhostComma|", Source("D:\\a,b.gho", "12.0.0.1")}};
   for (const auto& [message, spoil, code] : cases) {
     Installer w;
     w.start(), w.fillIn();
@@ -145,20 +147,20 @@ std::function<void(InstallShop&)> Listed(const std::string& from, const std::str
 TEST(CheckAgain, WritesNothingWhenItIsNotTheConfirmedVolume) {
   // Between the question and the format.
   const std::pair<const char*, std::function<void(InstallShop&)>> cases[] = {
-      {"M5 E:", [](InstallShop& w) { w.drives.wipe("E:"); }},
-      {"M5 E:", Listed("My Disk", "Your Disk")},
-      {"M5 E:", Listed("200.00GB", "100.00GB")},
-      {"M5 E:", Listed("Disk B", "Disk C")},
-      {"M5 E:",  // the address alone
+      {"OtherVolume E:", [](InstallShop& w) { w.drives.wipe("E:"); }},
+      {"OtherVolume E:", Listed("My Disk", "Your Disk")},
+      {"OtherVolume E:", Listed("200.00GB", "100.00GB")},
+      {"OtherVolume E:", Listed("Disk B", "Disk C")},
+      {"OtherVolume E:",  // the address alone
        [](InstallShop& w) {
          w.drives.add("E:", kDriveFixed, VolumePosition{3, 1});
          w.drives.setFacts("E:", w.plan.target.facts);
        }},
-      {"M5 E:", Listed("\tE:\t", "\tF:\t")},
-      {"M5 E:", [](InstallShop& w) { w.partitionLines = ""; }},
-      {"M5 E:", [](InstallShop& w) { w.processes.failNextStarts = 2; }},
-      {"M5 E:", [](InstallShop& w) { w.files.noRoom = "C:\\Windows\\temp"; }},
-      {"S11", [](InstallShop& w) { w.files.drop(w.plan.source); }}};
+      {"OtherVolume E:", Listed("\tE:\t", "\tF:\t")},
+      {"OtherVolume E:", [](InstallShop& w) { w.partitionLines = ""; }},
+      {"OtherVolume E:", [](InstallShop& w) { w.processes.failNextStarts = 2; }},
+      {"OtherVolume E:", [](InstallShop& w) { w.files.noRoom = "C:\\Windows\\temp"; }},
+      {"SourceMissing", [](InstallShop& w) { w.files.drop(w.plan.source); }}};
   for (const auto& [message, spoil] : cases) {
     for (const ImageKind kind : {ImageKind::kWim, ImageKind::kGho}) {
       InstallShop w;
@@ -185,7 +187,7 @@ TEST(SplitImage, IsAppliedFromAllItsPartsOrNotAtAll) {
     };
     w.pressStart();
     EXPECT_TRUE(w.runUntil([&] { return !w.running().installation; }));
-    EXPECT_EQ(w.count("M59 D:\\100% &\\a b3.swm"), taken);
+    EXPECT_EQ(w.count("PartLacks D:\\100% &\\a b3.swm"), taken);
     EXPECT_EQ(
         w.processes.ranLike("apply \"D:\\100% &\\a b.swm\" 1 E:\\  --ref=\"D:\\100% &\\a b2.swm"
                             "\" --ref=\"D:\\100% &\\a b3.swm\" >"),

@@ -37,7 +37,7 @@ TEST(AnswerFile, FillsInDefaultsAndKeepsAllButTheComputerName) {
     const InstallOptions& kept = w.session.options;
     EXPECT_EQ(kept.pcUser + kept.workGroup + kept.computerName, "PAVOWORKGROUP");
     EXPECT_EQ(w.environment.reseeds, 1);
-    EXPECT_EQ(w.form.status.text(), "S38");
+    EXPECT_EQ(w.form.status.text(), "WritingAnswerFile");
   }
 }
 
@@ -83,12 +83,12 @@ TEST(AnswerFile, TheImagesOwnStaysAndAFullVolumeIsSaid) {
   AnswerShop own;
   own.files.put(kTarget, "the image's own");
   EXPECT_EQ(own.written(), "the image's own");
-  EXPECT_NE(own.form.status.text(), "S38");
+  EXPECT_NE(own.form.status.text(), "WritingAnswerFile");
   AnswerShop full;
   full.files.noRoom = "E:";
   full.written();
   EXPECT_FALSE(full.files.exists(kTarget));
-  EXPECT_TRUE(full.said("S78 " + kTarget));
+  EXPECT_TRUE(full.said("CannotWrite " + kTarget));
 }
 
 }  // namespace pavoline::testing

@@ -75,9 +75,9 @@ TEST(DriverInjection, FollowsDismToTheEnd) {
             "dism.exe /image:E:\\ /Add-Driver /Driver:D:\\DRIVERS /recurse /forceunsigned "
             ">C:\\Windows\\temp\\SetDrv.xml\r\n");
   w.run(1000);
-  EXPECT_EQ(w.form.status.text(), "S44");
+  EXPECT_EQ(w.form.status.text(), "SearchingDrivers");
   w.run(1000);
-  EXPECT_EQ(w.form.status.text(), "S43");
+  EXPECT_EQ(w.form.status.text(), "AddingDrivers");
   EXPECT_EQ(w.form.progressBar1.value(), 3);
   EXPECT_EQ(w.form.progressBar1.maximum(), 12);
   w.run(2000);
@@ -86,7 +86,7 @@ TEST(DriverInjection, FollowsDismToTheEnd) {
   EXPECT_FALSE(w.form.timer3.enabled() || w.session.installation);
   EXPECT_FALSE(w.files.exists("C:\\Windows\\temp\\SetDrv.xml") || w.files.exists(kScript));
   EXPECT_EQ(w.form.progressBar1.value(), 100);
-  EXPECT_THAT(w.heard(), ElementsAre("S40|S8|64"));
+  EXPECT_THAT(w.heard(), ElementsAre("Finished|Information|64"));
 }
 
 TEST(DriverInjection, SaysHowDismEnded) {
@@ -98,12 +98,13 @@ TEST(DriverInjection, SaysHowDismEnded) {
     long fromMs, toMs;  // of the step's end
     std::string text;
   };
-  const std::string lacking = "M10\nM12 D:\\DRIVERS|S8|48";
+  const std::string lacking = "Incomplete\nDriversFailed D:\\DRIVERS|Information|48";
   for (const Case& c :
        {Case{"not in the list while its interpreter runs", kThird + kEnd, 0, "starting.exe", 4000,
-             4200, "S40|S8|64"},
+             4200, "Finished|Information|64"},
         Case{"failed", kFailed + "The DISM log file can be found at C:\\dism.log\r\n", 2,
-             "dism.exe", 4000, 4200, "M10\nM12 D:\\DRIVERS\nM28 Net 1.INF|S8|48"},
+             "dism.exe", 4000, 4200,
+             "Incomplete\nDriversFailed D:\\DRIVERS\nDriversNamed Net 1.INF|Information|48"},
         Case{"died while it searched", kSearch, 255, "dism.exe", 64000, 67000, lacking}}) {
     DriverShop w;
     w.processes.onStart("dism.exe", [&](ToolRun& run) {
@@ -132,9 +133,9 @@ TEST(DriverInjection, GoesOnWithoutItsScriptDismOrFolder) {
     int code;
     const char* more;
   };
-  for (const Case& c :
-       {Case{wide, "", 0, ""}, Case{"D:\\DRIVERS", "script", 5, "M12"},
-        Case{"D:\\DRIVERS", "start", 5, "M12"}, Case{"D:\\DRIVERS", "folder", 5, "M13"}}) {
+  for (const Case& c : {Case{wide, "", 0, ""}, Case{"D:\\DRIVERS", "script", 5, "DriversFailed"},
+                        Case{"D:\\DRIVERS", "start", 5, "DriversFailed"},
+                        Case{"D:\\DRIVERS", "folder", 5, "DriversMissing"}}) {
     DriverShop w(c.folder);
     w.files.put(kScript, "stale");
     const std::string spoilt = c.spoilt;
@@ -149,7 +150,8 @@ TEST(DriverInjection, GoesOnWithoutItsScriptDismOrFolder) {
     EXPECT_EQ(w.processes.ranLike("/Driver:\"D:\\my drivers & 100\"%\" \xE4\xB8\x8A\" /recurse"),
               spoilt.empty());
     EXPECT_EQ(w.heard().back(),
-              spoilt.empty() ? "S40|S8|64" : "M10\n" + (c.more + (" " + c.folder)) + "|S8|48");
+              spoilt.empty() ? "Finished|Information|64"
+                             : "Incomplete\n" + (c.more + (" " + c.folder)) + "|Information|48");
     EXPECT_FALSE(w.processes.ranLike("stale"));
   }
 }

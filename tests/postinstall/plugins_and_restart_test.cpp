@@ -33,14 +33,15 @@ TEST(CallPlugin, RunsWhatTheTextMeans) {
       EXPECT_EQ(program.mode, ShowMode::kNormal);
     }
     EXPECT_EQ(started, ran) << text;
-    EXPECT_EQ(w.form.status.text(), "S39");
+    EXPECT_EQ(w.form.status.text(), "RunningPlugin");
   }
 }
 
 TEST(RestartMachine, TakesTheToolThatIsThereAndCanBeCalledOff) {
   const std::string go = "shutdown.exe -r -f -t 5", stop = "shutdown.exe -a";
   const std::string wpe = "C:\\Windows\\System32\\wpeutil.exe", reboot = wpe + " reboot";
-  const std::string asked = "S40\nS42|S8|49", counted = "S40\nM22|S8|49";
+  const std::string asked = "Finished\nRestarting|Information|49",
+                    counted = "Finished\nRestartsSoon|Information|49";
   constexpr std::nullopt_t kNobody = std::nullopt;
   struct Case {
     const char* tool;
@@ -58,7 +59,8 @@ TEST(RestartMachine, TakesTheToolThatIsThereAndCanBeCalledOff) {
         Case{"wpeutil", false, kAnswerOk, {reboot}, {counted}},
         Case{"wpeutil", false, kAnswerCancel, {}, {counted}},
         Case{"wpeutil", false, kNobody, {reboot}, {counted}},
-        Case{"wpeutil", true, kNobody, {reboot}, {}}, Case{"", false, kAnswerOk, {}, {"S41|S8|64"}},
+        Case{"wpeutil", true, kNobody, {reboot}, {}},
+        Case{"", false, kAnswerOk, {}, {"NoShutdown|Information|64"}},
         Case{"", true, kNobody, {}, {}}}) {
     InstallShop w;
     const std::string tool = c.tool;
@@ -71,7 +73,7 @@ TEST(RestartMachine, TakesTheToolThatIsThereAndCanBeCalledOff) {
     if (c.answer != kNobody) w.dialogs.answers = {*c.answer, *c.answer};
     w.processes.onStart("-r -f", [&](ToolRun& run) { run.endsAt(3000), run.exits(fails); });
     const long began = w.time.now();
-    RestartMachine(w.session, "S40");
+    RestartMachine(w.session, "Finished");
     EXPECT_EQ(w.commands(), c.ran) << tool;
     EXPECT_EQ(w.heard(), c.heard) << tool;
     if (c.ran == Commands{go, stop}) {

@@ -76,7 +76,7 @@ TEST_F(ImageSearch, CanBeStoppedAndPickedFromWhileItRuns) {
   }
   session.search.running = true;
   time.after(110, [this] {
-    EXPECT_EQ(form.status.text(), "S26 3");
+    EXPECT_EQ(form.status.text(), "Searching 3");
     form.combo1.select(0);
     EXPECT_EQ(editionCount(), 3u);
     session.search.stop = true;

@@ -33,7 +33,7 @@ TEST_F(ImageSource, ListsNothingForOtherPathsAndTheProgramForAGhostImage) {
   files.put("D:\\readme.txt");
   for (const char* path : {"D:\\missing.wim", "D:\\WIN10.WIM ", "D:\\readme.txt", ""}) {
     form.combo1.setText("D:\\old.gho");
-    EXPECT_EQ(edition(), "x64\\S4");
+    EXPECT_EQ(edition(), "x64\\GhostMissingLine");
     EXPECT_FALSE(box.enabled() || box.ticked());
     form.combo1.setText(path);
     EXPECT_TRUE(session.editions.empty() && editionCount() == 0) << path;
@@ -100,7 +100,7 @@ TEST_F(ImageSource, ASplitImageIsTakenByItsFirstPart) {
   for (const char* path : {"D:\\img\\b2.swm", "D:\\img\\renamed.swm", "D:\\img\\a02.swm"}) {
     files.put(path, files.text("D:\\img\\a2.swm"));
     form.combo1.setText(path);
-    EXPECT_TRUE(said("M60 " + std::string(path) + " 2"));
+    EXPECT_TRUE(said("NotFirstPart " + std::string(path) + " 2"));
     EXPECT_EQ(source() + edition(), path);
   }
   EXPECT_EQ(processes.ran.size(), 1u);

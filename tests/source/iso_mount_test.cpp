@@ -70,7 +70,8 @@ TEST_F(IsoMount, OneThatFailsOrHoldsNoImageLeavesTheEarlierSource) {
     run.print(100, "Created device 0: H: -> x");  // gone again before it is read
   });
   SourceDropped(session, {"D:\\two.iso"});
-  EXPECT_EQ(heard(), (std::vector<std::string>{"S29|S8|64", "S28|S12|16"}));
+  EXPECT_EQ(heard(),
+            (std::vector<std::string>{"NoImageInIso|Information|64", "MountFailed|Error|16"}));
   EXPECT_EQ(session.mountedIsoDrive + source(), "F:F:\\sources\\install.wim");
 
   time.after(50, [this] { form.combo1.setText("D:\\other.wim"); });  // is read all the same

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <fstream>
-#include <map>
+#include <regex>
 #include <sstream>
 
 #include "platform/text.h"
@@ -10,57 +10,36 @@
 namespace pavoline::testing {
 namespace {
 
-// Texts in which the program puts something in place of these words.
-using Placeholders = std::map<std::size_t, std::string>;
+#define PAVOLINE_NAME(name) #name,
+constexpr const char* kStrings[] = {PAVOLINE_STRINGS(PAVOLINE_NAME)};
+constexpr const char* kCaptions[] = {PAVOLINE_CAPTIONS(PAVOLINE_NAME)};
+constexpr const char* kMore[] = {PAVOLINE_MORE(PAVOLINE_NAME)};
+#undef PAVOLINE_NAME
 
-template <class Table>
-void Number(Table& table, const std::string& letter, const Placeholders& placeholders) {
-  for (std::size_t n = 0; n < table.size(); ++n) {
-    table[n] = letter + std::to_string(n);
-    if (const auto it = placeholders.find(n); it != placeholders.end()) table[n] += it->second;
+// The words of the English text that the program puts something in place of, each after a blank.
+std::string PlaceholdersOf(const std::string& text) {
+  static const std::regex placeholder("%[A-Za-z_]+%");
+  std::string found;
+  for (std::sregex_iterator it(text.begin(), text.end(), placeholder), end; it != end; ++it) {
+    found += " " + it->str();
   }
+  return found;
 }
 
+// Every text by its name, with its placeholders behind.
 Texts RecognisableTexts() {
-  const Placeholders inStrings = {{14, " %f%"},     {15, " %bp%"}, {16, " %ip%"}, {17, " %ip_id%"},
-                                  {19, " %ip_id%"}, {26, " %n%"},  {31, " %ip%"}, {55, " %n%"},
-                                  {73, " %ip%"},    {68, " %bp%"}, {69, " %bp%"}, {78, " %f%"},
-                                  {83, " %F%"},     {87, " %F%"},  {112, " %v%"}};
-  const Placeholders inMore = {{1, " %label%, %size%, %fs%, %disk%"},
-                               {3, " %f% %ip%"},
-                               {4, " %bp%"},
-                               {5, " %ip%"},
-                               {8, " %ip% %bp%"},
-                               {11, " %bp%"},
-                               {12, " %f%"},
-                               {13, " %f%"},
-                               {16, " %ip% %bp%"},
-                               {17, " %e%"},
-                               {18, " %f%"},
-                               {24, " %f%"},
-                               {25, " %f%"},
-                               {26, " %v% %f%"},
-                               {27, " %f%"},
-                               {28, " %f%"},
-                               {30, " %n% %m%"},
-                               {31, " %t%"},
-                               {32, " %t%"},
-                               {33, " %t%"},
-                               {34, " %p%"},
-                               {45, " %v%"},
-                               {59, " %f%"},
-                               {60, " %f% %n%"},
-                               {71, " %efi% %msr% %win%"},
-                               {72, " %sys% %win%"},
-                               {75, " %n% %disk% %size%"},
-                               {76, " %n% %disk%"},
-                               {77, " %n%"},
-                               {78, " %n% %disk%"},
-                               {79, " %n% %disk% %bp% %ip%"}};
   Texts texts;
-  Number(texts.strings, "S", inStrings);
-  Number(texts.captions, "C", {});
-  Number(texts.more, "M", inMore);
+  std::ranges::copy(kStrings, texts.strings.begin());
+  std::ranges::copy(kCaptions, texts.captions.begin());
+  std::ranges::copy(kMore, texts.more.begin());
+  std::ifstream file(PAVOLINE_SOURCE_DIR "/lang/1033.lng");
+  const std::regex entry("(String|More)\\(([0-9]+)\\)=(.*)");
+  std::smatch parts;
+  for (std::string line; std::getline(file, line);) {
+    if (!std::regex_match(line, parts, entry)) continue;
+    const std::size_t n = std::stoul(parts[2]);
+    (parts[1] == "More" ? texts.more.at(n) : texts.strings.at(n)) += PlaceholdersOf(parts[3]);
+  }
   return texts;
 }
 
@@ -83,12 +62,13 @@ void FurnishProgram(Workshop& workshop) {
 Workshop::Workshop() {
   FurnishSystem(*this);
   FurnishProgram(*this);
-  session.texts = RecognisableTexts();
+  static const Texts texts = RecognisableTexts();
+  session.texts = texts;
   session.osVersion = 10.0f;
   session.activity = Activity::kIdle;
   session.titleCaption = "Pavoline";
   form.setCaption("Pavoline");
-  form.command1[kStart].setText(session.texts.strings[2]);
+  form.command1[kStart].setText(session.texts.strings[kTextStart]);
   time.watch(form);
 }
 

@@ -10,8 +10,7 @@ namespace pavoline::testing {
 
 // The pre-installation environment on such a machine with the program in it, ready to be used:
 // the program lies in X:\Pavoline, the system in C:\Windows, D: and E: are empty fixed drives, and
-// the texts are "S0" to "S114", "C0" to "C12" and "M0" to "M58" with their placeholders behind
-// ("S15 %bp%").
+// each text is its name in form/text_list.h with its placeholders behind ("BootMissing %bp%").
 struct Workshop : FakePlatform {
   Workshop();
 

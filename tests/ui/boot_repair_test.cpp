@@ -33,10 +33,10 @@ struct RepairWorkshop : Workshop {
 TEST(BootRepair, AsksThenReportsWhichStoresAreThere) {
   using Case = std::tuple<std::string, std::string, std::string>;
   for (const auto& [before, fails, report] :
-       {Case{"old", "", "S69 S:\n[ BIOS + UEFI ] |S8|64"},
-        Case{"", "bios", "S69 S:\n[ UEFI ] |S8|64"},
-        Case{"old", "bcdboot", "M15\nS69 S:\n[ BIOS + UEFI ] |S8|48"},
-        Case{"", "bcdboot", "M15\nS69 S:\n[  ] |S8|48"}}) {
+       {Case{"old", "", "BootReport S:\n[ BIOS + UEFI ] |Information|64"},
+        Case{"", "bios", "BootReport S:\n[ UEFI ] |Information|64"},
+        Case{"old", "bcdboot", "BootPutBack\nBootReport S:\n[ BIOS + UEFI ] |Information|48"},
+        Case{"", "bcdboot", "BootPutBack\nBootReport S:\n[  ] |Information|48"}}) {
     RepairWorkshop w;
     if (before.empty()) w.files.drop(kBios), w.files.drop(kUefi);
     w.processes.onStart("bcdboot.exe", [&, part = fails](ToolRun& run) {
@@ -47,29 +47,32 @@ TEST(BootRepair, AsksThenReportsWhichStoresAreThere) {
       run.does(10, [&w, uefi] { w.files.put(uefi ? kUefi : kBios, "new"); });
     });
     w.repair();
-    EXPECT_THAT(w.heard(), ElementsAre("S68 S:\n\nS18|S8|49", report));
+    EXPECT_THAT(w.heard(),
+                ElementsAre("ConfirmBootRepair S:\n\nConfirmTail|Information|49", report));
     EXPECT_TRUE(w.form.command1[kStart].enabled());
-    EXPECT_EQ(w.form.status.text(), "S1");
+    EXPECT_EQ(w.form.status.text(), "StatusWide");
   }
 }
 
 TEST(BootRepair, TouchesNothingWhenItMustNotRun) {
   using Arrange = std::function<void(RepairWorkshop&)>;
   const std::tuple<const char*, Arrange, std::vector<std::string>> cases[] = {
-      {"cancelled", [](auto& w) { w.dialogs.answers = {kAnswerCancel}; }, {"S68 S:\n\nS18|S8|49"}},
+      {"cancelled",
+       [](auto& w) { w.dialogs.answers = {kAnswerCancel}; },
+       {"ConfirmBootRepair S:\n\nConfirmTail|Information|49"}},
       {"closed over the question",
        [](auto& w) { w.dialogs.onMessage = [&](const auto&) { w.form.unload(); }; },
-       {"S68 S:\n\nS18|S8|49"}},
+       {"ConfirmBootRepair S:\n\nConfirmTail|Information|49"}},
       {"list not read yet",
        [](auto& w) { w.form.marks.startupStage = 0; },
-       {"S45|Initializing...|64"}},
-      {"boot partition gone", [](auto& w) { w.drives.remove("S:"); }, {"S15 S:|S12|16"}},
+       {"ListNotReady|Initializing...|64"}},
+      {"boot partition gone", [](auto& w) { w.drives.remove("S:"); }, {"BootMissing S:|Error|16"}},
       {"no Windows",
        [](auto& w) { w.files.drop("D:\\Windows"), w.files.drop("E:\\Windows"); },
-       {"M14|S8|48"}},
+       {"NothingToRepair|Information|48"}},
       {"no bcdboot",
        [](auto& w) { w.files.drop(kBcdboot), w.files.drop("C:\\Windows\\System32\\bcdboot.exe"); },
-       {"M14|S8|48"}},
+       {"NothingToRepair|Information|48"}},
       {"Quillet", [](auto& w) { w.files.put("X:\\Quillet\\Quillet.exe"); }, {}}};
   for (const auto& [why, arrange, messages] : cases) {
     RepairWorkshop w;

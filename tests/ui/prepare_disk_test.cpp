@@ -53,7 +53,7 @@ struct DiskShop : Workshop {
       if (act) act(window);
       rows = Nth<ListView>(window).rows();
       plan = Nth<Label>(window, 2).text();
-      ButtonWith(window, "M74").press();
+      ButtonWith(window, "Prepare").press();
     });
     EXPECT_TRUE(HandleSystemCommand(session, kMenuPrepareDisk));
   }
@@ -71,7 +71,8 @@ struct DiskShop : Workshop {
 };
 
 TEST(PrepareDisk, IsJudgedByThePartitionsThatAreThereAfterwards) {
-  const std::string done = "M79 1 My %bp% SSD S: W:|S8|64", failed = "M78 1 My %bp% SSD|S12|16";
+  const std::string done = "Prepared 1 My %bp% SSD S: W:|Information|64",
+                    failed = "NotPrepared 1 My %bp% SSD|Error|16";
   const std::string both = std::string(kBoot) + kWindows;
   const std::tuple<std::string, long, std::uint32_t, std::string, const char*> cases[] = {
       {both, 0, 1, done, "S:W:"},  // whatever diskpart says
@@ -92,9 +93,11 @@ TEST(PrepareDisk, IsJudgedByThePartitionsThatAreThereAfterwards) {
       w.time.after(1500, [&w, drive] { w.drives.add(drive, kDriveFixed); });
     }
     w.prepare();
-    EXPECT_THAT(w.heard(), ElementsAre("M75 1 My %bp% SSD 465.76GB\n\nM71 260.00MB 16.00MB "
-                                       "465.49GB\n\nS18|M0|305",
-                                       message));
+    EXPECT_THAT(
+        w.heard(),
+        ElementsAre("PrepareQuestion 1 My %bp% SSD 465.76GB\n\nUefiPartitions 260.00MB 16.00MB "
+                    "465.49GB\n\nConfirmTail|Confirm|305",
+                    message));
     EXPECT_EQ(w.fields(), fields) << made;
     EXPECT_TRUE(w.session.activity == Activity::kIdle && w.form.combo1.enabled());
   }
@@ -109,7 +112,7 @@ TEST(PrepareDisk, NothingIsStartedForADiskThatIsNotTheOneChosenOrNoLongerEmpty) 
     DiskShop w;
     w.looks = {kEmpty, second};
     w.prepare();
-    EXPECT_THAT(w.heard(), ElementsAre(_, "M76 1 My %bp% SSD|S12|16")) << second;
+    EXPECT_THAT(w.heard(), ElementsAre(_, "DiskChanged 1 My %bp% SSD|Error|16")) << second;
     EXPECT_FALSE(w.processes.ranLike("diskpart"));
   }
   DiskShop w;
@@ -150,17 +153,17 @@ TEST(PrepareDisk, OffersOnlyEmptyDisksWithRoomThatAreNotItsOwn) {
 TEST(PrepareDisk, SuggestsWhatTheMachineWasStartedByAndFits) {
   const std::string large = With(kEmpty, "500107862016", "3000592982016");
   const std::tuple<Firmware, std::string, std::string> cases[] = {
-      {Firmware::kUefi, kEmpty, "M71 260.00MB 16.00MB 465.49GB"},
-      {Firmware::kBios, kEmpty, "M72 500.00MB 465.27GB"},
-      {Firmware::kUnknown, large, "M71 260.00MB 16.00MB 2794.25GB"},
-      {Firmware::kBios, large, "M73"}};
+      {Firmware::kUefi, kEmpty, "UefiPartitions 260.00MB 16.00MB 465.49GB"},
+      {Firmware::kBios, kEmpty, "BiosPartitions 500.00MB 465.27GB"},
+      {Firmware::kUnknown, large, "UefiPartitions 260.00MB 16.00MB 2794.25GB"},
+      {Firmware::kBios, large, "BiosTooLarge"}};
   for (const auto& [firmware, line, plan] : cases) {
     DiskShop w;
     w.environment.startedBy = firmware;
     w.looks = {line};
     w.prepare();
     EXPECT_EQ(w.plan, plan);
-    EXPECT_EQ(w.processes.ranLike("diskpart"), plan != "M73");
+    EXPECT_EQ(w.processes.ranLike("diskpart"), plan != "BiosTooLarge");
   }
 }
 
@@ -181,7 +184,8 @@ TEST(PrepareDisk, EndsWithTheProgramWhateverItWaitsFor) {
     if (during == 4) w.dialogs.onMessage = [&](const auto&) { w.form.unload(); };
     w.prepare();
     EXPECT_EQ(w.heard().size(), during == 1 || during == 4 ? 1u : 2u);
-    EXPECT_THAT(w.heard().back(), StartsWith(during == 4 ? "M75" : "M80|S22|"));
+    EXPECT_THAT(w.heard().back(),
+                StartsWith(during == 4 ? "PrepareQuestion" : "ClosePrepare|CloseTitle|"));
     EXPECT_EQ(looks, during == 1 || during == 4 ? 1 : 2);
     EXPECT_EQ(w.processes.ranLike("diskpart"), during == 3);
     EXPECT_FALSE(w.processes.ranLike("-vaskor"));

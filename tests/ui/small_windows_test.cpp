@@ -45,7 +45,7 @@ TEST(PartitionChooser, ListsAfreshAndTakesARow) {
     EXPECT_EQ(list.selected(), 1);
     for (const int row : {-1, 0}) {
       list.select(row);
-      ButtonWith(window, "S9").press();
+      ButtonWith(window, "Ok").press();
       EXPECT_EQ(window.unloaded(), row == 0);
     }
   };
@@ -64,20 +64,21 @@ TEST(PartitionChooser, ListsAfreshAndTakesARow) {
   w.form.text[kInstallPartition].setText("E:");
   w.form.text[kBootPartition].setText("S:");
   const auto takeLetterless = [](Form& window, ListView& list) {
-    EXPECT_EQ(list.rows().back(),
-              (std::vector<std::string>{"M20", "ESP", "Disk B", "FAT32", "260.00MB", "1", ""}));
+    EXPECT_EQ(list.rows().back(), (std::vector<std::string>{"Letterless", "ESP", "Disk B", "FAT32",
+                                                            "260.00MB", "1", ""}));
     list.select(1);
-    ButtonWith(window, "S9").press();
+    ButtonWith(window, "Ok").press();
   };
   EXPECT_EQ(w.choose(PartitionListKind::kBoot, takeLetterless), "");
   EXPECT_EQ(w.choose(PartitionListKind::kInstall, [](auto&, auto&) {}), "E:");
   EXPECT_EQ(w.form.text[kBootPartition].text(), "");
-  EXPECT_EQ(w.form.facts[kBootPartition].text(), "M20 M1 ESP, 260.00MB, FAT32, Disk B");
+  EXPECT_EQ(w.form.facts[kBootPartition].text(),
+            "Letterless VolumeFacts ESP 260.00MB FAT32 Disk B");
 
   w.listing = "";
   const auto nothing = [](Form& window, ListView& list) {
     EXPECT_FALSE(list.visible() || window.defaultButton->enabled());
-    EXPECT_EQ(Nth<Label>(window).text(), "S53");
+    EXPECT_EQ(Nth<Label>(window).text(), "NoPartition");
   };
   EXPECT_EQ(w.choose(PartitionListKind::kInstall, nothing), "E:");
   const auto shown = w.dialogs.shownForms.size();

@@ -48,7 +48,7 @@ TEST(SystemMenu, ListsAndStartsTheToolsThatAreThere) {
     BuildSystemMenu(w.session);
     return w.texts(w.form.systemMenu().at(3).items);
   };
-  EXPECT_THAT(tools(), ElementsAre("2011 S63(&R)"));
+  EXPECT_THAT(tools(), ElementsAre("2011 BootRepairMenu(&R)"));
   for (const char* path : {"\\Quillet.exe", "\\Bin\\Ghost\\x64\\ghost.exe", "\\Brantor.exe",
                            "\\..\\Brantor\\Brantor.exe", "\\..\\DiskGenius\\DiskGenius.exe"}) {
     w.files.put(w.files.fullPath(kHome + std::string(path)));
@@ -108,8 +108,9 @@ TEST(SystemMenu, SavesTheSettingsAndTheLanguageFileOrSaysThatItCannot) {
   for (int times = 0; times < 4; ++times) w.choose(kMenuLanguageFile);
   EXPECT_EQ(w.dialogs.saveRequests.at(0).initialFolder, std::string(kHome) + "\\lang\\");
   EXPECT_THAT(w.files.below("D:"), ElementsAre("d:\\4100.lng", "d:\\mine.lng"));
-  EXPECT_THAT(w.heard(), ElementsAre("S67|S8|64", "S78 Q:\\Pavoline.ini|S12|16",
-                                     "S78 D:\\missing\\1.lng|S12|16"));
+  EXPECT_THAT(w.heard(),
+              ElementsAre("SettingsSaved|Information|64", "CannotWrite Q:\\Pavoline.ini|Error|16",
+                          "CannotWrite D:\\missing\\1.lng|Error|16"));
 }
 
 TEST(SystemMenu, OpensTheHelpWithWhatTheSystemHas) {
@@ -127,7 +128,7 @@ TEST(SystemMenu, OpensTheHelpWithWhatTheSystemHas) {
   EXPECT_THAT(w.processes.ran, ElementsAre("notepad.exe \"" + help + "1033.txt\""));
   w.files.drop("C:\\Windows\\System32\\notepad.exe");
   w.choose(kMenuHelp);
-  EXPECT_THAT(w.heard(), ElementsAre("PE environment help is not available.|S8|64"));
+  EXPECT_THAT(w.heard(), ElementsAre("PE environment help is not available.|Information|64"));
 }
 
 }  // namespace pavoline::testing

@@ -32,10 +32,10 @@ struct DiskWorkshop : Workshop {
       dialogs.modals.push_back([&](Form& creation) {
         Nth<TextBox>(creation, 0).setText("D:\\disk.vhd");
         fill(creation);
-        ButtonWith(creation, "S99").press();
+        ButtonWith(creation, "CreateNow").press();
         stayedOpen = !creation.unloaded();
       });
-      ButtonWith(window, "S90").press();
+      ButtonWith(window, "Create").press();
     });
   }
 
@@ -47,15 +47,17 @@ struct DiskWorkshop : Workshop {
 TEST(VirtualDiskWindow, WaitsForTheDriveThenSaysThatItFailed) {
   using Case = std::tuple<const char*, long, bool, std::vector<std::string>>;
   for (const auto& [button, delay, closed, heard] :
-       {Case{"S88", 4500, false, {"S83 D:\\a b.vhd|S84|64"}}, Case{"S88", -1, false, {"S82|S8|64"}},
-        Case{"S89", -1, false, {"S86|S8|64"}}, Case{"S88", 4500, true, {}}}) {
+       {Case{"Attach", 4500, false, {"Attached D:\\a b.vhd|VirtualDiskDone|64"}},
+        Case{"Attach", -1, false, {"AttachFailed|Information|64"}},
+        Case{"Detach", -1, false, {"DetachFailed|Information|64"}},
+        Case{"Attach", 4500, true, {}}}) {
     DiskWorkshop w;
     w.delayMs = delay;
-    if (button == std::string("S89")) w.drives.add("V:");
+    if (button == std::string("Detach")) w.drives.add("V:");
     w.dialogs.files = {"D:\\a b.vhd"};
     w.inWindow([&, text = button, ends = closed](Form& window) {
       w.time.after(50, [&w, &window, ends] {
-        for (const char* any : {"S88", "S89", "S90"}) ButtonWith(window, any).press();
+        for (const char* any : {"Attach", "Detach", "Create"}) ButtonWith(window, any).press();
         EXPECT_FALSE(window.close());
         if (ends) w.form.unload();
       });
@@ -74,7 +76,7 @@ TEST(VirtualDiskCreation, EndsWithTheDiskOrTheProgram) {
       Nth<TextBox>(creation, 1).setText("64");
       Nth<ComboBox>(creation).select(0);
       w.time.after(50, [&] {
-        ButtonWith(creation, "S99").press();
+        ButtonWith(creation, "CreateNow").press();
         EXPECT_FALSE(creation.close());
         if (closed) w.form.unload();
       });
@@ -86,9 +88,12 @@ TEST(VirtualDiskCreation, EndsWithTheDiskOrTheProgram) {
 
 TEST(VirtualDiskCreation, RefusesWithTheFirstReasonAndStaysOpen) {
   const std::tuple<const char*, const char*, int, std::string> cases[] = {
-      {"D:\\none\\?", "x", 1, "S105|S12|16"},  {"Bin\\a.vhd", "1", 1, "S105|"},
-      {"E:\\a?.vhd", "x", 1, "S100|Tips:|16"}, {"E:\\a", "x", 1, "S101|Tips:|16"},
-      {"E:\\a", "1000", 2, "S106|Tips:|16"},   {"E:\\a", "5", 1, "S107|S12|16"}};
+      {"D:\\none\\?", "x", 1, "FolderMissing|Error|16"},
+      {"Bin\\a.vhd", "1", 1, "FolderMissing|"},
+      {"E:\\a?.vhd", "x", 1, "BadFileName|Tips:|16"},
+      {"E:\\a", "x", 1, "BadSize|Tips:|16"},
+      {"E:\\a", "1000", 2, "SizeTooLarge|Tips:|16"},
+      {"E:\\a", "5", 1, "NotEnoughSpace|Error|16"}};
   for (const auto& [file, size, unit, message] : cases) {
     DiskWorkshop w;
     w.drives.add("E:", kDriveFixed, {}, (std::uint64_t{5} << 30) - 1);
