@@ -91,15 +91,4 @@ TEST(GhostTick, MoreThanEightyPercentIsSuccess) {
   }
 }
 
-TEST(GhostTick, AProgramThatNeverShowsAWindowFails) {
-  for (const bool starts : {false, true}) {
-    GhostShop w;
-    if (!starts) w.files.drop(kProgram);
-    w.processes.onStart("ghost.exe", [](ToolRun& run) { run.complain(3000, "Error 11030\r\n"); });
-    EXPECT_EQ(w.install(), 3);
-    EXPECT_THAT(w.heard(), ElementsAre(starts ? "S30\n\nM21\nError 11030|S12|16" : "S30|S12|16"));
-    EXPECT_FALSE(w.form.timer2.enabled());
-  }
-}
-
 }  // namespace pavoline::testing
