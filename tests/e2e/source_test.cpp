@@ -65,10 +65,8 @@ TEST_F(Sources, SearchFillsTheListAndOffersAPick) {
   // The list is filled at the start, without a window.
   ASSERT_TRUE(Soon([&] {
     return person.main.source().items().size() == 2 &&
-           person.main.search().text() == Text(kTextSearch);
+           person.main.search().text() == Text(kTextSearch) && person.idle();
   }));
-  ASSERT_TRUE(
-      Soon([&] { return person.main.search().text() == Text(kTextSearch) && person.idle(); }));
   person.main.window().key(VK_F3);
   Window list = person.sees("ImageList");
   const auto rows = list.childOfClass("SysListView32").rows();

@@ -15,12 +15,9 @@ const BootJob kRepair{"S:", "", true, "fr-FR"};
 
 PartitionEntry Row(const std::string& drive) { return {"1:1\t" + drive + "\t10.00GB"}; }
 
-TEST(CallBootMbr, SpeaksTheProgramsLanguage) {
-  using Case = std::pair<unsigned, const char*>;
-  for (const auto& [locale, name] :
-       {Case{2052, "zh-CN"}, Case{1028, "zh-TW"}, Case{3076, "zh-HK"}, Case{1041, "ja-JP"},
-        Case{1042, "ko-KR"}, Case{1031, "en-US"}}) {
-    InstallShop w;
+TEST(CallBootMbr, SpeaksTheProgramsLanguageOrEnglish) {
+  InstallShop w;
+  for (const auto& [locale, name] : {std::pair{1041u, "ja-JP"}, {1031u, "en-US"}}) {
     w.session.language = locale;
     CallBootMbr(w.session, {"S:", "E:", false, ""}, 10.0f);
     EXPECT_EQ(EditionLanguage(w.session), name);

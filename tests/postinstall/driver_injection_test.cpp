@@ -19,8 +19,7 @@ const std::string kThird =
     "installed.\r\n";
 const std::string kFailed =
     "Installing 4 of 12 - D:\\A - B\\Net 1.INF: Error - An error occurred. The package could not "
-    "be "
-    "installed.\r\n";
+    "be installed.\r\n";
 const std::string kEnd = "The operation completed successfully.\r\n";
 
 TEST(DriverLog, TheLastWholeLineTells) {
