@@ -5,6 +5,15 @@ editions=("Windows 10 Home" "Windows 10 Pro")
 
 image_folder() { echo "$image_store/$1"; }
 
+# alone NAME COMMAND...: two benches may want the same thing at the same time; one makes it.
+alone() {
+  mkdir -p "$image_store"
+  (
+    flock 9
+    "${@:2}"
+  ) 9>"$image_store/$1.lock"
+}
+
 # make_trees MEGABYTES: edition-1 and edition-2; the second is the first and a little more.
 make_trees() {
   local folder kernel
@@ -45,19 +54,22 @@ capture() {
 
 # image MEGABYTES KIND: prints the file of this kind (wim, esd, swm, iso, gho), made when it is not there.
 image() {
-  local folder file part
+  local folder
   folder=$(image_folder "$1")
-  file=$folder/install.$2
-  make_trees "$1" >&2
-  if [[ ! -f $file ]]; then
-    rm -f "$folder"/part*."$2"
-    "make_$2" "$folder" "$folder/part.$2" >&2
-    for part in "$folder"/part[0-9]*."$2"; do
-      [[ ! -f $part ]] || mv "$part" "$folder/install${part#"$folder/part"}"
-    done
-    mv "$folder/part.$2" "$file"
-  fi
-  echo "$file"
+  alone "$1-trees" make_trees "$1" >&2
+  alone "$1-$2" make_image "$folder" "$2" >&2
+  echo "$folder/install.$2"
+}
+
+make_image() {
+  local folder=$1 kind=$2 part
+  [[ ! -f $folder/install.$kind ]] || return 0
+  rm -f "$folder"/part*."$kind"
+  "make_$kind" "$folder" "$folder/part.$kind"
+  for part in "$folder"/part[0-9]*."$kind"; do
+    [[ ! -f $part ]] || mv "$part" "$folder/install${part#"$folder/part"}"
+  done
+  mv "$folder/part.$kind" "$folder/install.$kind"
 }
 
 make_wim() { capture "$2" "$1/edition-1" "$1/edition-2" --compress=fast; }
