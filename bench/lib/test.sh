@@ -185,7 +185,7 @@ run_parts() {
   local number x86
   part native behind 10 test_native
   part fuzz behind 5 test_fuzz  # its minute takes one processor alone
-  part build-x86 behind 5 build_x86  # tests of its own wait for it
+  part build-x86 behind 2 build_x86  # tests of its own wait for it
   x86=$!
   make_template >"$test_logs/template" 2>&1 &  # should it fail, the first bench tries again
   build_product x64
