@@ -49,6 +49,14 @@ function(pavoline_test_program folder)
   target_compile_options(test_${folder} PRIVATE ${PAVOLINE_WARNINGS})
   target_compile_definitions(test_${folder} PRIVATE PAVOLINE_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
   target_link_libraries(test_${folder} PRIVATE pavoline_test_support pavoline_app gtest_main gmock)
+  # Most of a test's time in the compiler goes into these; all programs are compiled alike.
+  if(precompiled_by)
+    target_precompile_headers(test_${folder} REUSE_FROM ${precompiled_by})
+  else()
+    target_precompile_headers(test_${folder} PRIVATE <gmock/gmock.h> <gtest/gtest.h>
+                              ${PROJECT_SOURCE_DIR}/tests/support/workshop.h)
+    set(precompiled_by test_${folder} PARENT_SCOPE)
+  endif()
 endfunction()
 
 if(NOT WIN32)
