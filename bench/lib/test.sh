@@ -10,7 +10,7 @@ source "$bench_source/lib/dist.sh"
 test_logs=$repo/build/test-logs
 test_counts=$test_logs/counts
 e2e_benches=4
-fit_benches=2
+fit_benches=3
 declare -a parts=()
 
 # Seconds since the start stand before what is said.
@@ -147,7 +147,7 @@ test_e2e() {
     "$repo/tests/e2e/run" "$repo/build/x64/app" "$(bench_bin x64)/test_e2e.exe" "$@"
 }
 
-# test_fit NUMBER: every other language, on a bench and a display of its own.
+# test_fit NUMBER: a share of the languages, on a bench and a display of its own.
 test_fit() {
   local number=$1 language languages=() place=0
   for language in "$repo"/lang/*.lng; do
@@ -185,7 +185,7 @@ run_parts() {
   local number x86
   part native behind 10 test_native
   part fuzz behind 5 test_fuzz  # its minute takes one processor alone
-  part build-x86 behind 2 build_x86  # tests of its own wait for it
+  part build-x86 behind 1 build_x86  # tests of its own wait for it
   x86=$!
   make_template >"$test_logs/template" 2>&1 &  # should it fail, the first bench tries again
   build_product x64
@@ -216,7 +216,7 @@ run_tests() {
   rm -rf "$test_logs" "$repo/build/e2e-failures"
   mkdir -p "$test_logs"
   : >"$test_counts"
-  exec {i386_reply}< <(behind 10 make_i386)
+  exec {i386_reply}< <(behind 1 make_i386)
   trap end_descendants EXIT
   run_parts "$@"
   trap - EXIT
