@@ -84,7 +84,7 @@ bool ChooseImageTool(Session& session) {
   const bool x64 =
       environment.is64BitProcess() || files.exists(environment.variable("windir") + "\\SysWOW64");
   session.paths.imageToolArch = x64 ? "x64" : "x86";
-  if (!files.exists(ImageToolPath(session.paths))) {
+  if (!files.exists(ToolPath(session.paths, Tool::kImaging))) {
     return RefuseToStart(session,
                          {String(session, kTextToolMissing), String(session, kTextInformation),
                           kInformationMessage, ExitCode::kToolMissing});

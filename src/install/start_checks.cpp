@@ -126,7 +126,7 @@ Checked NothingElseIsLost(Session& session, Plan& plan) {
 
 // What would stop the imaging program after the formatting.
 Checked ToolAndImageUsable(Session& session, Plan& plan) {
-  if (!IsGhost(plan) && !session.platform.files.exists(ImageToolPath(session.paths))) {
+  if (!IsGhost(plan) && !session.platform.files.exists(ToolPath(session.paths, Tool::kImaging))) {
     return Refusal{String(session, kTextToolMissing), ExitCode::kToolMissing};
   }
   if (session.platform.files.shortPath(plan.source).empty()) {

@@ -5,8 +5,6 @@
 
 #include "platform/environment.h"
 #include "platform/files.h"
-#include "platform/paths.h"
-#include "platform/text.h"
 #include "platform/text_services.h"
 #include "run/tool_files.h"
 

@@ -39,8 +39,6 @@ std::string ToolPath(const ProgramPaths& paths, Tool tool) {
   return paths.appDir + ToolBelowProgram(paths, tool);
 }
 
-std::string ImageToolPath(const ProgramPaths& paths) { return ToolPath(paths, Tool::kImaging); }
-
 std::string FromProgram(const ProgramPaths& paths, const std::string& path) {
   const std::string full = ReplaceAll(path, "%App.Path%", paths.appDir);
   return full.starts_with(".\\") ? paths.appDir + full.substr(1) : full;

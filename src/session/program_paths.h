@@ -21,9 +21,6 @@ std::string ToolPath(const ProgramPaths& paths, Tool tool);
 // The same without the program's folder in front: "\Bin\Ghost\x64\ghost.exe".
 std::string ToolBelowProgram(const ProgramPaths& paths, Tool tool);
 
-// The imaging program of the build in use.
-std::string ImageToolPath(const ProgramPaths& paths);
-
 // A path of the settings or of a row: "%App.Path%" and ".\\" stand for the program's folder.
 std::string FromProgram(const ProgramPaths& paths, const std::string& path);
 

@@ -1,6 +1,5 @@
 #include "session/records.h"
 
-#include "platform/paths.h"
 #include "platform/text.h"
 
 namespace pavoline {

@@ -58,7 +58,6 @@ struct SourceState {
   std::string mountedIsoDrive;        // "X:", empty: none
   std::string mountedIsoFile;         // the ISO file behind that drive
   std::vector<MountedIso> outerIsos;  // those that hold the mounted one, the innermost first
-  std::string sourceTextAtMount;
 };
 
 // What settings and menu ask of an installation, besides the window's controls.

@@ -8,19 +8,34 @@ namespace pavoline {
 namespace {
 
 constexpr SourceKind kKinds[] = {
-    {ImageKind::kIso, ".iso", ReadBy::kMounting, InstalledBy::kNothing, 4, false, nullptr, false},
-    {ImageKind::kWim, ".wim", ReadBy::kImagingProgram, InstalledBy::kImagingProgram, 1, false,
-     "\\sources\\install.wim", true},
-    {ImageKind::kEsd, ".esd", ReadBy::kImagingProgram, InstalledBy::kImagingProgram, 0, false,
-     "\\sources\\install.esd", false},
-    {ImageKind::kGho, ".gho", ReadBy::kGhostProgram, InstalledBy::kGhostProgram, 2, false, nullptr,
-     false},
-    {ImageKind::kSwm, ".swm", ReadBy::kFirstPart, InstalledBy::kImagingProgram, 3, true,
-     "\\sources\\install.swm", false},
+    {.kind = ImageKind::kIso, .extension = ".iso", .readBy = ReadBy::kMounting, .searchPlace = 4},
+    {.kind = ImageKind::kWim,
+     .extension = ".wim",
+     .readBy = ReadBy::kImagingProgram,
+     .installedBy = InstalledBy::kImagingProgram,
+     .searchPlace = 1,
+     .onMedium = "\\sources\\install.wim",
+     .backsRunning = true},
+    {.kind = ImageKind::kEsd,
+     .extension = ".esd",
+     .readBy = ReadBy::kImagingProgram,
+     .installedBy = InstalledBy::kImagingProgram,
+     .searchPlace = 0,
+     .onMedium = "\\sources\\install.esd"},
+    {.kind = ImageKind::kGho,
+     .extension = ".gho",
+     .readBy = ReadBy::kGhostProgram,
+     .installedBy = InstalledBy::kGhostProgram,
+     .searchPlace = 2},
+    {.kind = ImageKind::kSwm,
+     .extension = ".swm",
+     .readBy = ReadBy::kFirstPart,
+     .installedBy = InstalledBy::kImagingProgram,
+     .searchPlace = 3,
+     .ownFilter = true,
+     .onMedium = "\\sources\\install.swm"},
 };
-
-constexpr SourceKind kNoSource = {
-    ImageKind::kNone, "", ReadBy::kNothing, InstalledBy::kNothing, -1, false, nullptr, false};
+constexpr SourceKind kNoSource;
 
 }  // namespace
 

@@ -27,14 +27,14 @@ enum class InstalledBy {
 };
 
 struct SourceKind {
-  ImageKind kind;
-  const char* extension;  // the last four characters, in lower case
-  ReadBy readBy;
-  InstalledBy installedBy;
-  int searchPlace;       // among the kinds as a folder is searched for them, from 0
-  bool ownFilter;        // stands in file dialogs apart from the others
-  const char* onMedium;  // where installation media hold one; null: nowhere
-  bool backsRunning;     // a system can keep running from a copy of the file
+  ImageKind kind = ImageKind::kNone;
+  const char* extension = "";  // the last four characters, in lower case
+  ReadBy readBy = ReadBy::kNothing;
+  InstalledBy installedBy = InstalledBy::kNothing;
+  int searchPlace = 0;             // among the kinds as a folder is searched for them, from 0
+  bool ownFilter = false;          // stands in file dialogs apart from the others
+  const char* onMedium = nullptr;  // where installation media hold one; null: nowhere
+  bool backsRunning = false;       // a system can keep running from a copy of the file
 };
 
 // In the order of file dialogs and of a look at an installation medium.

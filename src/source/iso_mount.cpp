@@ -120,7 +120,6 @@ void ReportFailure(Session& session, const std::string& isoPath) {
 void MountAndChoose(Session& session, const std::string& isoPath) {
   const std::string textBefore = session.form.combo1.text();
   const std::string driveBefore = session.mountedIsoDrive;
-  session.sourceTextAtMount = textBefore;
   InstallDriver(session);
   if (Overtaken(session)) return;
   const std::string drive = Mount(session, isoPath);

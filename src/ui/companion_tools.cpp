@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "platform/files.h"
-#include "platform/text.h"
 #include "resource_ids.h"
 #include "run/command_runner.h"
 #include "run/command_words.h"
