@@ -39,17 +39,18 @@ bool (*PartOf(const std::wstring& name))(const std::string&, const bench::Visit&
   return name == L"installation" ? bench::TourInstallation : nullptr;
 }
 
+int CALLBACK NoteFont(const LOGFONTW*, const TEXTMETRICW*, DWORD, LPARAM found) {
+  *reinterpret_cast<bool*>(found) = true;
+  return 0;
+}
+
 bool FontThere(const std::wstring& name) {
   LOGFONTW wanted{};
   wanted.lfCharSet = DEFAULT_CHARSET;
   lstrcpynW(wanted.lfFaceName, name.c_str(), LF_FACESIZE);
   bool found = false;
-  const auto note = [](const LOGFONTW*, const TEXTMETRICW*, DWORD, LPARAM into) {
-    *reinterpret_cast<bool*>(into) = true;
-    return 0;
-  };
   const HDC screen = GetDC(nullptr);
-  EnumFontFamiliesExW(screen, &wanted, note, reinterpret_cast<LPARAM>(&found), 0);
+  EnumFontFamiliesExW(screen, &wanted, NoteFont, reinterpret_cast<LPARAM>(&found), 0);
   ReleaseDC(nullptr, screen);
   return found;
 }
