@@ -22,6 +22,7 @@ add_executable(Pavoline WIN32 src/win32/main.cpp)
 target_compile_options(Pavoline PRIVATE ${PAVOLINE_WARNINGS})
 target_link_options(Pavoline PRIVATE -municode)
 target_link_libraries(Pavoline PRIVATE pavoline_app pavoline_win32)
+target_precompile_headers(Pavoline REUSE_FROM pavoline_platform)
 pavoline_resources(Pavoline pavoline.rc)
 
 file(GLOB cxdir_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/cxdir/*.cpp)
@@ -29,6 +30,7 @@ add_executable(CxDir ${cxdir_sources} src/win32/volume_number.cpp src/win32/wide
 target_include_directories(CxDir PRIVATE ${PROJECT_SOURCE_DIR}/src)
 target_compile_options(CxDir PRIVATE ${PAVOLINE_WARNINGS})
 target_link_options(CxDir PRIVATE -municode)
+target_precompile_headers(CxDir REUSE_FROM pavoline_platform)
 pavoline_resources(CxDir cxdir.rc)
 
 # The application folder. "x64" or "x86": the folder of the tools of this build.

@@ -7,9 +7,17 @@ function(pavoline_ring name)
                              ${PROJECT_BINARY_DIR}/generated)
   target_compile_options(pavoline_${name} PRIVATE ${PAVOLINE_WARNINGS})
   target_link_libraries(pavoline_${name} PUBLIC ${RING_USES})
+  # A third of a folder's time in the compiler goes into these; all folders are compiled alike.
+  if(NOT name STREQUAL platform)
+    target_precompile_headers(pavoline_${name} REUSE_FROM pavoline_platform)
+  else()
+    target_precompile_headers(pavoline_${name} PRIVATE <algorithm> <array> <functional> <map> <memory>
+                              <optional> <string> <vector>)
+  endif()
 endfunction()
 
-foreach(folder platform form session config run source disk engine postinstall install ui app)
+set(pavoline_rings platform form session config run source disk engine postinstall install ui app)
+foreach(folder ${pavoline_rings})
   file(GLOB ${folder}_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${folder}/*.cpp)
 endforeach()
 # Each has a name of its own that a neighbour gives to something else.

@@ -1,5 +1,6 @@
 # ./dev fuzz [SECONDS] [TARGET]: random input for every reader of outside text, the time shared out.
 fuzz_build=$repo/build/fuzz
+fuzz_preset=fuzz  # or native, which the tests compile anyway: as watchful, but slower
 fuzz_tests=$repo/tests/fuzz
 fuzz_packages=(clang libclang-rt-dev llvm)
 
@@ -7,8 +8,8 @@ fuzz_packages=(clang libclang-rt-dev llvm)
 fuzz_targets() { ls "$fuzz_tests/seeds"; }
 
 build_fuzzer() {
-  need_packages "${build_packages[@]}" "${fuzz_packages[@]}"
-  cmake --preset fuzz >/dev/null && cmake --build --preset fuzz --target pavoline_fuzz
+  mkdir -p "$fuzz_build" && cmake --preset "$fuzz_preset" >/dev/null &&
+    cmake --build --preset "$fuzz_preset" --target pavoline_fuzz
 }
 
 # fuzzer TARGET ARGUMENT...: what is found lands in the target's folder of the build. A thread of the fuzzer's own
@@ -18,7 +19,7 @@ fuzzer() {
   shift
   mkdir -p "$fuzz_build/$target/corpus"
   local -x LSAN_OPTIONS=suppressions=$fuzz_tests/no-leaks:print_suppressions=0
-  PAVOLINE_FUZZ_TARGET=$target ASAN_OPTIONS=quarantine_size_mb=16:malloc_context_size=2 "$fuzz_build/pavoline_fuzz" \
+  PAVOLINE_FUZZ_TARGET=$target ASAN_OPTIONS=quarantine_size_mb=16:malloc_context_size=2 "$repo/build/$fuzz_preset/pavoline_fuzz" \
     -rss_limit_mb=256 -timeout=10 -max_len=2048 -artifact_prefix="$fuzz_build/$target/" "$@"
 }
 
@@ -59,18 +60,25 @@ fuzz_target() {
 
 fuzz_stat() { sed -n "s/^stat::$2: *//p" "$1"; }
 
+# run_fuzz SECONDS TARGET...: the time shared out among them; false when an input was found.
 run_fuzz() {
-  local seconds=${1:-60} targets target found=0 each
+  local seconds=$1 target found=0 each
+  shift
+  each=$((seconds / $#))
+  printf '%-16s %12s %8s %8s\n' target executions seconds 'peak MB'
+  for target in "$@"; do fuzz_target "$target" $((each > 0 ? each : 1)) || found=1; done
+  return $found
+}
+
+fuzz() {
+  local seconds=${1:-60} targets
   [[ $seconds =~ ^[0-9]+$ ]] || die "usage: ./dev fuzz [seconds] [target]"
   mapfile -t targets < <(if [[ -n ${2:-} ]]; then echo "$2"; else fuzz_targets; fi)
   [[ -d $fuzz_tests/seeds/${targets[0]} ]] || die "targets: $(fuzz_targets | xargs)"
-  mkdir -p "$fuzz_build"
+  need_packages "${build_packages[@]}" "${fuzz_packages[@]}"
   build_fuzzer >"$fuzz_build.log" 2>&1 || {
     tail -n 40 "$fuzz_build.log"
     return 1
   }
-  each=$((seconds / ${#targets[@]}))
-  printf '%-16s %12s %8s %8s\n' target executions seconds 'peak MB'
-  for target in "${targets[@]}"; do fuzz_target "$target" $((each > 0 ? each : 1)) || found=1; done
-  return $found
+  run_fuzz "$seconds" "${targets[@]}"
 }

@@ -102,14 +102,30 @@ quietly() {
   "$@" >"$log" 2>&1 || { tail -n 60 "$log"; return 1; }
 }
 
+# The fuzzer is made of the same objects; its minute, which takes one processor alone, begins as soon as it can.
 test_native() {
+  local program
+  fuzz_preset=native
+  quietly build_fuzzer
+  test_fuzz &
   quietly build_product native
-  run_ctest "$repo/build/native" "unit tests with sanitizers"
+  for program in "$repo"/build/native/test_*; do
+    [[ ! -x $program ]] || run_gtest "unit tests with sanitizers, $(basename "$program")" timeout 600 "$program"
+  done
+  wait
+}
+
+test_fuzz() {
+  local targets
+  mapfile -t targets < <(fuzz_targets)
+  check "a minute of random input" run_fuzz 60 "${targets[@]}"
+  check "inputs that once broke something" try_kept_inputs
 }
 
 test_sources() {
   check "language files" "$repo/tools/check-lang"
   check "messages in the guide" "$repo/tools/check-guide"
+  check "includes keep to the layout" "$repo/tools/check-headers"
   check "scripts parse" check_scripts
 }
 
@@ -144,7 +160,7 @@ test_e2e() {
   shift
   GTEST_TOTAL_SHARDS=$e2e_benches GTEST_SHARD_INDEX=$((number - 1)) E2E_BENCH=$bench_build/e2e-$number \
     run_gtest "end to end under Wine, bench $number of $e2e_benches" timeout 2400 \
-    "$repo/tests/e2e/run" "$repo/build/x64/app" "$(bench_bin x64)/test_e2e.exe" "$@"
+    "$repo/tests/e2e/run" "$repo/build/x64/app" "$repo/build/x64/test_e2e.exe" "$@"
 }
 
 # test_fit NUMBER: a share of the languages, on a bench and a display of its own.
@@ -160,7 +176,8 @@ test_fit() {
 
 build_x86() {
   quietly build_product x86
-  bench_programs x86 all test_e2e
+  quietly cmake --build --preset x86 --target test_e2e
+  bench_programs x86
 }
 
 # The 32-bit programs, where this machine can make a 32-bit Wine: installations from a WIM and from an
@@ -172,24 +189,19 @@ test_x86() {
   local tests=(Installing.{UnattendedWithEveryOptionalStep,FromPathsThatScriptsTripOver,ImagingProgramKilledWhileItWrites}
     Refusing.AnUnattendedRunEndsItself Listing.IsWhatThePartitionTablesSay)
   run_gtest "$name" timeout --kill-after=10 600 "$bench_source/bench" i386 "$repo/tests/e2e/run" "$repo/build/x86/app" \
-    "$(bench_bin x86)/test_e2e.exe" --gtest_filter="$(IFS=:; echo "${tests[*]}")"
-}
-
-test_fuzz() {
-  check "a minute of random input" run_fuzz 60
-  check "inputs that once broke something" try_kept_inputs
+    "$repo/build/x86/test_e2e.exe" --gtest_filter="$(IFS=:; echo "${tests[*]}")"
 }
 
 # What the tests of the 64-bit program need comes first; they begin as soon as they can.
 run_parts() {
   local number x86
   part native behind 10 test_native
-  part fuzz behind 5 test_fuzz  # its minute takes one processor alone
   part build-x86 behind 1 build_x86  # tests of its own wait for it
   x86=$!
   make_template >"$test_logs/template" 2>&1 &  # should it fail, the first bench tries again
   build_product x64
-  bench_programs x64 all test_e2e shoot
+  cmake --build --preset x64 --target test_e2e
+  bench_programs x64 all shoot
   export BENCH_PROGRAMS=built DISPLAY=''
   for ((number = 1; number <= e2e_benches; ++number)); do part "e2e-$number" test_e2e "$number" "$@"; done
   cmake --build --preset x64 --target test_fit test_contract
