@@ -1,5 +1,6 @@
 #include "config/language.h"
 
+#include <optional>
 #include <utility>
 
 #include "config/locales.h"
@@ -39,43 +40,57 @@ void ChooseLanguageFile(Session& session) {
   session.paths.langFile = FileOf(session, session.language);
 }
 
-std::string ReadLanguageText(Ground& ground, const std::string& key, const char* section) {
-  return Trim(ground.platform.profile.read(ground.paths.langFile, section, key, kTextBuffer));
+ProfileSection ReadSection(Ground& ground, const std::string& file, const char* section) {
+  return ground.platform.profile.readSection(file, section, kTextBuffer);
 }
+
+// A section of the language file. What it lacks is as in another file, opened for that alone.
+class SectionOfTwoFiles {
+ public:
+  SectionOfTwoFiles(Ground& ground, const char* section, std::string otherFile)
+      : ground_(ground),
+        name_(section),
+        otherFile_(std::move(otherFile)),
+        own_(ReadSection(ground, ground.paths.langFile, section)) {}
+
+  std::string own(const std::string& key) const { return own_.value(key); }
+  std::string value(const std::string& key) {
+    std::string text = own(key);
+    if (!text.empty()) return text;
+    if (!other_) other_ = ReadSection(ground_, otherFile_, name_);
+    return other_->value(key);
+  }
+
+ private:
+  Ground& ground_;
+  const char* name_;
+  std::string otherFile_;
+  ProfileSection own_;
+  std::optional<ProfileSection> other_;
+};
 
 // But for the font, what the file does not say is as in the related language.
 void ReadOptions(Session& session) {
-  const std::string related = FileOf(session, LocaleOf(session.language).related);
+  SectionOfTwoFiles section(session, "Option", FileOf(session, LocaleOf(session.language).related));
   for (std::size_t n = 0; n < kOptionCount; ++n) {
-    std::string& value = session.texts.options[n];
-    value = ReadLanguageText(session, kOptionKeys[n], "Option");
-    if (!value.empty() || n == kOptionFont) continue;
-    value = Trim(session.platform.profile.read(related, "Option", kOptionKeys[n], kTextBuffer));
+    const char* key = kOptionKeys[n];
+    session.texts.options[n] = n == kOptionFont ? section.own(key) : section.value(key);
   }
 }
 
 void ReadTables(Ground& ground) {
-  for (int n = 0; n < kStringCount; ++n) {
-    ground.texts.strings[static_cast<std::size_t>(n)] =
-        ReadLanguageText(ground, Numbered("String", n), "Language");
-    if (n < kCaptionCount) {
-      ground.texts.captions[static_cast<std::size_t>(n)] =
-          ReadLanguageText(ground, Numbered("Caption", n), "Language");
-    }
-  }
+  const ProfileSection section = ReadSection(ground, ground.paths.langFile, "Language");
+  int n = 0;
+  for (std::string& text : ground.texts.strings) text = section.value(Numbered("String", n++));
+  n = 0;
+  for (std::string& text : ground.texts.captions) text = section.value(Numbered("Caption", n++));
 }
 
 // A language file made for an earlier version lacks these: they are then English.
 void ReadMore(Ground& ground) {
-  const std::string english = FileOf(ground, kEnglish);
-  for (int n = 0; n < kMoreCount; ++n) {
-    const std::string key = Numbered("More", n);
-    std::string text = ReadLanguageText(ground, key, "More");
-    if (text.empty()) {
-      text = Trim(ground.platform.profile.read(english, "More", key, kTextBuffer));
-    }
-    ground.texts.more[static_cast<std::size_t>(n)] = text;
-  }
+  SectionOfTwoFiles section(ground, "More", FileOf(ground, kEnglish));
+  int n = 0;
+  for (std::string& text : ground.texts.more) text = section.value(Numbered("More", n++));
 }
 
 void ChooseFont(Workplace& workplace) {

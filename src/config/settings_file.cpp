@@ -155,16 +155,13 @@ std::string Quoted(const std::string& value) {
   return quoted ? "\"" + value + "\"" : value;
 }
 
-std::string ReadSetting(Ground& ground, const char* key) {
-  return Trim(
-      ground.platform.profile.read(ground.paths.settingsPath, kSection, key, kSettingBuffer));
-}
-
 }  // namespace
 
 void LoadIni(Session& session) {
+  const ProfileSection section =
+      session.platform.profile.readSection(session.paths.settingsPath, kSection, kSettingBuffer);
   for (const Setting& setting : kSettings) {
-    const std::string value = ReadSetting(session, setting.key);
+    const std::string value = section.value(setting.key);
     setting.load(session, value.empty() ? setting.otherwise : value);
   }
 }

@@ -41,12 +41,10 @@ bool StaysInFolder(const std::string& program) {
 void AddPlugin(Session& session, const std::string& folder) {
   const std::string file = folder + "\\config.ini";
   if (!session.platform.files.exists(file)) return;
-  const auto value = [&](const char* key) {
-    return session.platform.profile.read(file, "Option", key, kValueBuffer);
-  };
-  const std::string name = value("Plug-inName");
-  const std::string program = value("Plug-inExe");
-  const std::string parameters = value("Plug-inExeParm");
+  const ProfileSection section = session.platform.profile.readSection(file, "Option", kValueBuffer);
+  const std::string name = section.value("Plug-inName");
+  const std::string program = section.value("Plug-inExe");
+  const std::string parameters = section.value("Plug-inExeParm");
   if (name.empty() || !StaysInFolder(program) || session.plugins.contains(name)) return;
 
   session.plugins.add(name, folder + "\\" + program + (parameters.empty() ? "" : " " + parameters));

@@ -82,6 +82,9 @@ LRESULT FormWindow::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       onDropFiles(wParam);
       loop_.sync();
       return 0;
+    case WM_INITMENU:
+      menu_.opens(handle_);
+      break;
     case WM_ACTIVATE:
       onActivate(LOWORD(wParam) != WA_INACTIVE);
       return 0;

@@ -32,6 +32,26 @@ void ShowStates(HMENU menu, const std::vector<MenuItem>& items) {
   }
 }
 
+void Insert(HMENU menu, UINT position, const MenuItem& item) {
+  const std::wstring text = Wide(item.text);
+  if (item.separator()) {
+    InsertMenuW(menu, position, MF_BYPOSITION | MF_SEPARATOR, static_cast<UINT_PTR>(item.id),
+                nullptr);
+  } else if (item.items.empty()) {
+    InsertMenuW(menu, position, MF_BYPOSITION | MF_STRING, static_cast<UINT_PTR>(item.id),
+                text.c_str());
+  } else {
+    OwnedMenu popup(CreatePopupMenu());
+    UINT place = 0;
+    for (const MenuItem& inner : item.items) Insert(popup.get(), place++, inner);
+    // From then on the menu's own.
+    if (InsertMenuW(menu, position, MF_BYPOSITION | MF_POPUP,
+                    reinterpret_cast<UINT_PTR>(popup.get()), text.c_str())) {
+      popup.release();
+    }
+  }
+}
+
 // The icon on the menu's ground, as not every system blends a bitmap beside a menu text, and in
 // the size of a check mark, as not every system shows more. Shrunk from twice the size, which
 // looks better than a small icon made smaller.
@@ -63,17 +83,20 @@ void SystemMenuView::show(HWND window, const std::vector<MenuItem>& items) {
     if (!shown_.empty()) GetSystemMenu(window, TRUE);
     // Each entry goes in above the one before it.
     const HMENU menu = GetSystemMenu(window, FALSE);
-    for (auto item = items.rbegin(); item != items.rend(); ++item) insert(menu, 0, *item);
+    for (auto item = items.rbegin(); item != items.rend(); ++item) Insert(menu, 0, *item);
   }
   shown_ = items;
   ShowStates(GetSystemMenu(window, FALSE), items);
 }
 
+void SystemMenuView::opens(HWND window) { showPictures(GetSystemMenu(window, FALSE), shown_); }
+
 int SystemMenuView::choose(HWND window, const RECT& below, const std::vector<MenuItem>& items) {
   const OwnedMenu menu(CreatePopupMenu());
   UINT place = 0;
-  for (const MenuItem& item : items) insert(menu.get(), place++, item);
+  for (const MenuItem& item : items) Insert(menu.get(), place++, item);
   ShowStates(menu.get(), items);
+  showPictures(menu.get(), items);
   TPMPARAMS beside{};
   beside.cbSize = sizeof beside;
   beside.rcExclude = below;
@@ -82,27 +105,14 @@ int SystemMenuView::choose(HWND window, const RECT& below, const std::vector<Men
                           &beside);
 }
 
-void SystemMenuView::insert(HMENU menu, UINT position, const MenuItem& item) {
-  const std::wstring text = Wide(item.text);
-  if (item.separator()) {
-    InsertMenuW(menu, position, MF_BYPOSITION | MF_SEPARATOR, static_cast<UINT_PTR>(item.id),
-                nullptr);
-  } else if (item.items.empty()) {
-    InsertMenuW(menu, position, MF_BYPOSITION | MF_STRING, static_cast<UINT_PTR>(item.id),
-                text.c_str());
-  } else {
-    OwnedMenu popup(CreatePopupMenu());
-    UINT place = 0;
-    for (const MenuItem& inner : item.items) insert(popup.get(), place++, inner);
-    // From then on the menu's own.
-    if (InsertMenuW(menu, position, MF_BYPOSITION | MF_POPUP,
-                    reinterpret_cast<UINT_PTR>(popup.get()), text.c_str())) {
-      popup.release();
-    }
+void SystemMenuView::showPictures(HMENU menu, const std::vector<MenuItem>& items) {
+  for (UINT place = 0; place < items.size(); ++place) {
+    const MenuItem& item = items[place];
+    if (!item.items.empty()) showPictures(GetSubMenu(menu, static_cast<int>(place)), item.items);
+    if (item.image == 0) continue;
+    const HBITMAP bitmap = picture(item.image);
+    SetMenuItemBitmaps(menu, place, MF_BYPOSITION, bitmap, bitmap);
   }
-  if (item.image == 0) return;
-  const HBITMAP bitmap = picture(item.image);
-  SetMenuItemBitmaps(menu, position, MF_BYPOSITION, bitmap, bitmap);
 }
 
 HBITMAP SystemMenuView::picture(int resource) {

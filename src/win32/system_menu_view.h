@@ -17,12 +17,15 @@ class SystemMenuView {
   // is kept, as it may be open.
   void show(HWND window, const std::vector<MenuItem>& items);
 
+  // Gives the window's menu its pictures when it opens: drawing them would hold up the window.
+  void opens(HWND window);
+
   // Lets the person choose from a menu of such entries below an area of the screen: the number of
   // the chosen one, 0 for none.
   int choose(HWND window, const RECT& below, const std::vector<MenuItem>& items);
 
  private:
-  void insert(HMENU menu, UINT position, const MenuItem& item);
+  void showPictures(HMENU menu, const std::vector<MenuItem>& items);
   HBITMAP picture(int resource);
 
   std::vector<MenuItem> shown_;

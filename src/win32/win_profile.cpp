@@ -2,7 +2,6 @@
 
 #include <windows.h>
 
-#include <algorithm>
 #include <string>
 
 #include "platform/text.h"
@@ -43,15 +42,34 @@ std::string CutToBytes(std::wstring_view text, int limit) {
   return Narrow(text.substr(0, kept));
 }
 
+// The lines of a section without comments, each with a NUL behind it.
+std::string SectionText(const std::string& file, const std::string& section) {
+  const std::wstring name = Wide(section), path = FullPath(file);
+  std::wstring lines(32767, L'\0');
+  const auto read = [&] {
+    return GetPrivateProfileSectionW(name.c_str(), lines.data(), static_cast<DWORD>(lines.size()),
+                                     path.c_str());
+  };
+  DWORD length = read();
+  while (length + 2 >= lines.size()) {  // it did not hold all, or did so just
+    lines.resize(lines.size() * 2);
+    length = read();
+  }
+  lines.resize(length);
+  return Narrow(lines);
+}
+
 }  // namespace
 
-std::string WinProfile::read(const std::string& file, const std::string& section,
-                             const std::string& key, int bufferBytes) {
-  // No character has less than a byte, so a buffer of that many characters holds all that is kept.
-  std::wstring value(static_cast<std::size_t>(std::max(bufferBytes, 1)) + 1, L'\0');
-  value.resize(GetPrivateProfileStringW(Wide(section).c_str(), Wide(key).c_str(), L"", value.data(),
-                                        static_cast<DWORD>(value.size()), FullPath(file).c_str()));
-  return Trim(CutToBytes(value, bufferBytes - 1));
+ProfileSection WinProfile::readSection(const std::string& file, const std::string& section,
+                                       int bufferBytes) {
+  ProfileSection values;
+  const std::string lines = SectionText(file, section);
+  for (const std::string& line : Split(lines, {"\0", 1})) {
+    values.add(line,
+               [&](std::string_view value) { return CutToBytes(Wide(value), bufferBytes - 1); });
+  }
+  return values;
 }
 
 bool WinProfile::write(const std::string& file, const std::string& section, const std::string& key,

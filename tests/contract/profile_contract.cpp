@@ -9,7 +9,10 @@ using namespace ::testing;
 class ProfileContract : public Contract {
  protected:
   std::string value(const std::string& key, int bufferBytes = 128) {
-    return platform_.profile.read(ini_, "Option", key, bufferBytes);
+    return read("Option", key, bufferBytes);
+  }
+  std::string read(const std::string& section, const std::string& key, int bufferBytes = 128) {
+    return platform_.profile.readSection(ini_, section, bufferBytes).value(key);
   }
   bool set(const std::string& key, const std::string& text) {
     return platform_.profile.write(ini_, "Option", key, text);
@@ -23,13 +26,15 @@ TEST_F(ProfileContract, ValuesAreFoundByNameWithoutBlanksAndQuotes) {
                "; a comment\r\n[Other]\r\nA=other\r\n"
                "[OPTION]\r\n;C=comment\r\nA=first\r\na=second\r\n  B  =  blanks inside  \r\n"
                "Quoted=\" x \"\r\nHalf=\"x\r\nSingle='y'\r\nEmpty=\r\nTwo=a=b\r\n\r\nAfter=gap\r\n"
+               "\tTabs\t=\tx\t\r\nBare\r\nBare=second\r\n"
                "[Option]\r\nLate=again\r\n");
   const std::pair<const char*, const char*> cases[] = {
       {"A", "first"}, {"b", "blanks inside"}, {"Quoted", "x"},  {"Half", "\"x"}, {"Single", "y"},
-      {"Empty", ""},  {"Two", "a=b"},         {"AFTER", "gap"}, {"C", ""},       {"None", ""}};
+      {"Empty", ""},  {"Two", "a=b"},         {"AFTER", "gap"}, {"C", ""},       {"None", ""},
+      {"Tabs", "x"},  {"Bare", ""},           {"Late", ""}};
   for (const auto& [key, expected] : cases) EXPECT_EQ(value(key), expected) << key;
-  EXPECT_EQ(platform_.profile.read(ini_, "Missing", "A", 128), "");
-  EXPECT_EQ(platform_.profile.read(path("missing.ini"), "Option", "A", 128), "");
+  EXPECT_EQ(read("Missing", "A"), "");
+  EXPECT_EQ(platform_.profile.readSection(path("missing.ini"), "Option", 128).value("A"), "");
 }
 
 TEST_F(ProfileContract, ValuesAreCutToTheBuffer) {
@@ -44,6 +49,14 @@ TEST_F(ProfileContract, ValuesAreCutToTheBuffer) {
     EXPECT_EQ(value("Long", limit), std::string(kept, 'x'));
     EXPECT_EQ(value("Accents", limit), accents.substr(0, kept / ansiBytes * wide.size()));
   }
+}
+
+TEST_F(ProfileContract, ASectionOfAnySizeIsReadWhole) {
+  std::string text = "[Option]\r\n";
+  for (int n = 0; n < 4000; ++n)
+    text += "Key" + std::to_string(n) + "=" + std::to_string(n) + "\r\n";
+  files_.write(ini_, text + "A=b\r\n");
+  EXPECT_EQ(value("Key0") + value("Key3999") + value("A"), "03999b");
 }
 
 TEST_F(ProfileContract, AFileOfUtf16HoldsWhatTheCodePageLacks) {
@@ -63,8 +76,8 @@ TEST_F(ProfileContract, AWriteKeepsAllElseAndReplacesInPlace) {
   EXPECT_THAT(text, StartsWith("; mine\r\n[Option]\r\n"));
   EXPECT_EQ(value("A") + value("B") + value("C"), "new2x y");
   EXPECT_LT(text.find("=new"), text.find("B=2"));
-  EXPECT_EQ(platform_.profile.read(ini_, "Other", "A", 128), "other");
-  EXPECT_EQ(platform_.profile.read(ini_, "Third", "A", 128), "3");
+  EXPECT_EQ(read("Other", "A"), "other");
+  EXPECT_EQ(read("Third", "A"), "3");
   EXPECT_FALSE(platform_.profile.write(path("no\\folder.ini"), "Option", "A", "1"));
 }
 

@@ -13,8 +13,8 @@ namespace pavoline::testing {
 struct FakeProfile : Profile {
   FakeProfile(FakeFiles& files, FakeTextServices& text) : files_(files), text_(text) {}
 
-  std::string read(const std::string& file, const std::string& section, const std::string& key,
-                   int bufferBytes) override;
+  ProfileSection readSection(const std::string& file, const std::string& section,
+                             int bufferBytes) override;
   bool write(const std::string& file, const std::string& section, const std::string& key,
              const std::string& value) override;
 
