@@ -42,6 +42,8 @@ std::string CutToBytes(std::wstring_view text, int limit) {
   return Narrow(text.substr(0, kept));
 }
 
+constexpr std::size_t kLongestSection = 1 << 20;  // characters; whoever plants a longer one is cut
+
 // The lines of a section without comments, each with a NUL behind it.
 std::string SectionText(const std::string& file, const std::string& section) {
   const std::wstring name = Wide(section), path = FullPath(file);
@@ -51,7 +53,8 @@ std::string SectionText(const std::string& file, const std::string& section) {
                                      path.c_str());
   };
   DWORD length = read();
-  while (length + 2 >= lines.size()) {  // it did not hold all, or did so just
+  // It did not hold all, or did so just.
+  while (length + 2 >= lines.size() && lines.size() < kLongestSection) {
     lines.resize(lines.size() * 2);
     length = read();
   }
