@@ -2,7 +2,7 @@
 fuzz_build=$repo/build/fuzz
 fuzz_preset=fuzz  # or native, which the tests compile anyway: as watchful, but slower
 fuzz_tests=$repo/tests/fuzz
-fuzz_packages=(clang libclang-rt-dev llvm)
+fuzz_packages=(clang libclang-rt-dev lld llvm)
 
 # Every target has seeds, so their folders are the list.
 fuzz_targets() { ls "$fuzz_tests/seeds"; }
