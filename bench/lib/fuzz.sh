@@ -8,8 +8,7 @@ fuzz_packages=(clang libclang-rt-dev lld llvm)
 fuzz_targets() { ls "$fuzz_tests/seeds"; }
 
 build_fuzzer() {
-  mkdir -p "$fuzz_build" && cmake --preset "$fuzz_preset" >/dev/null &&
-    cmake --build --preset "$fuzz_preset" --target pavoline_fuzz
+  cmake --preset "$fuzz_preset" >/dev/null && cmake --build --preset "$fuzz_preset" --target pavoline_fuzz
 }
 
 # fuzzer TARGET ARGUMENT...: what is found lands in the target's folder of the build. A thread of the fuzzer's own
@@ -76,6 +75,7 @@ fuzz() {
   mapfile -t targets < <(if [[ -n ${2:-} ]]; then echo "$2"; else fuzz_targets; fi)
   [[ -d $fuzz_tests/seeds/${targets[0]} ]] || die "targets: $(fuzz_targets | xargs)"
   need_packages "${build_packages[@]}" "${fuzz_packages[@]}"
+  mkdir -p "$fuzz_build"
   build_fuzzer >"$fuzz_build.log" 2>&1 || {
     tail -n 40 "$fuzz_build.log"
     return 1

@@ -104,15 +104,18 @@ quietly() {
 
 # The fuzzer is made of the same objects; its minute, which takes one processor alone, begins as soon as it can.
 test_native() {
-  local program
+  local program programs fuzz
   fuzz_preset=native
   quietly build_fuzzer
   test_fuzz &
+  fuzz=$!
   quietly build_product native
-  for program in "$repo"/build/native/test_*; do
-    [[ ! -x $program ]] || run_gtest "unit tests with sanitizers, $(basename "$program")" timeout 600 "$program"
+  mapfile -t programs < <(find "$repo/build/native" -maxdepth 1 -name 'test_*' -type f -executable | sort)
+  ((${#programs[@]} > 0)) || die "there are no unit tests"
+  for program in "${programs[@]}"; do
+    run_gtest "unit tests with sanitizers, $(basename "$program")" timeout 600 "$program"
   done
-  wait
+  wait "$fuzz"
 }
 
 test_fuzz() {
