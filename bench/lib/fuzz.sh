@@ -63,6 +63,7 @@ fuzz_stat() { sed -n "s/^stat::$2: *//p" "$1"; }
 run_fuzz() {
   local seconds=$1 target found=0 each
   shift
+  mkdir -p "$fuzz_build"
   each=$((seconds / $#))
   printf '%-16s %12s %8s %8s\n' target executions seconds 'peak MB'
   for target in "$@"; do fuzz_target "$target" $((each > 0 ? each : 1)) || found=1; done
@@ -70,15 +71,11 @@ run_fuzz() {
 }
 
 fuzz() {
-  local seconds=${1:-60} targets
+  local seconds=${1:-60} targets log
   [[ $seconds =~ ^[0-9]+$ ]] || die "usage: ./dev fuzz [seconds] [target]"
   mapfile -t targets < <(if [[ -n ${2:-} ]]; then echo "$2"; else fuzz_targets; fi)
   [[ -d $fuzz_tests/seeds/${targets[0]} ]] || die "targets: $(fuzz_targets | xargs)"
   need_packages "${build_packages[@]}" "${fuzz_packages[@]}"
-  mkdir -p "$fuzz_build"
-  build_fuzzer >"$fuzz_build.log" 2>&1 || {
-    tail -n 40 "$fuzz_build.log"
-    return 1
-  }
+  log=$(build_fuzzer 2>&1) || die "$(tail -n 40 <<<"$log")"
   run_fuzz "$seconds" "${targets[@]}"
 }
