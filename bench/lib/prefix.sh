@@ -4,6 +4,14 @@ bench_template=$bench_build/template-${ARCH:-x64}
 
 set_registry() { wine reg add "$1" /v "$2" /d "$3" /f >/dev/null 2>&1; }
 
+# The server of the prefix stays until it is ended: one that ends by itself when it is idle may take its folder away
+# just when the next program looks for it.
+keep_wine() { wineserver -p </dev/null >/dev/null 2>&1; }
+end_wine() {
+  wineserver -k 2>/dev/null || true
+  wineserver -w || true
+}
+
 # One makes it, whoever comes meanwhile waits.
 make_template() {
   mkdir -p "$bench_build"
@@ -23,13 +31,14 @@ make_template_anew() {
   wineboot -i >/dev/null 2>&1
   wineserver -w
   cp /usr/share/wine/fonts/*.ttf "$bench_template/drive_c/windows/Fonts/"
+  keep_wine
   # Every program stands in one desktop of this name, which Wine gives a taskbar.
   set_registry 'HKCU\Software\Wine\Explorer' Desktop shell
   set_registry 'HKCU\Software\Wine\Explorer\Desktops' shell "${BENCH_SCREEN:-1024x768}"
   # The mount manager's own group: both are loaded into one process, where they find each other.
   wine sc create BenchDisk type= kernel start= auto group= "System Bus Extender" \
     binPath= 'C:\windows\system32\drivers\benchdisk.sys' >/dev/null 2>&1
-  wineserver -w
+  end_wine
   find "$bench_template/dosdevices" -type l ! -name c: -delete
   touch "$bench_template/complete"
 }

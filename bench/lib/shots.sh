@@ -23,6 +23,7 @@ language_option() {
 speak() {
   LC_ALL=$(language_option "$1" Locale en_US.UTF-8)
   export LC_ALL
+  keep_wine
   link_fonts
   wine 'C:\shoot.exe' font "$(language_option "$1" font Tahoma)" ||
     die "the bench has no font that $1.lng names"
@@ -61,8 +62,7 @@ shoot_language() {
     wine 'C:\shoot.exe' Pavoline.exe "$folder" "$suffix" "$@"
   ) || result=$?
   # A wineserver keeps the language it was started in.
-  wineserver -k || true
-  wineserver -w || true
+  end_wine
   return $result
 }
 
@@ -75,15 +75,13 @@ link_fonts() {
 
 set_dpi() {
   wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f >/dev/null 2>&1
-  wineserver -k || true
-  wineserver -w || true
+  end_wine
 }
 
 # set_screen WIDTHxHEIGHT: of the desktop that programs started later stand in.
 set_screen() {
   set_registry 'HKCU\Software\Wine\Explorer\Desktops' shell "$1"
-  wineserver -k || true
-  wineserver -w || true
+  end_wine
 }
 
 make_sheet() {
