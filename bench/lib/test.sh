@@ -76,7 +76,7 @@ run_ctest() {
   rm -f "$log"
 }
 
-# run_gtest NAME COMMAND...: sums taken from GoogleTest's own last lines; a crash counts as a failure.
+# run_gtest NAME COMMAND...: sums taken from GoogleTest's own last lines; without them it has failed.
 # What it printed stays below build/test-logs.
 run_gtest() {
   local name=$1 log good bad
@@ -85,10 +85,11 @@ run_gtest() {
   if "$@" >"$log" 2>&1; then bad=0; else bad=1; fi
   tr -d '\r' <"$log" >"$log.text"
   good=$(sed -n 's/^\[  PASSED  \] \([0-9]*\) tests\?\..*/\1/p' "$log.text" | tail -n 1)
+  [[ -n $good ]] || bad=1  # it ended before its sums
   if ((bad == 1)); then
     bad=$(sed -n 's/^\[  FAILED  \] \([0-9]*\) tests\?, listed below.*/\1/p' "$log.text" | tail -n 1)
     bad=${bad:-1}
-    grep -vE '^\[ +(OK|RUN) ' "$log.text" | tail -n 150
+    grep -vE '^\[ +(OK|RUN) ' "$log.text" | tail -n 150 || true
   fi
   count "${good:-0}" "$bad" "$name"
   say_line "$name: ${good:-0} of $((${good:-0} + bad)) passed"
