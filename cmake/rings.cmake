@@ -7,7 +7,7 @@ function(pavoline_ring name)
                              ${PROJECT_BINARY_DIR}/generated)
   target_compile_options(pavoline_${name} PRIVATE ${PAVOLINE_WARNINGS})
   target_link_libraries(pavoline_${name} PUBLIC ${RING_USES})
-  # A third of a folder's time in the compiler goes into these; all folders are compiled alike.
+  # A quarter of the time in the compiler went into these; all folders are compiled alike.
   if(NOT name STREQUAL platform)
     target_precompile_headers(pavoline_${name} REUSE_FROM pavoline_platform)
   else()

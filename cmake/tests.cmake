@@ -67,10 +67,8 @@ if(NOT WIN32)
   pavoline_test_program(cxdir ${PROJECT_SOURCE_DIR}/src/cxdir/partition_lines.cpp
                         ${PROJECT_SOURCE_DIR}/src/cxdir/disk_lines.cpp)
 else()
-  # What presses and reads the windows, for the tests that run on a Windows or under Wine alone.
-  file(GLOB driver_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/bench/driver/*.cpp)
-  list(FILTER driver_sources EXCLUDE REGEX "/(press|ruler)\\.cpp$")
-  set_source_files_properties(bench/driver/window.cpp PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+  # What runs on a Windows or under Wine alone.
+  include(bench/driver/sources.cmake)
   add_library(pavoline_driver STATIC EXCLUDE_FROM_ALL ${driver_sources} bench/bridge/unix_side.cpp)
   target_include_directories(pavoline_driver PUBLIC ${PROJECT_SOURCE_DIR}/bench ${PROJECT_SOURCE_DIR}/tests)
   target_compile_definitions(pavoline_driver PUBLIC UNICODE)

@@ -18,8 +18,9 @@ fuzzer() {
   shift
   mkdir -p "$fuzz_build/$target/corpus"
   local -x LSAN_OPTIONS=suppressions=$fuzz_tests/no-leaks:print_suppressions=0
-  PAVOLINE_FUZZ_TARGET=$target ASAN_OPTIONS=quarantine_size_mb=16:malloc_context_size=2 "$repo/build/$fuzz_preset/pavoline_fuzz" \
-    -rss_limit_mb=256 -timeout=10 -max_len=2048 -artifact_prefix="$fuzz_build/$target/" "$@"
+  PAVOLINE_FUZZ_TARGET=$target ASAN_OPTIONS=quarantine_size_mb=16:malloc_context_size=2 \
+    "$repo/build/$fuzz_preset/pavoline_fuzz" -rss_limit_mb=256 -timeout=10 -max_len=2048 \
+    -artifact_prefix="$fuzz_build/$target/" "$@"
 }
 
 # The places where TARGET's inputs are kept.
